@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/core/item.h"
+
+#include "items/core/itemcolors.h"
+#include "items/core/limits.h"
+#include "items/core/basicconversions.h"
+#include "items/core/safeimage.h"
+
+#include <QGraphicsItem>
+#include <QGraphicsPixmapItem>
+#include <QGraphicsScene>
+#include <QPainter>
+#include <QPalette>
+#include <QStyleOptionGraphicsItem>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/// value within [least, most]; the lower limit is tested first, so limits in the wrong order are no error.
+double limited(double value, double least, double most)
+{
+    return value < least ? least : std::min(value, most);
+}
+
+/// The side that follows in a resize that keeps the ratio. Without a ratio to keep, the requested side stands.
+double followingSide(double oldSide, double oldLeading, double leading, double requested)
+{
+    return qFuzzyIsNull(oldLeading) ? requested : oldSide / oldLeading * leading;
+}
+
+void multiplyScale(double &scale, double newSide, double oldSide)
+{
+    if (!qFuzzyIsNull(oldSide))
+        scale *= newSide / oldSide;
+}
+
+/// Takes an item out of its parent and selection without moving it on the page, so that a scene can render it alone.
+void detach(QGraphicsItem &item)
+{
+    const QPointF position = item.scenePos();
+    item.setSelected(false);
+    if (item.parentItem()) {
+        item.setParentItem(nullptr);
+        item.setPos(position);
+    }
+}
+
+} // namespace
+
+Item::Item()
+{
+    m_width = 100.0;
+    m_height = 100.0;
+}
+
+Item::~Item() = default;
+
+QGraphicsItem *Item::graphicsItem()
+{
+    return dynamic_cast<QGraphicsItem *>(this);
+}
+
+const QGraphicsItem *Item::graphicsItem() const
+{
+    return dynamic_cast<const QGraphicsItem *>(this);
+}
+
+void Item::setItemFlags(MobraTypes::Flags flag, bool on)
+{
+    m_flags = on ? m_flags | flag : m_flags & ~static_cast<unsigned int>(flag);
+}
+
+QString Item::printItemFlags() const
+{
+    return QString::number(m_flags, 2);
+}
+
+unsigned int Item::itemQFlags() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    return item ? static_cast<unsigned int>(item->flags().toInt()) : 0U;
+}
+
+void Item::setItemQFlags(unsigned int flags)
+{
+    if (QGraphicsItem *item = graphicsItem())
+        item->setFlags(QGraphicsItem::GraphicsItemFlags::fromInt(static_cast<int>(flags)));
+}
+
+void Item::lockBinding(MobraTypes::Flags flag, bool on)
+{
+    setItemFlags(flag, on);
+    if (on)
+        m_savedBinding = std::exchange(m_binding, Binding());
+    else
+        m_binding = m_savedBinding;
+}
+
+void Item::setItemAsReadOnly(bool on)
+{
+    lockBinding(MobraTypes::FlagReadOnly, on);
+}
+
+void Item::setItemAsUserTemplate(bool on)
+{
+    lockBinding(MobraTypes::FlagUserTemplate, on);
+}
+
+double Item::getItemZValue() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    return item ? item->zValue() : 0.0;
+}
+
+void Item::setItemZValue(double z)
+{
+    if (QGraphicsItem *item = graphicsItem())
+        item->setZValue(qIsNaN(z) ? 0.0 : z);
+}
+
+bool Item::getItemIsVisible() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    return item && item->isVisible();
+}
+
+void Item::setItemIsVisible(bool visible)
+{
+    if (QGraphicsItem *item = graphicsItem())
+        item->setVisible(visible);
+}
+
+double Item::getItemPositionX() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    return item ? item->pos().x() : 0.0;
+}
+
+double Item::getItemPositionY() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    return item ? item->pos().y() : 0.0;
+}
+
+void Item::moveItem(const QPointF &position)
+{
+    if (QGraphicsItem *item = graphicsItem())
+        item->setPos(Limits::geometry(position.x()), Limits::geometry(position.y()));
+}
+
+void Item::updateItemPositionAfterLoading()
+{
+    moveItem(m_pendingPosition);
+}
+
+QSizeF Item::getItemSize() const
+{
+    return QSizeF(m_width, m_height);
+}
+
+void Item::storeItemSize(const QSizeF &size)
+{
+    announceGeometryChange();
+    m_width = size.width();
+    m_height = size.height();
+}
+
+void Item::setItemWidth(double width)
+{
+    storeItemSize(QSizeF(width, m_height));
+}
+
+void Item::setItemHeight(double height)
+{
+    storeItemSize(QSizeF(m_width, height));
+}
+
+bool Item::applySize(const QSizeF &size)
+{
+    const QSizeF old = getItemSize();
+    multiplyScale(m_scaleX, size.width(), old.width());
+    multiplyScale(m_scaleY, size.height(), old.height());
+    storeItemSize(size);
+    itemSizeChanged();
+    return true;
+}
+
+void Item::itemSizeChanged() { }
+
+bool Item::setItemSize(QSizeF size)
+{
+    if (size == getItemSize())
+        return false;
+    return applySize(size);
+}
+
+bool Item::setItemSize(QSizeF size, bool keepRatio, bool heightLeads)
+{
+    const QSizeF old = getItemSize();
+    if (size == old)
+        return false;
+    if (keepRatio && heightLeads)
+        size.setWidth(followingSide(old.width(), old.height(), size.height(), size.width()));
+    else if (keepRatio)
+        size.setHeight(followingSide(old.height(), old.width(), size.width(), size.height()));
+    return applySize(size);
+}
+
+bool Item::setItemSize(QSizeF size, bool keepRatio, double minWidth, double minHeight, double maxWidth,
+    double maxHeight, bool heightLeads, bool force)
+{
+    const QSizeF old = getItemSize();
+    if (size == old && !force)
+        return false;
+    double width = limited(size.width(), minWidth, maxWidth);
+    double height = limited(size.height(), minHeight, maxHeight);
+    if (keepRatio && heightLeads)
+        width = limited(followingSide(old.width(), old.height(), height, width), minWidth, maxWidth);
+    else if (keepRatio)
+        height = limited(followingSide(old.height(), old.width(), width, height), minHeight, maxHeight);
+    if (QSizeF(width, height) == old)
+        return false;
+    return applySize(QSizeF(width, height));
+}
+
+void Item::updateItemSize(const QSizeF &size)
+{
+    storeItemSize(size);
+}
+
+void Item::adjustSizes(double &width, double &height, double minWidth, double maxWidth, double minHeight,
+    double maxHeight, double ratio)
+{
+    height = limited(height, minHeight, maxHeight);
+    width = limited(height * ratio, minWidth, maxWidth);
+}
+
+void Item::setItemRotation(double degrees)
+{
+    m_rotation = BasicConversions::normalizeAngle(degrees);
+    QGraphicsItem *item = graphicsItem();
+    if (!item)
+        return;
+    const QPointF centre(Limits::geometry(m_width / 2), Limits::geometry(m_height / 2));
+    const QPointF before = item->mapToScene(centre);
+    QTransform transform;
+    transform.translate(centre.x(), centre.y());
+    transform.rotate(m_rotation);
+    transform.translate(-centre.x(), -centre.y());
+    item->setTransform(transform);
+    const QPointF after = item->mapToScene(centre);
+    if (before != after)
+        item->setPos(item->pos() + (before - after));
+}
+
+QVariantList Item::getItemTransform() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    const QTransform t = item ? item->transform() : QTransform();
+    return { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32() };
+}
+
+void Item::setItemTransformFromList(const QList<QVariant> &list)
+{
+    constexpr int entries = 8;
+    if (list.size() < entries)
+        return;
+    const auto at = [&list](int index) { return list[index].toDouble(); };
+    setItemTransform(QTransform(at(0), at(1), at(2), at(3), at(4), at(5), at(6), at(7), 1.0));
+}
+
+void Item::setItemTransform(const QTransform &t)
+{
+    const auto parts
+        = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
+    QGraphicsItem *item = graphicsItem();
+    if (item && std::ranges::all_of(parts, [](double part) { return std::isfinite(part); }))
+        item->setTransform(t);
+}
+
+QTransform Item::getItemUnitTransform() const
+{
+    const QGraphicsItem *item = graphicsItem();
+    QTransform t = item ? item->transform() : QTransform();
+    const double dx = t.m31();
+    const double dy = t.m32();
+    t.scale(1.0 / Limits::divisor(m_scaleX), 1.0 / Limits::divisor(m_scaleY));
+    t.setMatrix(t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), dx, dy, t.m33());
+    return t;
+}
+
+void Item::painterMirrorTransform(QPainter *painter, double width, double height) const
+{
+    painter->save();
+    if (m_horizontalMirror) {
+        painter->scale(-1, 1);
+        painter->translate(-width, 0);
+    }
+    if (m_verticalMirror) {
+        painter->scale(1, -1);
+        painter->translate(0, -height);
+    }
+}
+
+void Item::drawSelectionRectangle(
+    QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect)
+{
+    if (!(option->state & QStyle::State_Selected))
+        return;
+    painter->save();
+    painter->setPen(QPen(option->palette.windowText(), 0, Qt::DotLine, Qt::SquareCap, Qt::BevelJoin));
+    painter->setBrush(QColor(239, 127, 15, 50));
+    painter->drawRect(rect);
+    painter->restore();
+}
+
+void Item::paintSelectionFrame(
+    QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect) const
+{
+    if (!(option->state & QStyle::State_Selected))
+        return;
+    const QGraphicsItem *item = graphicsItem();
+    const QGraphicsItem *parent = item ? item->parentItem() : nullptr;
+    if (!parent || parent->type() == MobraTypes::LayerShape)
+        drawSelectionRectangle(painter, option, rect);
+}
+
+void Item::copyItemProperties(Item *target, bool copySize)
+{
+    target->setItemId(m_id);
+    target->setItemFlags(m_flags);
+    target->setItemHorizontalMirror(m_horizontalMirror);
+    target->setItemVerticalMirror(m_verticalMirror);
+    target->setAllowOverprint(m_allowOverprint);
+    target->copyPrivatePropeties(
+        m_rotation, getItemSize(), m_scaleX, m_scaleY, copySize, m_binding.id, m_binding.field);
+
+    const QGraphicsItem *from = graphicsItem();
+    QGraphicsItem *to = target->graphicsItem();
+    if (!from || !to)
+        return;
+    to->setZValue(from->zValue());
+    to->setFlags(from->flags());
+    to->setSelected(from->isSelected());
+    to->setTransform(from->transform());
+    to->setPos(from->pos());
+    to->setEnabled(from->isEnabled());
+    to->setVisible(from->isVisible());
+    to->setAcceptedMouseButtons(from->acceptedMouseButtons());
+    to->setAcceptHoverEvents(from->acceptHoverEvents());
+    to->setAcceptTouchEvents(from->acceptTouchEvents());
+}
+
+void Item::copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY, bool copySize,
+    int datasourceId, const QString &datasourceField)
+{
+    m_rotation = rotation;
+    if (copySize) {
+        storeItemSize(size);
+        m_scaleX = scaleX;
+        m_scaleY = scaleY;
+    }
+    m_binding = { datasourceId, datasourceField };
+}
+
+bool Item::addItemToPrintScene(QGraphicsScene *scene, double scale)
+{
+    QGraphicsItem *item = graphicsItem();
+    if (!scene || !item)
+        return false;
+    detach(*item);
+    if (Limits::toInt(scale) == 1) {
+        scene->addItem(item);
+        return false;
+    }
+    const QRectF source = item->sceneBoundingRect();
+    QGraphicsPixmapItem *picture
+        = scene->addPixmap(QPixmap::fromImage(renderedAlone(source, scene->sceneRect(), scale)));
+    picture->setPos(source.x() * scale, source.y() * scale);
+    picture->setZValue(item->zValue());
+    picture->setFlag(QGraphicsItem::ItemStacksBehindParent);
+    return true;
+}
+
+QImage Item::renderedAlone(const QRectF &source, const QRectF &sceneRect, double scale)
+{
+    QImage image = SafeImage::create(
+        source.width() * scale, source.height() * scale, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return image;
+    image.fill(ItemColors::transparentRgb);
+
+    QGraphicsScene alone(sceneRect);
+    alone.setItemIndexMethod(QGraphicsScene::BspTreeIndex);
+    alone.setBackgroundBrush(QBrush(ItemColors::transparent, Qt::SolidPattern));
+    alone.addItem(graphicsItem());
+    QPainter painter(&image);
+    alone.render(&painter, image.rect(), source, Qt::KeepAspectRatio);
+    alone.removeItem(graphicsItem());
+    return image;
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QtGlobal>
+
+#include <algorithm>
+#include <cmath>
+
+/// What the library accepts when it draws. Stored values, records and getters keep any number that they were given;
+/// these limits act where a number is about to reach Qt's painter, scene or image code.
+namespace Limits {
+
+/// The longest side of an image in pixels: Qt's raster engine cannot clip beyond.
+inline constexpr int MaxImageSide = 65535;
+/// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 512 MiB in 32-bit colour.
+inline constexpr qint64 MaxImagePixels = 128'000'000;
+/// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions overflow.
+inline constexpr double MaxGeometry = 1e7;
+/// The widest pen handed to the painter: a dashed pen of unbounded width never finishes.
+inline constexpr double MaxPenWidth = 1e4;
+/// The smallest divisor: a scale closer to zero is taken as this.
+inline constexpr double MinDivisor = 1e-9;
+
+/// value, or fallback where value is NaN or infinite.
+[[nodiscard]] inline double finite(double value, double fallback)
+{
+    return std::isfinite(value) ? value : fallback;
+}
+
+/// A side or coordinate as geometry: within ±MaxGeometry, 0 for NaN.
+[[nodiscard]] inline double geometry(double value)
+{
+    return std::isnan(value) ? 0.0 : std::clamp(value, -MaxGeometry, MaxGeometry);
+}
+
+/// A width for a painter's pen: within [0, MaxPenWidth], 0 for NaN.
+[[nodiscard]] inline double penWidth(double value)
+{
+    return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, MaxPenWidth);
+}
+
+/// A divisor that is never closer to zero than MinDivisor; NaN gives 1.
+[[nodiscard]] inline double divisor(double value)
+{
+    if (std::isnan(value))
+        return 1.0;
+    return std::abs(value) < MinDivisor ? std::copysign(MinDivisor, value) : value;
+}
+
+/// A double as the nearest integer, half away from zero, saturating at the ends of int; 0 for NaN.
+[[nodiscard]] inline int toInt(double value)
+{
+    constexpr double most = 2147483647.0;
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp(std::round(value), -most, most));
+}
+
+} // namespace Limits

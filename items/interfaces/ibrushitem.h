@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/core/vxexport.h"
+#include "items/core/mobratypes.h"
+
+/// The fill style of an item.
+class VX_EXPORT IBrushItem
+{
+public:
+    virtual ~IBrushItem();
+
+    virtual void setItemBrushStyle(MobraTypes::BrushStyle style) = 0;
+    [[nodiscard]] virtual MobraTypes::BrushStyle getItemBrushStyle() const = 0;
+};

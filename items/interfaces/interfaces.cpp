@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/interfaces/fillcoloritem.h"
+#include "items/interfaces/ibarcodeitem.h"
+#include "items/interfaces/ibasicitem.h"
+#include "items/interfaces/ibrushitem.h"
+#include "items/interfaces/icoloritem.h"
+#include "items/interfaces/idatasourceitem.h"
+#include "items/interfaces/ifontitem.h"
+#include "items/interfaces/igraphicitem.h"
+#include "items/interfaces/ilineitem.h"
+#include "items/interfaces/ipieitem.h"
+#include "items/interfaces/irichtextitem.h"
+#include "items/interfaces/iroundrectitem.h"
+#include "items/interfaces/itemplatelockitem.h"
+#include "items/interfaces/itextalignitem.h"
+#include "items/interfaces/itextgenericitem.h"
+#include "items/interfaces/itextlabelitem.h"
+#include "items/interfaces/penitem.h"
+#include "items/interfaces/textcoloritem.h"
+
+// The destructors are the key functions of the interfaces: defined here, in the library, each interface has one type
+// information object, without which a host's dynamic_cast to it fails.
+FillColorItem::~FillColorItem() = default;
+IBarcodeItem::~IBarcodeItem() = default;
+IBasicItem::~IBasicItem() = default;
+IBrushItem::~IBrushItem() = default;
+IColorItem::~IColorItem() = default;
+IDatasourceItem::~IDatasourceItem() = default;
+IFontItem::~IFontItem() = default;
+IGraphicItem::~IGraphicItem() = default;
+ILineItem::~ILineItem() = default;
+IPieItem::~IPieItem() = default;
+IRichTextItem::~IRichTextItem() = default;
+IRoundRectItem::~IRoundRectItem() = default;
+ITemplateLockItem::~ITemplateLockItem() = default;
+ITextAlignItem::~ITextAlignItem() = default;
+ITextGenericItem::~ITextGenericItem() = default;
+ITextLabelItem::~ITextLabelItem() = default;
+PenItem::~PenItem() = default;
+TextColorItem::~TextColorItem() = default;
+
+void PenItem::setItemPenStyleInt(ushort style) { setItemPenStyle(static_cast<Qt::PenStyle>(style)); }
+
+void PenItem::setItemPenCapStyleInt(ushort style) { setItemPenCapStyle(static_cast<Qt::PenCapStyle>(style)); }
+
+void PenItem::setItemPenJoinStyleInt(ushort style) { setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style)); }
+
+QString FillColorItem::getItemFillColorString() const { return m_fillColor.name(); }
+
+void FillColorItem::setItemFillColorString(const QString &color) { setItemFillColor(QColor::fromString(color)); }
+
+void TextColorItem::setItemTextColor(const QColor &color) { m_textColor = color; }
+
+uint ITextAlignItem::getItemAlignmentInt() const { return static_cast<uint>(getItemAlignment().toInt()); }

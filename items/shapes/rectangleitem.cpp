@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/rectangleitem.h"
+
+#include "items/core/itemcolors.h"
+#include "items/core/limits.h"
+#include "items/core/mirrorscope.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+
+/// The rectangle whose outline of the given width lies inside the size.
+QRectF insideOutline(const QSizeF &size, double penWidth)
+{
+    return QRectF(penWidth / 2, penWidth / 2, Limits::geometry(size.width()) - penWidth,
+        Limits::geometry(size.height()) - penWidth);
+}
+
+QPainterPath pathOf(const QRectF &rect)
+{
+    QPainterPath path;
+    path.addRect(rect);
+    return path;
+}
+
+} // namespace
+
+RectangleItem::RectangleItem()
+{
+    setItemShape(MobraTypes::RectangleShape);
+    setRect(0, 0, getItemWidth(), getItemHeight());
+    RectangleItem::updateItemPen();
+    updateItemBrush();
+    copyPrivatePropeties(getItemFillColor(), getItemPenColor());
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
+}
+
+RectangleItem::~RectangleItem() = default;
+
+QString RectangleItem::toDescriptionString() const
+{
+    return QStringLiteral("rectangle %1").arg(itemId());
+}
+
+QRectF RectangleItem::boundingRect() const
+{
+    return QRectF(0, 0, Limits::geometry(m_width), Limits::geometry(m_height));
+}
+
+QPainterPath RectangleItem::shape() const
+{
+    return pathOf(boundingRect());
+}
+
+QPainterPath RectangleItem::opaqueArea() const
+{
+    return itemIsOpaque() ? pathOf(boundingRect()) : QPainterPath();
+}
+
+void RectangleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
+{
+    const QRectF bounds = boundingRect();
+    {
+        const MirrorScope mirrored(*this, *painter, bounds.width(), bounds.height());
+        painter->setPen(getItemPen());
+        painter->setBrush(getItemBrush());
+        painter->drawRect(rect());
+    }
+    paintSelectionFrame(painter, option, bounds);
+}
+
+void RectangleItem::setItemPenColor(const QColor &color)
+{
+    FillableItem::setItemPenColor(color);
+    m_itemPenColor = color;
+}
+
+void RectangleItem::setItemFillColor(const QColor &color)
+{
+    FillableItem::setItemFillColor(color);
+    m_itemFillColor = color;
+}
+
+void RectangleItem::copyPrivatePropeties(const QColor &fill, const QColor &pen)
+{
+    m_itemFillColor = fill;
+    m_itemPenColor = pen;
+}
+
+void RectangleItem::updateItemPen()
+{
+    const QPen before = getItemPen();
+    FillableItem::updateItemPen();
+    if (getItemPen() != before)
+        updateRect();
+}
+
+void RectangleItem::updateRect()
+{
+    setRect(insideOutline(getItemSize(), getItemPen().widthF()));
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    prepareGeometryChange();
+}
+
+void RectangleItem::itemSizeChanged()
+{
+    FillableItem::itemSizeChanged();
+    updateRect();
+}
+
+void RectangleItem::updateItemSize(const QSizeF &size)
+{
+    FillableItem::updateItemSize(size);
+    RectangleItem::itemSizeChanged();
+}
+
+bool RectangleItem::resetItemPenColorsNegative(const QColor &printColor)
+{
+    const QColor color = getItemPenColor();
+    return reducePen(penIsVisible() && color != printColor && color != ItemColors::transparent);
+}
+
+void RectangleItem::preparePrintImage()
+{
+    prepareShapeImage([this](QPainter &painter, double scaling, double penWidth) {
+        painter.drawRect(insideOutline(getItemSize() * scaling, penWidth));
+    });
+}
+
+Item *RectangleItem::createItemCopy()
+{
+    auto copy = copyAs<RectangleItem>();
+    copy->setRect(rect());
+    copy->copyPrivatePropeties(m_itemFillColor, m_itemPenColor);
+    return copy.release();
+}
+
+void RectangleItem::refreshAfterLoading()
+{
+    copyPrivatePropeties(getItemFillColor(), getItemPenColor());
+    updateRect();
+}
+
+void RectangleItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    FillableItem::loadItemFromData(stream, version);
+    refreshAfterLoading();
+}
+
+QVariantMap RectangleItem::saveItemToJSON()
+{
+    return FillableItem::saveItemToJSON();
+}
+
+void RectangleItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
+{
+    FillableItem::loadItemFromJSON(map, version);
+    refreshAfterLoading();
+}

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/style/contoureditem.h"
+
+#include "items/core/itemcolors.h"
+#include "items/core/limits.h"
+#include "items/core/record.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned short maxPenWidth = 72;
+constexpr double penMiterLimit = 4.0;
+
+/// Half the smaller side plus one, as a whole number.
+unsigned short penWidthLimit(const QSizeF &size)
+{
+    const double limit = std::min(size.width() * 0.5 + 1.0, size.height() * 0.5 + 1.0);
+    return static_cast<unsigned short>(std::min(Limits::toInt(std::trunc(limit)), 0xFFFF));
+}
+
+/// A stored style as Qt knows it. Records and maps may hold any number.
+Qt::PenStyle paintedStyle(int style)
+{
+    return style >= Qt::NoPen && style <= Qt::CustomDashLine ? static_cast<Qt::PenStyle>(style) : Qt::NoPen;
+}
+
+Qt::PenJoinStyle paintedJoin(int join)
+{
+    switch (join) {
+    case Qt::MiterJoin:
+    case Qt::BevelJoin:
+    case Qt::SvgMiterJoin:
+        return static_cast<Qt::PenJoinStyle>(join);
+    default:
+        return Qt::RoundJoin;
+    }
+}
+
+} // namespace
+
+ContouredItem::ContouredItem() = default;
+ContouredItem::~ContouredItem() = default;
+
+void ContouredItem::setItemPenColor(const QColor &color)
+{
+    if (color == getItemPenColor())
+        return;
+    ColoredItem::setItemPenColor(color);
+    m_pen.setColor(color);
+}
+
+void ContouredItem::setItemPenWidth(unsigned short width)
+{
+    if (width == m_penWidth)
+        return;
+    m_penWidth = std::min(width, maxPenWidth);
+    updateItemPen();
+}
+
+void ContouredItem::setItemPenStyle(Qt::PenStyle style)
+{
+    if (style == m_penStyle || m_penStyle == Qt::CustomDashLine)
+        return;
+    m_penStyle = style;
+    updateItemPen();
+}
+
+void ContouredItem::setItemPenCapStyle(Qt::PenCapStyle style)
+{
+    if (style == m_penCapStyle || m_penCapStyle == Qt::MPenCapStyle)
+        return;
+    m_penCapStyle = style == Qt::RoundCap ? Qt::RoundCap : Qt::FlatCap;
+    m_pen.setCapStyle(getItemPenCapStyle());
+}
+
+void ContouredItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
+{
+    if (style == m_penJoinStyle || m_penJoinStyle == Qt::MPenJoinStyle)
+        return;
+    m_penJoinStyle = style;
+    m_pen.setJoinStyle(paintedJoin(style));
+}
+
+void ContouredItem::updateItemPen()
+{
+    const Qt::PenStyle style = paintedStyle(m_penStyle);
+    if (m_penWidth == 0 || style == Qt::NoPen) {
+        m_pen = QPen(Qt::NoPen);
+        m_pen.setWidth(0);
+        return;
+    }
+    const unsigned short width = std::min(m_penWidth, penWidthLimit(getItemSize()));
+    m_pen = QPen(QBrush(getItemPenColor(), Qt::SolidPattern), width, style, getItemPenCapStyle(),
+        paintedJoin(m_penJoinStyle));
+    m_pen.setMiterLimit(penMiterLimit);
+}
+
+void ContouredItem::itemSizeChanged()
+{
+    ColoredItem::itemSizeChanged();
+    updateItemPen();
+}
+
+bool ContouredItem::reducePen(bool prints)
+{
+    setItemPenColor(prints ? ItemColors::black : ItemColors::white);
+    updateItemPen();
+    return prints;
+}
+
+bool ContouredItem::notePrinted(bool printed)
+{
+    setItemFlags(MobraTypes::FlagVisibleInPrint, printed);
+    return printed;
+}
+
+bool ContouredItem::resetItemPenColors(const QColor &printColor, bool keepBlack)
+{
+    const bool inPrintColor = getItemPenColor() == printColor;
+    const bool keptBlack
+        = keepBlack && getItemPenColor() == ItemColors::black && m_penStyle == Qt::SolidLine;
+    return reducePen(penIsVisible() && (inPrintColor || keptBlack));
+}
+
+bool ContouredItem::resetItemPenColorsNegative(const QColor &printColor)
+{
+    return reducePen(penIsVisible() && getItemPenColor() != printColor);
+}
+
+bool ContouredItem::resetItemColors(const QColor &printColor, bool keepBlack, bool keepOthers)
+{
+    const bool inPrintColor = penIsVisible() && getItemPenColor() == printColor;
+    return notePrinted(resetItemPenColors(printColor, keepBlack && (inPrintColor || keepOthers)));
+}
+
+bool ContouredItem::resetItemColorsNegative(const QColor &printColor)
+{
+    return notePrinted(resetItemPenColorsNegative(printColor));
+}
+
+void ContouredItem::copyItemProperties(Item *target, bool copySize)
+{
+    ColoredItem::copyItemProperties(target, copySize);
+    auto *contoured = dynamic_cast<ContouredItem *>(target);
+    if (!contoured)
+        return;
+    contoured->setItemPenWidth(m_penWidth);
+    contoured->setItemPenCapStyle(getItemPenCapStyle());
+    contoured->setItemPenJoinStyle(getItemPenJoinStyle());
+    contoured->setItemPenStyle(getItemPenStyle());
+    contoured->updateItemPen();
+}
+
+void ContouredItem::saveItemToData(QDataStream &stream)
+{
+    ColoredItem::saveItemToData(stream);
+    Record::write(stream, qint16(m_penWidth), qint32(m_penStyle), qint32(m_penCapStyle), qint32(m_penJoinStyle));
+}
+
+void ContouredItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    ColoredItem::loadItemFromData(stream, version);
+    qint16 width;
+    qint32 style;
+    qint32 cap;
+    qint32 join;
+    Record::read(stream, width, style, cap, join);
+    setItemPenWidth(static_cast<unsigned short>(width));
+    setItemPenStyle(static_cast<Qt::PenStyle>(style));
+    setItemPenCapStyle(static_cast<Qt::PenCapStyle>(cap));
+    setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(join));
+    updateItemPen();
+}

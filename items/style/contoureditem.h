@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/interfaces/penitem.h"
+#include "items/style/coloreditem.h"
+
+#include <QPen>
+
+/// An item with an outline: builds the pen that it paints with, and reduces it to one ink for printing.
+class VX_EXPORT ContouredItem : public ColoredItem, public PenItem
+{
+public:
+    ContouredItem();
+    ~ContouredItem() override;
+
+    [[nodiscard]] QPen getItemPen() const { return m_pen; }
+    /// Replaces the painted pen until the next update; width, style, cap and join keep their values.
+    void setItemPen(const QPen &pen) { m_pen = pen; }
+
+    /// Widths above 72 become 72.
+    void setItemPenWidth(unsigned short width) override;
+    /// A custom dash pattern locks the style: once set, no other style replaces it.
+    void setItemPenStyle(Qt::PenStyle style) override;
+    /// Only flat and round caps exist; any other becomes flat, so that lines end where they were drawn to.
+    void setItemPenCapStyle(Qt::PenCapStyle style) override;
+    void setItemPenJoinStyle(Qt::PenJoinStyle style) override;
+    /// Builds the pen from the stored values. It is never wider than half the smaller side plus one; the stored width
+    /// stays, and comes back when the item grows.
+    virtual void updateItemPen();
+
+    /// Makes the outline black if it prints in printColor and white if not; with keepBlack a solid black outline stays
+    /// black. Returns whether the outline prints.
+    bool resetItemPenColors(const QColor &printColor, bool keepBlack);
+    /// Makes a visible outline black unless it has the print colour. Returns whether the outline prints.
+    virtual bool resetItemPenColorsNegative(const QColor &printColor);
+
+    // ColoredItem
+    void setItemPenColor(const QColor &color) override;
+
+    // Item
+    void copyItemProperties(Item *target, bool copySize) override;
+    bool resetItemColors(const QColor &printColor, bool keepBlack, bool keepOthers) override;
+    bool resetItemColorsNegative(const QColor &printColor) override;
+    void saveItemToData(QDataStream &stream) override;
+    void loadItemFromData(QDataStream &stream, unsigned int version) override;
+
+protected:
+    void itemSizeChanged() override;
+
+    [[nodiscard]] bool penIsVisible() const { return m_penWidth > 0 && m_penStyle != Qt::NoPen; }
+    /// Makes the outline black if it prints, else white. Returns prints.
+    bool reducePen(bool prints);
+    /// Keeps in FlagVisibleInPrint whether the reduced item prints, and returns it.
+    bool notePrinted(bool printed);
+
+private:
+    QPen m_pen;
+};

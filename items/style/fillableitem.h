@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/core/mobratypes.h"
+#include "items/interfaces/fillcoloritem.h"
+#include "items/interfaces/ibrushitem.h"
+#include "items/style/contoureditem.h"
+
+#include <QBrush>
+#include <QImage>
+#include <QList>
+#include <QSize>
+
+#include <functional>
+#include <memory>
+
+/// An item with a fill: builds the brush that it paints with, reduces itself to one ink for printing, and keeps the
+/// prepared print image of a fill that cannot be reduced by colour alone.
+class VX_EXPORT FillableItem : public ContouredItem, public FillColorItem, public IBrushItem
+{
+public:
+    FillableItem();
+    ~FillableItem() override;
+
+    // Fill
+    [[nodiscard]] QBrush getItemBrush() const { return m_brush; }
+    /// Whether the fill covers what lies below it.
+    [[nodiscard]] bool itemIsOpaque() const { return m_opaque; }
+    void setItemFillColor(const QColor &color) override;
+    void setItemBrushStyle(MobraTypes::BrushStyle style) override;
+    [[nodiscard]] MobraTypes::BrushStyle getItemBrushStyle() const override { return m_brushStyle; }
+    /// What the property map writes through, as a 16-bit number: 65535 is no change.
+    void setItemBrushStyleInt(int style);
+    /// The second colour of gradients; while transparent, that is white, or black under a white fill.
+    void setSceneBackgroundColor(const QColor &color);
+    [[nodiscard]] QColor getSceneBackgroundColor() const { return m_sceneBackground; }
+    /// Builds the brush from colour, style, size and print scaling.
+    void updateItemBrush();
+
+    // Printing
+    /// The inks, and the paper as the last colour.
+    void setItemPalette(const QList<QColor> &palette) { print().palette = palette; }
+    /// Print pixels per scene unit. The next updateItemBrush() takes it into account.
+    void setPrintScaling(double scaling) { print().scaling = scaling; }
+    [[nodiscard]] double getScaling() const { return print().scaling; }
+    void setPrintDitherMethod(Qt::ImageConversionFlags method) { print().dither = method; }
+    [[nodiscard]] Qt::ImageConversionFlags getPrintDitherMethod() const { return print().dither; }
+    /// The image that addItemToPrintScene() hands over after a reduction that asked for it.
+    void setPreprintedImage(const QImage &image) { print().image = image; }
+    [[nodiscard]] QImage getPreprintedImage() const { return print().image; }
+    /// Renders the item's present colours into the preprinted image.
+    virtual void preparePrintImage() = 0;
+    /// The size in print pixels, rounded.
+    [[nodiscard]] QSize getItemAbsSize() const;
+    /// The pixels of a rendering at scale 1, rounded up, and the offset at which the item is drawn into it.
+    [[nodiscard]] virtual QSize getItemAbsSize(double &x, double &y) const;
+    /// Renders a gradient once for each ink of the palette and merges the layers; a null image for any other fill.
+    [[nodiscard]] QImage partialColorRender();
+    /// Merges the first count layers, one for each colour of the palette but the last, the paper: black becomes the ink,
+    /// and whatever else is not transparent in the first layer becomes paper. A null image if all layers are null.
+    void recombineColorsOnImage(QImage &out, int count, const QList<QImage> &layers, QSize size) const;
+
+    void resetItemFillColors(const QColor &printColor, bool &printed, bool keepBlack);
+    void resetItemFillColorsForGradients(const QColor &printColor, bool &printed);
+    void resetItemFillColorsNegative(const QColor &printColor, bool &printed);
+
+    // Item
+    bool resetItemColors(const QColor &printColor, bool keepBlack, bool keepOthers) override;
+    bool resetItemColorsNegative(const QColor &printColor) override;
+    void copyItemProperties(Item *target, bool copySize) override;
+    bool addItemToPrintScene(QGraphicsScene *scene, double scale) override;
+    void saveItemToData(QDataStream &stream) override;
+    void loadItemFromData(QDataStream &stream, unsigned int version) override;
+    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
+
+protected:
+    void itemSizeChanged() override;
+
+    /// The preprinted image of a shape: pen and brush scaled to print pixels, dithered, transparent outside. draw gets the
+    /// painter, the print scaling and the scaled pen's width.
+    void prepareShapeImage(const std::function<void(QPainter &, double scaling, double penWidth)> &draw);
+
+private:
+    /// What only printing needs; most items never have it.
+    struct PrintState
+    {
+        bool throughImage = false;
+        double scaling = 1.0;
+        QImage image;
+        QImage cache;
+        Qt::ImageConversionFlags dither = Qt::MonoOnly | Qt::DiffuseAlphaDither;
+        QList<QColor> palette;
+    };
+
+    [[nodiscard]] PrintState &print();
+    [[nodiscard]] const PrintState &print() const;
+
+    [[nodiscard]] bool fillIsGradient() const;
+    [[nodiscard]] QBrush gradientBrush() const;
+    void setFillKind(bool opaque, bool gradient);
+    [[nodiscard]] bool dropInvisibleFill();
+    void reducePlainFill(bool prints, bool &printed);
+    void reduceGradientFill(bool prints, bool &printed);
+    [[nodiscard]] QImage inkLayer(const QColor &ink, QImage &canvas, const QPointF &offset);
+
+    MobraTypes::BrushStyle m_brushStyle = MobraTypes::BrushSolid;
+    bool m_opaque = true;
+    bool m_partialColor = false;
+    QBrush m_brush;
+    QColor m_sceneBackground;
+    std::unique_ptr<PrintState> m_print;
+};
