@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QtGlobal>
+
+/// What the host library accepts. A document beyond a limit is refused with a problem that names it.
+namespace LabelLimits {
+
+/// The largest document file: a label of the most items takes about 20 MB.
+inline constexpr qint64 MaxFileBytes = 64 * 1024 * 1024;
+/// The most values (objects, arrays and their members) in a JSON document: the parser takes up to 100 bytes for each.
+inline constexpr qint64 MaxJsonValues = 2'000'000;
+inline constexpr int MaxItems = 20'000;
+/// Containers within containers.
+inline constexpr int MaxNesting = 64;
+/// A proof holds one bit of each pixel's byte for each ink.
+inline constexpr int MaxInks = 8;
+inline constexpr int MaxInkNameLength = 64;
+/// Page sides in millimetres: ten metres of banner.
+inline constexpr double MaxPageSide = 10'000.0;
+inline constexpr double MinPageSide = 0.1;
+/// Design and output resolutions in dots per inch.
+inline constexpr double MinDpi = 10.0;
+inline constexpr double MaxDpi = 9'600.0;
+/// The pixels of a page that are rendered in 32-bit colour at a time, before they shrink to one bit.
+inline constexpr qint64 BandPixels = 8'000'000;
+
+} // namespace LabelLimits

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/labeldocument.h"
+
+#include <QImage>
+
+#include <optional>
+
+struct SeparationOptions
+{
+    /// Output resolution in dots per inch.
+    double dpi = 300.0;
+    /// White on black: on the plate of an ink everything prints except what has the ink's colour.
+    bool negative = false;
+    /// Lets inks print over each other: what does not print in an ink, and allows overprint, no longer clears the dots
+    /// below it on that ink's plate.
+    bool overprint = false;
+};
+
+/// The dots of one ink.
+struct Plate
+{
+    Ink ink;
+    QImage image; ///< QImage::Format_Mono; 1 (black) prints; dots per metre set
+    qint64 dots = 0; ///< how many print
+    [[nodiscard]] VX_LABEL_EXPORT double coverage() const; ///< percent of the page
+    [[nodiscard]] VX_LABEL_EXPORT double area() const; ///< square millimetres
+    double dpi = 300.0;
+};
+
+/// A document split into one plate per ink, in the order of its inks. Without overprint a dot belongs to at most one
+/// plate.
+struct Separation
+{
+    std::vector<Plate> plates;
+    QColor paper;
+    /// Colours that no ink prints, item by item: a person should know before the label is printed.
+    Problems warnings;
+};
+
+/// Renders copies of the visible items, each reduced to one ink at a time, without antialiasing; the document stays as it
+/// is. Nothing, with the reasons in problems, when the document has problems() or the page has too many dots at this
+/// resolution (the problem names the highest resolution that fits).
+[[nodiscard]] VX_LABEL_EXPORT std::optional<Separation> separate(
+    const LabelDocument &document, const SeparationOptions &options, Problems &problems);
