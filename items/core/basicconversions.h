@@ -6,8 +6,8 @@
 #include <QPointF>
 #include <QSizeF>
 
-/// Tolerant comparison of numbers and normalisation of angles. The bounds of all comparisons are inclusive; a negative
-/// epsilon makes every comparison false.
+/// Tolerant comparison of numbers and normalisation of angles. The bounds of all comparisons are inclusive; a
+/// negative epsilon makes every comparison false.
 class VX_EXPORT BasicConversions
 {
 public:
@@ -21,7 +21,7 @@ public:
     /// The angle in [0, 359].
     [[nodiscard]] static int normalizeAngle(int degrees);
 
-    /// Moves an angle at or up to 0.0005 above an odd multiple of 45 degrees to 0.001 past that multiple; any other
-    /// angle is returned as it is.
+    /// Moves an angle at or up to 0.0005 above an odd multiple of 45 degrees to 0.001 past that multiple; any
+    /// other angle is returned as it is.
     [[nodiscard]] static double adjust45(double degrees);
 };

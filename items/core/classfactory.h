@@ -8,8 +8,8 @@
 
 class Item;
 
-/// Makes an empty item of any class from its type code: a document's reader asks it for the item, which then loads
-/// itself.
+/// Makes an empty item of any class from its type code: a document's reader asks it for the item, which then
+/// loads itself.
 class VX_EXPORT ClassFactory
 {
 public:

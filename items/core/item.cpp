@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/item.h"
 
+#include "items/core/basicconversions.h"
 #include "items/core/itemcolors.h"
 #include "items/core/limits.h"
-#include "items/core/basicconversions.h"
 #include "items/core/safeimage.h"
 
 #include <QGraphicsItem>
@@ -25,7 +25,8 @@ double limited(double value, double least, double most)
     return value < least ? least : std::min(value, most);
 }
 
-/// The side that follows in a resize that keeps the ratio. Without a ratio to keep, the requested side stands.
+/// The side that follows in a resize that keeps the ratio. Without a ratio to keep, the requested side
+/// stands.
 double followingSide(double oldSide, double oldLeading, double leading, double requested)
 {
     return qFuzzyIsNull(oldLeading) ? requested : oldSide / oldLeading * leading;
@@ -37,7 +38,8 @@ void multiplyScale(double &scale, double newSide, double oldSide)
         scale *= newSide / oldSide;
 }
 
-/// Takes an item out of its parent and selection without moving it on the page, so that a scene can render it alone.
+/// Takes an item out of its parent and selection without moving it on the page, so that a scene can render it
+/// alone.
 void detach(QGraphicsItem &item)
 {
     const QPointF position = item.scenePos();
@@ -58,14 +60,12 @@ Item::Item()
 
 Item::~Item() = default;
 
-QGraphicsItem *Item::graphicsItem()
+QGraphicsItem *Item::graphicsItem() const
 {
-    return dynamic_cast<QGraphicsItem *>(this);
-}
-
-const QGraphicsItem *Item::graphicsItem() const
-{
-    return dynamic_cast<const QGraphicsItem *>(this);
+    // Every operation on the item's place asks for it, and the cast takes longer than most of them.
+    if (!m_graphicsItem)
+        m_graphicsItem = dynamic_cast<QGraphicsItem *>(const_cast<Item *>(this));
+    return m_graphicsItem;
 }
 
 void Item::setItemFlags(MobraTypes::Flags flag, bool on)
@@ -274,8 +274,7 @@ void Item::setItemTransformFromList(const QList<QVariant> &list)
 
 void Item::setItemTransform(const QTransform &t)
 {
-    const auto parts
-        = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
+    const auto parts = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
     QGraphicsItem *item = graphicsItem();
     if (item && std::ranges::all_of(parts, [](double part) { return std::isfinite(part); }))
         item->setTransform(t);
@@ -354,8 +353,8 @@ void Item::copyItemProperties(Item *target, bool copySize)
     to->setAcceptTouchEvents(from->acceptTouchEvents());
 }
 
-void Item::copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY, bool copySize,
-    int datasourceId, const QString &datasourceField)
+void Item::copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY,
+    bool copySize, int datasourceId, const QString &datasourceField)
 {
     m_rotation = rotation;
     if (copySize) {

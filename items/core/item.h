@@ -23,11 +23,12 @@ class QPainter;
 class QRectF;
 class QStyleOptionGraphicsItem;
 
-/// The base of every canvas item: identity, flags, size and scale, rotation, mirroring, datasource binding, persistence
-/// and the hand-off to a print scene.
+/// The base of every canvas item: identity, flags, size and scale, rotation, mirroring, datasource binding,
+/// persistence and the hand-off to a print scene.
 ///
-/// It is no QGraphicsItem: a concrete class derives from one of Qt's and from Item, mostly through ColoredItem,
-/// ContouredItem and FillableItem. An item belongs to whoever created it, until it is added to a scene or parent.
+/// It is no QGraphicsItem: a concrete class derives from one of Qt's and from Item, mostly through
+/// ColoredItem, ContouredItem and FillableItem. An item belongs to whoever created it, until it is added to a
+/// scene or parent.
 class VX_EXPORT Item : public IBasicItem, public ITemplateLockItem
 {
 public:
@@ -39,7 +40,8 @@ public:
     /// The number shown in the description, -1 for a new item.
     [[nodiscard]] short itemId() const { return m_id; }
     void setItemId(short id) { m_id = id; }
-    /// The code of the concrete class. The six polygons share one QGraphicsItem::type(); only this tells them apart.
+    /// The code of the concrete class. The six polygons share one QGraphicsItem::type(); only this tells them
+    /// apart.
     [[nodiscard]] MobraTypes::ShapeType getItemShape() const { return m_shape; }
     void setItemShape(MobraTypes::ShapeType shape) { m_shape = shape; }
     [[nodiscard]] unsigned int getItemShapeInt() const { return m_shape; }
@@ -97,13 +99,15 @@ public:
         double maxHeight, bool heightLeads, bool force) override;
     /// Stores the size without touching the scales; classes with a geometry of their own lay it out again.
     virtual void updateItemSize(const QSizeF &size);
-    /// Limits the height, then sets the width to height × ratio within its limits. The incoming width is ignored.
+    /// Limits the height, then sets the width to height × ratio within its limits. The incoming width is
+    /// ignored.
     static void adjustSizes(double &width, double &height, double minWidth, double maxWidth, double minHeight,
         double maxHeight, double ratio);
 
     // Transform
     [[nodiscard]] double getItemRotation() const override { return m_rotation; }
-    /// Replaces the item's transform by a rotation about the centre of its size, which keeps its place in the scene.
+    /// Replaces the item's transform by a rotation about the centre of its size, which keeps its place in the
+    /// scene.
     void setItemRotation(double degrees) override;
     [[nodiscard]] bool getItemHorizontalMirror() const override { return m_horizontalMirror; }
     [[nodiscard]] bool getItemVerticalMirror() const override { return m_verticalMirror; }
@@ -124,33 +128,35 @@ public:
         QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect);
     /// A new item equal to this one, in no scene. The caller owns it.
     [[nodiscard]] virtual Item *createItemCopy() = 0;
-    /// Copies everything that target has in common with this item; size and scales only with copySize. The parked
-    /// binding of a locked item is not copied.
+    /// Copies everything that target has in common with this item; size and scales only with copySize. The
+    /// parked binding of a locked item is not copied.
     virtual void copyItemProperties(Item *target, bool copySize);
-    void copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY, bool copySize,
-        int datasourceId, const QString &datasourceField);
-    /// Reduces the item to one ink: what prints in printColour becomes black, everything else white or transparent.
-    /// Returns whether anything prints, which FlagVisibleInPrint keeps. This overwrites colours: use it on copies.
-    /// With keepBlack, solid black stays; keepOthers extends that to items that have nothing else in the ink.
+    void copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY,
+        bool copySize, int datasourceId, const QString &datasourceField);
+    /// Reduces the item to one ink: what prints in printColour becomes black, everything else white or
+    /// transparent. Returns whether anything prints, which FlagVisibleInPrint keeps. This overwrites colours:
+    /// use it on copies. With keepBlack, solid black stays; keepOthers extends that to items that have
+    /// nothing else in the ink.
     virtual bool resetItemColors(const QColor &printColor, bool keepBlack, bool keepOthers) = 0;
     /// The same for white-on-black printing: what prints in printColour becomes white, everything else black.
     virtual bool resetItemColorsNegative(const QColor &printColor) = 0;
     /// For logs and lists, for example "rectangle 7".
     [[nodiscard]] virtual QString toDescriptionString() const = 0;
-    /// Hands the item to a print scene. At a scale that rounds to 1 the scene takes the item itself, and owns it: false.
-    /// Otherwise it gets a picture of the item, magnified by scale, and the caller keeps the item, which has left its
-    /// parent: true. A null scene: false.
+    /// Hands the item to a print scene. At a scale that rounds to 1 the scene takes the item itself, and owns
+    /// it: false. Otherwise it gets a picture of the item, magnified by scale, and the caller keeps the item,
+    /// which has left its parent: true. A null scene: false.
     virtual bool addItemToPrintScene(QGraphicsScene *scene, double scale);
 
     // Persistence
-    /// Appends the item's record to the stream. The type code, which tells a reader what class to create, and the length
-    /// of the record belong to the caller's framing.
+    /// Appends the item's record to the stream. The type code, which tells a reader what class to create, and
+    /// the length of the record belong to the caller's framing.
     virtual void saveItemToData(QDataStream &stream);
-    /// Reads a record written by a document of the given version; mirrors and overprint exist since version 6. Nothing
-    /// is validated: the stream's status tells whether the record was whole.
+    /// Reads a record written by a document of the given version; mirrors and overprint exist since
+    /// version 6. Nothing is validated: the stream's status tells whether the record was whole.
     virtual void loadItemFromData(QDataStream &stream, unsigned int version);
-    /// The item's Qt properties, less ignoredPropertyNames(). Colours lose their alpha in it: a host that keeps maps
-    /// stores translucent and transparent colours itself, as "#aarrggbb" and "transparent", which loading accepts.
+    /// The item's Qt properties, less ignoredPropertyNames(). Colours lose their alpha in it: a host that
+    /// keeps maps stores translucent and transparent colours itself, as "#aarrggbb" and "transparent", which
+    /// loading accepts.
     [[nodiscard]] virtual QVariantMap saveItemToJSON() = 0;
     /// Applies a property map; unknown keys and unusable values are skipped.
     virtual void loadItemFromJSON(const QVariantMap &map, unsigned int version) = 0;
@@ -164,18 +170,18 @@ public:
     [[nodiscard]] bool itemIsNonModifiable() const override { return hasFlag(MobraTypes::MaskNonModifiable); }
 
 protected:
-    /// Announces to the scene that the bounding rectangle is about to change: every concrete class forwards to its
-    /// protected QGraphicsItem::prepareGeometryChange().
+    /// Announces to the scene that the bounding rectangle is about to change: every concrete class forwards
+    /// to its protected QGraphicsItem::prepareGeometryChange().
     virtual void announceGeometryChange() = 0;
     /// Runs after each form of setItemSize has stored a new size. An override calls that of its base first.
     virtual void itemSizeChanged();
     void storeItemSize(const QSizeF &size);
 
     /// This item as its own graphics item; null while a constructor or destructor of a base runs.
-    [[nodiscard]] QGraphicsItem *graphicsItem();
-    [[nodiscard]] const QGraphicsItem *graphicsItem() const;
+    [[nodiscard]] QGraphicsItem *graphicsItem() const;
 
-    /// A new item of class T with everything that copyItemProperties() copies. The first step of createItemCopy().
+    /// A new item of class T with everything that copyItemProperties() copies. The first step of
+    /// createItemCopy().
     template <typename T> [[nodiscard]] std::unique_ptr<T> copyAs()
     {
         auto copy = std::make_unique<T>();
@@ -183,8 +189,10 @@ protected:
         return copy;
     }
 
-    /// The last step of paint(): the selection frame, which an item draws when it has no parent or lies in a layer.
-    void paintSelectionFrame(QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect) const;
+    /// The last step of paint(): the selection frame, which an item draws when it has no parent or lies in a
+    /// layer.
+    void paintSelectionFrame(
+        QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect) const;
 
 private:
     struct Binding
@@ -200,6 +208,7 @@ private:
     bool applySize(const QSizeF &size);
     [[nodiscard]] QImage renderedAlone(const QRectF &source, const QRectF &sceneRect, double scale);
 
+    mutable QGraphicsItem *m_graphicsItem = nullptr;
     short m_id = -1;
     bool m_allowOverprint = true;
     MobraTypes::ShapeType m_shape = MobraTypes::RectangleShape;

@@ -4,8 +4,8 @@
 #include <QColor>
 #include <QString>
 
-/// The colours with a meaning of their own. Comparisons with them are exact: a colour of another specification (HSV,
-/// CMYK) never equals them, so print colours and item colours are RGB.
+/// The colours with a meaning of their own. Comparisons with them are exact: a colour of another
+/// specification (HSV, CMYK) never equals them, so print colours and item colours are RGB.
 namespace ItemColors {
 
 inline const QString transparentName = QStringLiteral("transparent");

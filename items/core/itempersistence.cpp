@@ -8,7 +8,6 @@
 #include <QGraphicsItem>
 #include <QObject>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -21,11 +20,11 @@ constexpr unsigned int mirrorsSinceVersion = 6;
 const QStringList &Item::ignoredPropertyNames()
 {
     static const QStringList names { QStringLiteral("objectName"), QStringLiteral("parent"),
-        QStringLiteral("opacity"), QStringLiteral("enabled"), QStringLiteral("visible"), QStringLiteral("pos"),
-        QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z"), QStringLiteral("rotation"),
-        QStringLiteral("scale"), QStringLiteral("transformOriginPoint"), QStringLiteral("effect"),
-        QStringLiteral("children"), QStringLiteral("width"), QStringLiteral("height"),
-        QStringLiteral("elementId"), QStringLiteral("maximumCacheSize") };
+        QStringLiteral("opacity"), QStringLiteral("enabled"), QStringLiteral("visible"),
+        QStringLiteral("pos"), QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z"),
+        QStringLiteral("rotation"), QStringLiteral("scale"), QStringLiteral("transformOriginPoint"),
+        QStringLiteral("effect"), QStringLiteral("children"), QStringLiteral("width"),
+        QStringLiteral("height"), QStringLiteral("elementId"), QStringLiteral("maximumCacheSize") };
     return names;
 }
 
@@ -34,10 +33,10 @@ void Item::saveItemToData(QDataStream &stream)
     const QGraphicsItem *item = graphicsItem();
     const QTransform t = item ? item->transform() : QTransform();
     const QPointF position = item ? item->pos() : QPointF();
-    Record::write(stream, qint16(m_id), qint32(m_flags), m_horizontalMirror, m_verticalMirror, m_allowOverprint,
-        getItemZValue(), qint32(itemQFlags()), getItemIsVisible(), m_rotation, m_width, m_height, m_scaleX,
-        m_scaleY, t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33(), position.x(),
-        position.y(), qint32(m_binding.id));
+    Record::write(stream, qint16(m_id), qint32(m_flags), m_horizontalMirror, m_verticalMirror,
+        m_allowOverprint, getItemZValue(), qint32(itemQFlags()), getItemIsVisible(), m_rotation, m_width,
+        m_height, m_scaleX, m_scaleY, t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(),
+        t.m33(), position.x(), position.y(), qint32(m_binding.id));
     stream << m_binding.field;
 }
 
@@ -45,17 +44,8 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     qint16 id;
     qint32 flags;
-    Record::read(stream, id, flags);
-    setItemId(id);
-    setItemFlags(static_cast<unsigned int>(flags));
-    if (version >= mirrorsSinceVersion) {
-        bool horizontal;
-        bool vertical;
-        Record::read(stream, horizontal, vertical, m_allowOverprint);
-        setItemHorizontalMirror(horizontal);
-        setItemVerticalMirror(vertical);
-    }
-
+    bool horizontal = m_horizontalMirror;
+    bool vertical = m_verticalMirror;
     double z;
     qint32 graphicsFlags;
     bool visible;
@@ -63,8 +53,20 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
     std::array<double, 9> m;
     QPointF position;
     qint32 datasourceId;
-    Record::read(stream, z, graphicsFlags, visible, m_rotation, size.rwidth(), size.rheight(), m_scaleX, m_scaleY,
-        m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], position.rx(), position.ry(), datasourceId);
+    const auto head = std::tie(id, flags);
+    const auto mirrors = std::tie(horizontal, vertical, m_allowOverprint);
+    const auto rest
+        = std::tie(z, graphicsFlags, visible, m_rotation, size.rwidth(), size.rheight(), m_scaleX, m_scaleY,
+            m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], position.rx(), position.ry(), datasourceId);
+    if (version >= mirrorsSinceVersion)
+        Record::read(stream, std::tuple_cat(head, mirrors, rest));
+    else
+        Record::read(stream, std::tuple_cat(head, rest));
+
+    setItemId(id);
+    setItemFlags(static_cast<unsigned int>(flags));
+    setItemHorizontalMirror(horizontal);
+    setItemVerticalMirror(vertical);
     setItemZValue(z);
     setItemQFlags(static_cast<unsigned int>(graphicsFlags));
     setItemIsVisible(visible);

@@ -6,15 +6,16 @@
 #include <algorithm>
 #include <cmath>
 
-/// What the library accepts when it draws. Stored values, records and getters keep any number that they were given;
-/// these limits act where a number is about to reach Qt's painter, scene or image code.
+/// What the library accepts when it draws. Stored values, records and getters keep any number that they were
+/// given; these limits act where a number is about to reach Qt's painter, scene or image code.
 namespace Limits {
 
 /// The longest side of an image in pixels: Qt's raster engine cannot clip beyond.
 inline constexpr int MaxImageSide = 65535;
 /// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 512 MiB in 32-bit colour.
 inline constexpr qint64 MaxImagePixels = 128'000'000;
-/// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions overflow.
+/// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions
+/// overflow.
 inline constexpr double MaxGeometry = 1e7;
 /// The widest pen handed to the painter: a dashed pen of unbounded width never finishes.
 inline constexpr double MaxPenWidth = 1e4;

@@ -8,10 +8,18 @@
 MirrorScope::MirrorScope(const Item &item, QPainter &painter, double width, double height)
     : m_painter(painter)
 {
-    item.painterMirrorTransform(&painter, width, height);
+    if (item.getItemHorizontalMirror() || item.getItemVerticalMirror())
+        item.painterMirrorTransform(&painter, width, height);
+    else
+        m_upright.emplace(painter.pen(), painter.brush());
 }
 
 MirrorScope::~MirrorScope()
 {
-    m_painter.restore();
+    if (!m_upright) {
+        m_painter.restore();
+        return;
+    }
+    m_painter.setPen(m_upright->pen);
+    m_painter.setBrush(m_upright->brush);
 }

@@ -3,12 +3,16 @@
 
 #include "items/core/vxexport.h"
 
-#include <QtGlobal>
+#include <QBrush>
+#include <QPen>
+
+#include <optional>
 
 class Item;
 class QPainter;
 
-/// Paints an item in its mirrored state for as long as the scope lives, and leaves the painter as it found it.
+/// Paints an item in its mirrored state for as long as the scope lives, and leaves the painter's transform,
+/// pen and brush as it found them. An item that changes more of the painter saves that itself.
 class VX_EXPORT MirrorScope
 {
 public:
@@ -18,5 +22,14 @@ public:
     Q_DISABLE_COPY_MOVE(MirrorScope)
 
 private:
+    struct PenAndBrush
+    {
+        QPen pen;
+        QBrush brush;
+    };
+
     QPainter &m_painter;
+    /// What an upright item has to put back; saving the painter's whole state for it would cost several times
+    /// as much.
+    std::optional<PenAndBrush> m_upright;
 };

@@ -43,7 +43,8 @@ enum Flags : unsigned int {
     MaskNonModifiable = FlagUserTemplate | FlagSupplyTemplate | FlagReadOnly
 };
 
-/// The fill style: 0 to 14 are the numbers of Qt::BrushStyle, 15 to 17 the gradients that items build themselves.
+/// The fill style: 0 to 14 are the numbers of Qt::BrushStyle, 15 to 17 the gradients that items build
+/// themselves.
 enum BrushStyle : int {
     BrushNoChange = -1, ///< a setter that receives it does nothing
     BrushNone = 0,

@@ -11,26 +11,35 @@
 #include <array>
 #include <bit>
 #include <concepts>
-#include <cstdint>
 #include <tuple>
+#include <type_traits>
 
-/// Writing and reading the fixed-width fields of a record in one go. The bytes are those of the stream's own operators,
-/// field by field; a stream of the usual kind (big-endian, double precision) gets them in one write, which is several
-/// times faster.
+/// Writing and reading the fixed-width fields of a record in one go. The bytes are those of the stream's own
+/// operators, field by field; a stream of the usual kind (big-endian, double precision) gets them in one
+/// write, which is several times faster.
 namespace Record {
 
 // One field: its width in the record, and its big-endian bytes.
 template <typename Field> struct Codec;
 
-template <std::integral Field> struct Codec<Field>
+/// A number, by its bits.
+template <typename Field, std::unsigned_integral Bits> struct NumberCodec
 {
     static constexpr int width = sizeof(Field);
-    static void put(char *to, Field value) { qToBigEndian(value, to); }
+    static void put(char *to, Field value) { qToBigEndian(std::bit_cast<Bits>(value), to); }
     static bool get(const char *from, Field &value)
     {
-        value = qFromBigEndian<Field>(from);
+        value = std::bit_cast<Field>(qFromBigEndian<Bits>(from));
         return true;
     }
+};
+
+template <std::integral Field> struct Codec<Field> : NumberCodec<Field, std::make_unsigned_t<Field>>
+{
+};
+
+template <> struct Codec<double> : NumberCodec<double, quint64>
+{
 };
 
 template <> struct Codec<bool>
@@ -40,17 +49,6 @@ template <> struct Codec<bool>
     static bool get(const char *from, bool &value)
     {
         value = *from != 0;
-        return true;
-    }
-};
-
-template <> struct Codec<double>
-{
-    static constexpr int width = sizeof(double);
-    static void put(char *to, double value) { qToBigEndian(std::bit_cast<quint64>(value), to); }
-    static bool get(const char *from, double &value)
-    {
-        value = std::bit_cast<double>(qFromBigEndian<quint64>(from));
         return true;
     }
 };
@@ -86,29 +84,32 @@ template <typename... Fields> void write(QDataStream &stream, const Fields &...f
     stream.writeRawData(bytes.data(), int(bytes.size()));
 }
 
-/// Reads the fields from the stream. Fields that a short or failed stream does not hold become 0, false or an invalid
-/// colour, as with the operators.
-template <typename... Fields> void read(QDataStream &stream, Fields &...fields)
+/// Reads the fields, a tuple of references, from the stream. Fields that a short or failed stream does not
+/// hold become 0, false or an invalid colour, as with the operators.
+template <typename... Fields> void read(QDataStream &stream, std::tuple<Fields &...> fields)
 {
+    const auto byOperators = [&fields](QDataStream &from) {
+        std::apply([&from](Fields &...field) { (from >> ... >> field); }, fields);
+    };
     if (!isPlain(stream)) {
-        (stream >> ... >> fields);
+        byOperators(stream);
         return;
     }
     std::array<char, width<Fields...>> bytes;
     const int count = stream.readRawData(bytes.data(), int(bytes.size()));
     const char *from = bytes.data();
-    const auto take = [&from](auto &field) {
-        using Field = std::remove_reference_t<decltype(field)>;
+    const auto take = [&from]<typename Field>(Field &field) {
         const bool taken = Codec<Field>::get(from, field);
         from += Codec<Field>::width;
         return taken;
     };
-    if (count == int(bytes.size()) && (take(fields) && ...))
+    const auto takeAll = [&take](Fields &...field) { return (take(field) && ...); };
+    if (count == int(bytes.size()) && std::apply(takeAll, fields))
         return;
     // A cut record or an unusual colour: the operators decide what each field becomes.
     QDataStream rest(QByteArray::fromRawData(bytes.data(), qMax(count, 0)));
     rest.setVersion(stream.version());
-    (rest >> ... >> fields);
+    byOperators(rest);
 }
 
 } // namespace Record

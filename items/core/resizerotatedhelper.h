@@ -7,9 +7,9 @@
 
 class QGraphicsItem;
 
-/// For items that scale a fixed content by a transform: builds the transform and keeps the item in place while the
-/// transform's translation changes, also when the item joins or leaves a group. The item itself announces the change of
-/// its geometry.
+/// For items that scale a fixed content by a transform: builds the transform and keeps the item in place
+/// while the transform's translation changes, also when the item joins or leaves a group. The item itself
+/// announces the change of its geometry.
 class VX_EXPORT ResizeRotatedHelper
 {
 public:
@@ -17,8 +17,8 @@ public:
     virtual ~ResizeRotatedHelper();
     Q_DISABLE_COPY_MOVE(ResizeRotatedHelper)
 
-    /// Gives the item the transform "scale, then rotate by angle degrees about (cx, cy)" and moves it by what the
-    /// transform's translation has changed; right after joining a group, by the whole translation.
+    /// Gives the item the transform "scale, then rotate by angle degrees about (cx, cy)" and moves it by what
+    /// the transform's translation has changed; right after joining a group, by the whole translation.
     void updateTransformOnResize(
         QGraphicsItem *item, double cx, double cy, double angle, double scaleX, double scaleY);
     /// The same transform without moving the item, which therefore turns about (cx, cy).

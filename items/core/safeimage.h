@@ -8,8 +8,9 @@
 /// The only way in which images for printing and previews are made.
 namespace SafeImage {
 
-/// An uninitialised image of the given sides in pixels, each rounded half away from zero. A null image when a side is
-/// not finite or rounds to less than 1, when a side or the area exceeds the limits, or when memory runs out.
+/// An uninitialised image of the given sides in pixels, each rounded half away from zero. A null image when a
+/// side is not finite or rounds to less than 1, when a side or the area exceeds the limits, or when memory
+/// runs out.
 [[nodiscard]] VX_EXPORT QImage create(double width, double height, QImage::Format format);
 
 /// The same for whole numbers.

@@ -18,10 +18,12 @@ public:
     /// Store one side only: the scale factors and the geometry stay as they are.
     virtual void setItemWidth(double width) = 0;
     virtual void setItemHeight(double height) = 0;
-    /// Resizes the item; with keepRatio one side follows the other, the height leading when heightLeads is set.
+    /// Resizes the item; with keepRatio one side follows the other, the height leading when heightLeads is
+    /// set.
     virtual bool setItemSize(QSizeF size, bool keepRatio, bool heightLeads) = 0;
-    /// The same with limits. The side that follows is limited last, which may break the ratio. force takes the
-    /// request even when it equals the present size; a limited size that equals it is refused all the same.
+    /// The same with limits. The side that follows is limited last, which may break the ratio. force takes
+    /// the request even when it equals the present size; a limited size that equals it is refused all the
+    /// same.
     virtual bool setItemSize(QSizeF size, bool keepRatio, double minWidth, double minHeight, double maxWidth,
         double maxHeight, bool heightLeads, bool force)
         = 0;

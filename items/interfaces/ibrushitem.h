@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "items/core/vxexport.h"
 #include "items/core/mobratypes.h"
+#include "items/core/vxexport.h"
 
 /// The fill style of an item.
 class VX_EXPORT IBrushItem

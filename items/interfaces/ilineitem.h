@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "items/core/vxexport.h"
 #include "items/core/mobratypes.h"
+#include "items/core/vxexport.h"
 
 /// The ends of a line. The setters return whether something changed.
 class VX_EXPORT ILineItem

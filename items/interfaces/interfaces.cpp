@@ -18,8 +18,8 @@
 #include "items/interfaces/penitem.h"
 #include "items/interfaces/textcoloritem.h"
 
-// The destructors are the key functions of the interfaces: defined here, in the library, each interface has one type
-// information object, without which a host's dynamic_cast to it fails.
+// The destructors are the key functions of the interfaces: defined here, in the library, each interface has
+// one type information object, without which a host's dynamic_cast to it fails.
 FillColorItem::~FillColorItem() = default;
 IBarcodeItem::~IBarcodeItem() = default;
 IBasicItem::~IBasicItem() = default;
@@ -39,16 +39,37 @@ ITextLabelItem::~ITextLabelItem() = default;
 PenItem::~PenItem() = default;
 TextColorItem::~TextColorItem() = default;
 
-void PenItem::setItemPenStyleInt(ushort style) { setItemPenStyle(static_cast<Qt::PenStyle>(style)); }
+void PenItem::setItemPenStyleInt(ushort style)
+{
+    setItemPenStyle(static_cast<Qt::PenStyle>(style));
+}
 
-void PenItem::setItemPenCapStyleInt(ushort style) { setItemPenCapStyle(static_cast<Qt::PenCapStyle>(style)); }
+void PenItem::setItemPenCapStyleInt(ushort style)
+{
+    setItemPenCapStyle(static_cast<Qt::PenCapStyle>(style));
+}
 
-void PenItem::setItemPenJoinStyleInt(ushort style) { setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style)); }
+void PenItem::setItemPenJoinStyleInt(ushort style)
+{
+    setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style));
+}
 
-QString FillColorItem::getItemFillColorString() const { return m_fillColor.name(); }
+QString FillColorItem::getItemFillColorString() const
+{
+    return m_fillColor.name();
+}
 
-void FillColorItem::setItemFillColorString(const QString &color) { setItemFillColor(QColor::fromString(color)); }
+void FillColorItem::setItemFillColorString(const QString &color)
+{
+    setItemFillColor(QColor::fromString(color));
+}
 
-void TextColorItem::setItemTextColor(const QColor &color) { m_textColor = color; }
+void TextColorItem::setItemTextColor(const QColor &color)
+{
+    m_textColor = color;
+}
 
-uint ITextAlignItem::getItemAlignmentInt() const { return static_cast<uint>(getItemAlignment().toInt()); }
+uint ITextAlignItem::getItemAlignmentInt() const
+{
+    return static_cast<uint>(getItemAlignment().toInt());
+}

@@ -9,8 +9,9 @@ class VX_EXPORT ITemplateLockItem
 public:
     virtual ~ITemplateLockItem();
 
-    /// Both switches also park the datasource binding: on saves and clears it, off restores what was saved. Never
-    /// call one with the state that it already has: the second call saves, or restores, an empty binding.
+    /// Both switches also park the datasource binding: on saves and clears it, off restores what was saved.
+    /// Never call one with the state that it already has: the second call saves, or restores, an empty
+    /// binding.
     virtual void setItemAsUserTemplate(bool on) = 0;
     [[nodiscard]] virtual bool itemIsUserTemplate() const = 0;
     [[nodiscard]] virtual bool itemIsReadOnly() const = 0;

@@ -14,7 +14,10 @@ public:
     /// Width in scene units, at most 72; 0 draws no outline.
     [[nodiscard]] ushort getItemPenWidth() const { return m_penWidth; }
     [[nodiscard]] Qt::PenStyle getItemPenStyle() const { return static_cast<Qt::PenStyle>(m_penStyle); }
-    [[nodiscard]] Qt::PenCapStyle getItemPenCapStyle() const { return static_cast<Qt::PenCapStyle>(m_penCapStyle); }
+    [[nodiscard]] Qt::PenCapStyle getItemPenCapStyle() const
+    {
+        return static_cast<Qt::PenCapStyle>(m_penCapStyle);
+    }
     [[nodiscard]] Qt::PenJoinStyle getItemPenJoinStyle() const
     {
         return static_cast<Qt::PenJoinStyle>(m_penJoinStyle);
@@ -25,15 +28,16 @@ public:
     virtual void setItemPenJoinStyle(Qt::PenJoinStyle style) = 0;
     virtual void setItemPenWidth(unsigned short width) = 0;
 
-    // What the property map writes through: a property of an integer type cannot call an enumeration's setter.
+    // What the property map writes through: a property of an integer type cannot call an enumeration's
+    // setter.
     void setItemPenStyleInt(ushort style);
     void setItemPenCapStyleInt(ushort style);
     void setItemPenJoinStyleInt(ushort style);
 
 protected:
     unsigned short m_penWidth = 1;
-    // Plain integers, because a record or map may hold any number and storing one outside an enumeration's range
-    // in the enumeration itself is undefined.
+    // Plain integers, because a record or map may hold any number and storing one outside an enumeration's
+    // range in the enumeration itself is undefined.
     int m_penStyle = Qt::SolidLine;
     int m_penCapStyle = Qt::RoundCap;
     int m_penJoinStyle = Qt::RoundJoin;

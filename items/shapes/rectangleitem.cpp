@@ -29,7 +29,6 @@ QPainterPath pathOf(const QRectF &rect)
 RectangleItem::RectangleItem()
 {
     setItemShape(MobraTypes::RectangleShape);
-    setRect(0, 0, getItemWidth(), getItemHeight());
     RectangleItem::updateItemPen();
     updateItemBrush();
     copyPrivatePropeties(getItemFillColor(), getItemPenColor());
@@ -63,8 +62,8 @@ void RectangleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *opt
     const QRectF bounds = boundingRect();
     {
         const MirrorScope mirrored(*this, *painter, bounds.width(), bounds.height());
-        painter->setPen(getItemPen());
-        painter->setBrush(getItemBrush());
+        painter->setPen(itemPen());
+        painter->setBrush(itemBrush());
         painter->drawRect(rect());
     }
     paintSelectionFrame(painter, option, bounds);
@@ -90,15 +89,15 @@ void RectangleItem::copyPrivatePropeties(const QColor &fill, const QColor &pen)
 
 void RectangleItem::updateItemPen()
 {
-    const QPen before = getItemPen();
+    const QPen before = itemPen();
     FillableItem::updateItemPen();
-    if (getItemPen() != before)
+    if (itemPen() != before)
         updateRect();
 }
 
 void RectangleItem::updateRect()
 {
-    setRect(insideOutline(getItemSize(), getItemPen().widthF()));
+    setRect(insideOutline(getItemSize(), itemPen().widthF()));
     setItemScaleX(1.0);
     setItemScaleY(1.0);
     prepareGeometryChange();

@@ -7,8 +7,8 @@
 #include <QGraphicsRectItem>
 #include <QObject>
 
-/// The plain rectangle. Its outline lies inside the logical size, so it needs no pen margin, and both scale factors stay
-/// 1: a new size lays the rectangle out again.
+/// The plain rectangle. Its outline lies inside the logical size, so it needs no pen margin, and both scale
+/// factors stay 1: a new size lays the rectangle out again.
 class VX_EXPORT RectangleItem : public QObject, public QGraphicsRectItem, public FillableItem
 {
     Q_OBJECT

@@ -37,5 +37,5 @@ void ColoredItem::saveItemToData(QDataStream &stream)
 void ColoredItem::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     Item::loadItemFromData(stream, version);
-    Record::read(stream, m_penColor);
+    Record::read(stream, std::tie(m_penColor));
 }

@@ -24,12 +24,12 @@ public:
     /// Only flat and round caps exist; any other becomes flat, so that lines end where they were drawn to.
     void setItemPenCapStyle(Qt::PenCapStyle style) override;
     void setItemPenJoinStyle(Qt::PenJoinStyle style) override;
-    /// Builds the pen from the stored values. It is never wider than half the smaller side plus one; the stored width
-    /// stays, and comes back when the item grows.
+    /// Builds the pen from the stored values. It is never wider than half the smaller side plus one; the
+    /// stored width stays, and comes back when the item grows.
     virtual void updateItemPen();
 
-    /// Makes the outline black if it prints in printColor and white if not; with keepBlack a solid black outline stays
-    /// black. Returns whether the outline prints.
+    /// Makes the outline black if it prints in printColor and white if not; with keepBlack a solid black
+    /// outline stays black. Returns whether the outline prints.
     bool resetItemPenColors(const QColor &printColor, bool keepBlack);
     /// Makes a visible outline black unless it has the print colour. Returns whether the outline prints.
     virtual bool resetItemPenColorsNegative(const QColor &printColor);
@@ -47,6 +47,8 @@ public:
 protected:
     void itemSizeChanged() override;
 
+    /// The pen to paint with, without a copy.
+    [[nodiscard]] const QPen &itemPen() const { return m_pen; }
     [[nodiscard]] bool penIsVisible() const { return m_penWidth > 0 && m_penStyle != Qt::NoPen; }
     /// Makes the outline black if it prints, else white. Returns prints.
     bool reducePen(bool prints);

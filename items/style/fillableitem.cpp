@@ -26,6 +26,15 @@ QImage asLayer(const QImage &image, QSize size)
     return layer.size() == size ? layer : layer.copy(QRect(QPoint(), size));
 }
 
+/// The brush of the given values, shared by items of one look as their pens are.
+QBrush sharedBrush(const QColor &color, Qt::BrushStyle style)
+{
+    static QBrush last;
+    if (last.style() != style || last.color() != color)
+        last = QBrush(color, style);
+    return last;
+}
+
 QGradient withStops(QGradient gradient, const QColor &first, double lastStop, const QColor &last)
 {
     gradient.setStops({ { 0.0, first }, { lastStop, last } });
@@ -84,7 +93,8 @@ void FillableItem::setSceneBackgroundColor(const QColor &color)
 
 bool FillableItem::fillIsGradient() const
 {
-    return m_brushStyle >= MobraTypes::BrushLinearGradient && m_brushStyle <= MobraTypes::BrushConicalGradient;
+    return m_brushStyle >= MobraTypes::BrushLinearGradient
+        && m_brushStyle <= MobraTypes::BrushConicalGradient;
 }
 
 void FillableItem::setFillKind(bool opaque, bool gradient)
@@ -98,15 +108,16 @@ void FillableItem::updateItemBrush()
 {
     if (m_fillColor == ItemColors::transparent) {
         setFillKind(false, false);
-        m_brush = QBrush(m_fillColor, Qt::NoBrush);
+        m_brush = sharedBrush(m_fillColor, Qt::NoBrush);
     } else if (fillIsGradient()) {
         setFillKind(true, true);
         m_brush = gradientBrush();
     } else {
         // Numbers without a Qt style paint nothing, and are no value of Qt's enumeration.
-        const bool known = m_brushStyle >= MobraTypes::BrushNone && m_brushStyle <= MobraTypes::BrushDiagonalCross;
+        const bool known
+            = m_brushStyle >= MobraTypes::BrushNone && m_brushStyle <= MobraTypes::BrushDiagonalCross;
         setFillKind(m_brushStyle == MobraTypes::BrushSolid, false);
-        m_brush = QBrush(m_fillColor, known ? static_cast<Qt::BrushStyle>(m_brushStyle) : Qt::NoBrush);
+        m_brush = sharedBrush(m_fillColor, known ? static_cast<Qt::BrushStyle>(m_brushStyle) : Qt::NoBrush);
     }
 }
 
@@ -319,8 +330,8 @@ bool FillableItem::addItemToPrintScene(QGraphicsScene *scene, double scale)
         return ContouredItem::addItemToPrintScene(scene, scale);
     const QTransform t = item->transform();
     QGraphicsPixmapItem *picture = scene->addPixmap(QPixmap::fromImage(print().image));
-    picture->setTransform(QTransform(t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31() * scale,
-        t.m32() * scale, t.m33()));
+    picture->setTransform(QTransform(
+        t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31() * scale, t.m32() * scale, t.m33()));
     picture->setPos(item->pos() * scale);
     picture->setZValue(item->zValue());
     picture->setFlag(QGraphicsItem::ItemStacksBehindParent);
@@ -339,7 +350,7 @@ void FillableItem::loadItemFromData(QDataStream &stream, unsigned int version)
     ContouredItem::loadItemFromData(stream, version);
     qint16 style;
     QColor fill;
-    Record::read(stream, style, fill);
+    Record::read(stream, std::tie(style, fill));
     m_brushStyle = static_cast<MobraTypes::BrushStyle>(style);
     setItemFillColor(fill);
     updateItemBrush(); // a fill equal to the present one has not rebuilt the brush with the new style

@@ -14,8 +14,8 @@
 #include <functional>
 #include <memory>
 
-/// An item with a fill: builds the brush that it paints with, reduces itself to one ink for printing, and keeps the
-/// prepared print image of a fill that cannot be reduced by colour alone.
+/// An item with a fill: builds the brush that it paints with, reduces itself to one ink for printing, and
+/// keeps the prepared print image of a fill that cannot be reduced by colour alone.
 class VX_EXPORT FillableItem : public ContouredItem, public FillColorItem, public IBrushItem
 {
 public:
@@ -54,10 +54,12 @@ public:
     [[nodiscard]] QSize getItemAbsSize() const;
     /// The pixels of a rendering at scale 1, rounded up, and the offset at which the item is drawn into it.
     [[nodiscard]] virtual QSize getItemAbsSize(double &x, double &y) const;
-    /// Renders a gradient once for each ink of the palette and merges the layers; a null image for any other fill.
+    /// Renders a gradient once for each ink of the palette and merges the layers; a null image for any other
+    /// fill.
     [[nodiscard]] QImage partialColorRender();
-    /// Merges the first count layers, one for each colour of the palette but the last, the paper: black becomes the ink,
-    /// and whatever else is not transparent in the first layer becomes paper. A null image if all layers are null.
+    /// Merges the first count layers, one for each colour of the palette but the last, the paper: black
+    /// becomes the ink, and whatever else is not transparent in the first layer becomes paper. A null image
+    /// if all layers are null.
     void recombineColorsOnImage(QImage &out, int count, const QList<QImage> &layers, QSize size) const;
 
     void resetItemFillColors(const QColor &printColor, bool &printed, bool keepBlack);
@@ -76,8 +78,10 @@ public:
 protected:
     void itemSizeChanged() override;
 
-    /// The preprinted image of a shape: pen and brush scaled to print pixels, dithered, transparent outside. draw gets the
-    /// painter, the print scaling and the scaled pen's width.
+    /// The brush to paint with, without a copy.
+    [[nodiscard]] const QBrush &itemBrush() const { return m_brush; }
+    /// The preprinted image of a shape: pen and brush scaled to print pixels, dithered, transparent outside.
+    /// draw gets the painter, the print scaling and the scaled pen's width.
     void prepareShapeImage(const std::function<void(QPainter &, double scaling, double penWidth)> &draw);
 
 private:

@@ -9,8 +9,8 @@
 
 namespace {
 
-// Layers are merged four at a time: each pass then reads four pictures and writes one, which is as fast as memory goes,
-// while one pass per layer would read and write the result as often.
+// Layers are merged four at a time: each pass then reads four pictures and writes one, which is as fast as
+// memory goes, while one pass per layer would read and write the result as often.
 constexpr std::size_t layersPerPass = 4;
 
 struct Pass

@@ -8,7 +8,8 @@
 
 namespace {
 
-void drawOnWhite(QImage &image, const QPen &pen, const QBrush &brush, const std::function<void(QPainter &)> &draw)
+void drawOnWhite(
+    QImage &image, const QPen &pen, const QBrush &brush, const std::function<void(QPainter &)> &draw)
 {
     image.fill(ItemColors::whiteRgb);
     QPainter painter(&image);

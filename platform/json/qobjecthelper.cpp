@@ -6,6 +6,8 @@
 #include <QObject>
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -19,8 +21,9 @@ struct NamedProperty
     QMetaProperty property;
 };
 
-/// The properties of a class by ascending name, the order of a map. Walking the meta-object and making names of its
-/// UTF-8 texts for every object takes about half the time of a conversion, so it is done once for each class.
+/// The properties of a class by ascending name, the order of a map. Walking the meta-object and making names
+/// of its UTF-8 texts for every object takes about half the time of a conversion, so it is done once for each
+/// class.
 using PropertyList = std::vector<NamedProperty>;
 
 PropertyList sortedProperties(const QMetaObject &type)
@@ -36,12 +39,43 @@ PropertyList sortedProperties(const QMetaObject &type)
     return properties;
 }
 
-const PropertyList &propertiesOf(const QObject &object)
+struct ClassProperties
 {
-    static QHash<const QMetaObject *, PropertyList> lists;
+    PropertyList all;
+    QStringList ignored;
+    PropertyList readable; ///< without the ignored ones
+};
+
+PropertyList readableProperties(const PropertyList &all, const QStringList &ignored)
+{
+    PropertyList readable;
+    std::ranges::copy_if(all, std::back_inserter(readable),
+        [&](const NamedProperty &p) { return p.property.isReadable() && !ignored.contains(p.name); });
+    return readable;
+}
+
+ClassProperties &propertiesOf(const QObject &object)
+{
+    static QHash<const QMetaObject *, ClassProperties> classes;
     const QMetaObject *type = object.metaObject();
-    const auto known = lists.constFind(type);
-    return known != lists.constEnd() ? *known : *lists.insert(type, sortedProperties(*type));
+    auto known = classes.find(type);
+    if (known == classes.end()) {
+        PropertyList all = sortedProperties(*type);
+        PropertyList readable = readableProperties(all, {});
+        known = classes.insert(type, { std::move(all), {}, std::move(readable) });
+    }
+    return *known;
+}
+
+/// Callers pass the same list for every object of a class, mostly: the last selection is kept.
+const PropertyList &readablePropertiesOf(const QObject &object, const QStringList &ignored)
+{
+    ClassProperties &properties = propertiesOf(object);
+    if (properties.ignored != ignored) {
+        properties.readable = readableProperties(properties.all, ignored);
+        properties.ignored = ignored;
+    }
+    return properties.readable;
 }
 
 void write(const QMetaProperty &property, const QVariant &value, QObject *object)
@@ -60,21 +94,20 @@ void write(const QMetaProperty &property, const QVariant &value, QObject *object
 
 QVariantMap QObjectHelper::qobject2qvariant(const QObject *object, const QStringList &ignoredProperties)
 {
-    QVariantMap map;
-    for (const auto &[name, property] : propertiesOf(*object)) {
-        if (property.isReadable() && !ignoredProperties.contains(name))
-            map.insert(map.cend(), name, property.read(object));
-    }
-    return map;
+    std::map<QString, QVariant> values; // unlike QVariantMap, takes a value without copying it
+    for (const auto &[name, property] : readablePropertiesOf(*object, ignoredProperties))
+        values.emplace_hint(values.end(), name, property.read(object));
+    return QVariantMap(std::move(values));
 }
 
 void QObjectHelper::qvariant2qobject(const QVariantMap &map, QObject *object)
 {
     // Both sides ascend by name: one walk through the two.
-    const PropertyList &properties = propertiesOf(*object);
+    const PropertyList &properties = propertiesOf(*object).all;
     auto entry = properties.begin();
     for (auto value = map.cbegin(); value != map.cend(); ++value) {
-        entry = std::find_if(entry, properties.end(), [&](const NamedProperty &p) { return p.name >= value.key(); });
+        entry = std::find_if(
+            entry, properties.end(), [&](const NamedProperty &p) { return p.name >= value.key(); });
         if (entry == properties.end())
             return;
         if (entry->name == value.key() && entry->property.isWritable() && value->isValid())

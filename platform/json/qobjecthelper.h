@@ -18,8 +18,9 @@ public:
     [[nodiscard]] static QVariantMap qobject2qvariant(
         const QObject *object, const QStringList &ignoredProperties = { QStringLiteral("objectName") });
 
-    /// Writes each value of the map, in key order, to the property of that name, converting it where the types differ.
-    /// Unknown keys, read-only properties, invalid values and values that cannot be converted are skipped.
+    /// Writes each value of the map, in key order, to the property of that name, converting it where the
+    /// types differ. Unknown keys, read-only properties, invalid values and values that cannot be converted
+    /// are skipped.
     static void qvariant2qobject(const QVariantMap &map, QObject *object);
 };
 

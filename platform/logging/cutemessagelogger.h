@@ -23,9 +23,11 @@ public:
     virtual void write(const LogRecord &record) = 0;
 };
 
-/// The sink of the process: the installed one, or the default, which writes to the logging category "vxcanvasitem".
+/// The sink of the process: the installed one, or the default, which writes to the logging category
+/// "vxcanvasitem".
 [[nodiscard]] VX_EXPORT LogSink &loggerInstance();
-/// Installs a sink and returns the one before, null for the default. Null installs the default. The caller keeps both.
+/// Installs a sink and returns the one before, null for the default. Null installs the default. The caller
+/// keeps both.
 VX_EXPORT LogSink *installLogSink(LogSink *sink);
 
 /// Writes messages of one level from one place to loggerInstance().
