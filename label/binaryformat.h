@@ -3,8 +3,8 @@
 
 #include "label/documentfile.h"
 
-/// The `.vxb` format: a magic text, the version, page, inks and paper, then each item as its type code and its record
-/// with its length.
+/// The `.vxb` format: a magic text, the version, page, inks and paper, then each item as its type code and
+/// its record with its length.
 namespace BinaryFormat {
 
 [[nodiscard]] VX_LABEL_EXPORT bool hasMagic(const QByteArray &data);

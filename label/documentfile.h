@@ -24,8 +24,8 @@ enum class DocumentFormat { Json, Binary };
 /// Documents in files: `.vxl` (JSON, for people and version control) and `.vxb` (binary).
 namespace DocumentFile {
 
-/// Reads a document; the content tells its format, whatever the file is called. Only ordinary files are read, up to
-/// LabelLimits::MaxFileBytes. Memory stays bounded whatever the file claims to hold.
+/// Reads a document; the content tells its format, whatever the file is called. Only ordinary files are read,
+/// up to LabelLimits::MaxFileBytes. Memory stays bounded whatever the file claims to hold.
 [[nodiscard]] VX_LABEL_EXPORT LoadResult load(const QString &path, BrokenItems broken = BrokenItems::Refuse);
 
 /// The same from memory; fileName is only for messages.
@@ -39,8 +39,8 @@ namespace DocumentFile {
 [[nodiscard]] VX_LABEL_EXPORT QByteArray toData(
     const LabelDocument &document, DocumentFormat format, Problems &problems);
 
-/// Writes a document through a temporary file, so that no half-written one ever has the name. Refuses an existing file
-/// unless overwrite is set.
+/// Writes a document through a temporary file, so that no half-written one ever has the name. Refuses an
+/// existing file unless overwrite is set.
 [[nodiscard]] VX_LABEL_EXPORT bool save(
     const LabelDocument &document, const QString &path, bool overwrite, Problems &problems);
 

@@ -11,14 +11,14 @@
 
 class Item;
 
-/// One item as a JSON object: its property map, completed by what the map does not hold (transparent and translucent
-/// colours, visibility).
+/// One item as a JSON object: its property map, completed by what the map does not hold (transparent and
+/// translucent colours, visibility).
 namespace ItemMap {
 
 [[nodiscard]] VX_LABEL_EXPORT QJsonObject toJson(Item &item);
 
-/// Null, with the reasons appended to problems, for an unknown type or an unusable value. pointer is the JSON pointer of
-/// the object, fileName its file.
+/// Null, with the reasons appended to problems, for an unknown type or an unusable value. pointer is the JSON
+/// pointer of the object, fileName its file.
 [[nodiscard]] VX_LABEL_EXPORT std::unique_ptr<Item> fromJson(const QJsonObject &object, unsigned int version,
     const QString &fileName, const QString &pointer, Problems &problems);
 

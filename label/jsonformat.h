@@ -6,7 +6,8 @@
 /// The `.vxl` format: canonical JSON, so that equal documents are equal files and differences are readable.
 namespace JsonFormat {
 
-/// UTF-8, keys in alphabetical order, two spaces of indent, a final line feed, no dates. The document has no problems().
+/// UTF-8, keys in alphabetical order, two spaces of indent, a final line feed, no dates. The document has no
+/// problems().
 [[nodiscard]] VX_LABEL_EXPORT QByteArray write(const LabelDocument &document);
 
 [[nodiscard]] VX_LABEL_EXPORT LoadResult read(

@@ -51,8 +51,8 @@ public:
     /// In printing order.
     [[nodiscard]] const QList<Ink> &inks() const { return m_inks; }
     void setInks(const QList<Ink> &inks) { m_inks = inks; }
-    /// The colour of the label stock, opaque. Gradients run from it to their fill colour, so every item gets it as its
-    /// scene background.
+    /// The colour of the label stock, opaque. Gradients run from it to their fill colour, so every item gets
+    /// it as its scene background.
     [[nodiscard]] QColor paper() const { return m_paper; }
     void setPaper(const QColor &color);
 
@@ -61,9 +61,10 @@ public:
     /// Appends an item and returns it.
     Item *addItem(std::unique_ptr<Item> item);
 
-    /// What keeps this document from being saved or printed: page, resolution, inks (count, names unique and usable as
-    /// file names, colours opaque and distinct, none the paper's), items with numbers that are not finite or beyond the
-    /// drawable range. `where` is a JSON pointer into the document as it would be written.
+    /// What keeps this document from being saved or printed: page, resolution, inks (count, names unique and
+    /// usable as file names, colours opaque and distinct, none the paper's), items with numbers that are not
+    /// finite or beyond the drawable range. `where` is a JSON pointer into the document as it would be
+    /// written.
     [[nodiscard]] Problems problems() const;
 
 private:

@@ -8,7 +8,8 @@ namespace LabelLimits {
 
 /// The largest document file: a label of the most items takes about 20 MB.
 inline constexpr qint64 MaxFileBytes = 64 * 1024 * 1024;
-/// The most values (objects, arrays and their members) in a JSON document: the parser takes up to 100 bytes for each.
+/// The most values (objects, arrays and their members) in a JSON document: the parser takes up to 100 bytes
+/// for each.
 inline constexpr qint64 MaxJsonValues = 2'000'000;
 inline constexpr int MaxItems = 20'000;
 /// Containers within containers.

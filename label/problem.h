@@ -14,8 +14,8 @@ struct VX_LABEL_EXPORT Problem
     QString what; ///< what is wrong, in a few words
     QString advice; ///< what to do about it
 
-    /// One line: "file: where: what; advice", without the parts that are empty. Control characters in names and values
-    /// are shown as "\x1b".
+    /// One line: "file: where: what; advice", without the parts that are empty. Control characters in names
+    /// and values are shown as "\x1b".
     [[nodiscard]] QString text() const;
 };
 

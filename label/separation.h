@@ -13,8 +13,8 @@ struct SeparationOptions
     double dpi = 300.0;
     /// White on black: on the plate of an ink everything prints except what has the ink's colour.
     bool negative = false;
-    /// Lets inks print over each other: what does not print in an ink, and allows overprint, no longer clears the dots
-    /// below it on that ink's plate.
+    /// Lets inks print over each other: what does not print in an ink, and allows overprint, no longer clears
+    /// the dots below it on that ink's plate.
     bool overprint = false;
 };
 
@@ -29,8 +29,8 @@ struct Plate
     double dpi = 300.0;
 };
 
-/// A document split into one plate per ink, in the order of its inks. Without overprint a dot belongs to at most one
-/// plate.
+/// A document split into one plate per ink, in the order of its inks. Without overprint a dot belongs to at
+/// most one plate.
 struct Separation
 {
     std::vector<Plate> plates;
@@ -39,8 +39,8 @@ struct Separation
     Problems warnings;
 };
 
-/// Renders copies of the visible items, each reduced to one ink at a time, without antialiasing; the document stays as it
-/// is. Nothing, with the reasons in problems, when the document has problems() or the page has too many dots at this
-/// resolution (the problem names the highest resolution that fits).
+/// Renders copies of the visible items, each reduced to one ink at a time, without antialiasing; the document
+/// stays as it is. Nothing, with the reasons in problems, when the document has problems() or the page has
+/// too many dots at this resolution (the problem names the highest resolution that fits).
 [[nodiscard]] VX_LABEL_EXPORT std::optional<Separation> separate(
     const LabelDocument &document, const SeparationOptions &options, Problems &problems);
