@@ -38,16 +38,14 @@ void multiplyScale(double &scale, double newSide, double oldSide)
         scale *= newSide / oldSide;
 }
 
-/// Takes an item out of its parent and selection without moving it on the page, so that a scene can render it
-/// alone.
+/// Takes an item out of its parent without moving it on the page.
 void detach(QGraphicsItem &item)
 {
+    if (!item.parentItem())
+        return;
     const QPointF position = item.scenePos();
-    item.setSelected(false);
-    if (item.parentItem()) {
-        item.setParentItem(nullptr);
-        item.setPos(position);
-    }
+    item.setParentItem(nullptr);
+    item.setPos(position);
 }
 
 } // namespace
@@ -276,7 +274,7 @@ void Item::setItemTransform(const QTransform &t)
 {
     const auto parts = { t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33() };
     QGraphicsItem *item = graphicsItem();
-    if (item && std::ranges::all_of(parts, [](double part) { return std::isfinite(part); }))
+    if (item && std::ranges::all_of(parts, [](double part) { return std::abs(part) <= Limits::MaxGeometry; }))
         item->setTransform(t);
 }
 
@@ -372,6 +370,7 @@ bool Item::addItemToPrintScene(QGraphicsScene *scene, double scale)
         return false;
     detach(*item);
     if (Limits::toInt(scale) == 1) {
+        item->setSelected(false);
         scene->addItem(item);
         return false;
     }
@@ -392,12 +391,16 @@ QImage Item::renderedAlone(const QRectF &source, const QRectF &sceneRect, double
         return image;
     image.fill(ItemColors::transparentRgb);
 
+    QGraphicsItem *item = graphicsItem();
+    const bool selected = item->isSelected();
     QGraphicsScene alone(sceneRect);
     alone.setItemIndexMethod(QGraphicsScene::BspTreeIndex);
     alone.setBackgroundBrush(QBrush(ItemColors::transparent, Qt::SolidPattern));
-    alone.addItem(graphicsItem());
+    alone.addItem(item);
+    item->setSelected(false);
     QPainter painter(&image);
     alone.render(&painter, image.rect(), source, Qt::KeepAspectRatio);
-    alone.removeItem(graphicsItem());
+    alone.removeItem(item);
+    item->setSelected(selected);
     return image;
 }

@@ -44,8 +44,8 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     qint16 id;
     qint32 flags;
-    bool horizontal = m_horizontalMirror;
-    bool vertical = m_verticalMirror;
+    bool horizontal = false; // what a record without them means
+    bool vertical = false;
     double z;
     qint32 graphicsFlags;
     bool visible;

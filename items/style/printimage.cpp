@@ -6,29 +6,44 @@
 
 #include <QPainter>
 
+#include <array>
+
 namespace {
 
-void drawOnWhite(
-    QImage &image, const QPen &pen, const QBrush &brush, const std::function<void(QPainter &)> &draw)
+constexpr int pixelsPerByte = 8;
+
+/// The pixels of a byte of a one-bit picture, for each value of the byte.
+using ByteColors = std::array<std::array<QRgb, pixelsPerByte>, 256>;
+
+ByteColors colorsOfBytes(QRgb color0, QRgb color1)
 {
-    image.fill(ItemColors::whiteRgb);
-    QPainter painter(&image);
-    painter.setPen(pen);
-    painter.setBrush(brush);
-    draw(painter);
+    ByteColors colors;
+    for (unsigned byte = 0; byte < colors.size(); ++byte) {
+        for (unsigned bit = 0; bit < pixelsPerByte; ++bit)
+            colors[byte][bit] = byte >> (pixelsPerByte - 1 - bit) & 1 ? color1 : color0;
+    }
+    return colors;
 }
 
-/// Turns a mask, black inside, into the one-bit picture within it and nothing outside.
-void showThroughMask(QImage &mask, const QImage &picture)
+/// Fills the transparent pixels of an image with those of a one-bit picture, and clears all others.
+void showThroughHole(QImage &image, const QImage &picture)
 {
-    const QRgb colors[] = { picture.color(0), picture.color(1) };
-    for (int y = 0; y < mask.height(); ++y) {
-        auto *pixel = reinterpret_cast<QRgb *>(mask.scanLine(y));
-        const uchar *bits = picture.constScanLine(y);
-        for (int x = 0; x < mask.width(); ++x) {
-            const QRgb color = colors[bits[x >> 3] >> (7 - (x & 7)) & 1];
-            pixel[x] = pixel[x] == ItemColors::blackRgb ? color : ItemColors::transparentRgb;
+    const ByteColors colors = colorsOfBytes(picture.color(0), picture.color(1));
+    const auto through = [](QRgb hole, QRgb color) {
+        return hole == ItemColors::transparentRgb ? color : ItemColors::transparentRgb;
+    };
+    const int wholeBytes = image.width() / pixelsPerByte;
+    const int rest = image.width() % pixelsPerByte;
+    for (int y = 0; y < image.height(); ++y) {
+        auto *pixels = reinterpret_cast<QRgb *>(image.scanLine(y));
+        const uchar *bytes = picture.constScanLine(y);
+        for (int byte = 0; byte < wholeBytes; ++byte, pixels += pixelsPerByte) {
+            const auto &color = colors[bytes[byte]];
+            for (int bit = 0; bit < pixelsPerByte; ++bit)
+                pixels[bit] = through(pixels[bit], color[bit]);
         }
+        for (int bit = 0; bit < rest; ++bit)
+            pixels[bit] = through(pixels[bit], colors[bytes[wholeBytes]][bit]);
     }
 }
 
@@ -40,10 +55,19 @@ QImage ditheredPrintImage(const QSizeF &size, const QPen &pen, const QBrush &bru
     QImage image = SafeImage::create(size.width(), size.height(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return image;
-    drawOnWhite(image, pen, brush, draw);
+    image.fill(ItemColors::whiteRgb);
+    QPainter painter(&image);
+    painter.setPen(pen);
+    painter.setBrush(brush);
+    draw(painter);
     const QImage picture = image.convertToFormat(QImage::Format_Mono, dither);
-    const QPen outline(ItemColors::black, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
-    drawOnWhite(image, outline, ItemColors::black, draw);
-    showThroughMask(image, picture);
+
+    // The shape's area becomes a hole: the only transparent pixels of the image.
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.setPen(QPen(ItemColors::transparent, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    painter.setBrush(ItemColors::transparent);
+    draw(painter);
+    painter.end();
+    showThroughHole(image, picture);
     return image;
 }

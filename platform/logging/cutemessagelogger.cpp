@@ -18,7 +18,8 @@ public:
     void write(const LogRecord &record) override
     {
         const QMessageLogger logger(record.file, record.line, record.function, category().categoryName());
-        const QString text = QStringLiteral("%1:%2 %3: %4")
+        const QString text = QStringLiteral("%1 %2:%3 %4: %5")
+                                 .arg(record.level)
                                  .arg(QString::fromUtf8(record.file))
                                  .arg(record.line)
                                  .arg(QString::fromUtf8(record.function), record.text);
