@@ -1,0 +1,674 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/style/contoureditem.h"
+#include "tests/support/bareshape.h"
+#include "tests/support/itemrecords.h"
+#include "tests/support/standins.h"
+
+#include <QPen>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Writes down which of the virtual operations run.
+class ContouredShape : public BareShape<ContouredItem>
+{
+public:
+    QStringList calls;
+
+    void setItemPenColor(const QColor &color) override
+    {
+        calls << u"colour "_s + color.name();
+        ContouredItem::setItemPenColor(color);
+    }
+    void setItemPenWidth(unsigned short width) override
+    {
+        calls << u"width %1"_s.arg(width);
+        ContouredItem::setItemPenWidth(width);
+    }
+    void setItemPenStyle(Qt::PenStyle style) override
+    {
+        calls << u"style %1"_s.arg(static_cast<int>(style));
+        ContouredItem::setItemPenStyle(style);
+    }
+    void setItemPenCapStyle(Qt::PenCapStyle style) override
+    {
+        calls << u"cap %1"_s.arg(static_cast<int>(style));
+        ContouredItem::setItemPenCapStyle(style);
+    }
+    void setItemPenJoinStyle(Qt::PenJoinStyle style) override
+    {
+        calls << u"join %1"_s.arg(static_cast<int>(style));
+        ContouredItem::setItemPenJoinStyle(style);
+    }
+    void updateItemPen() override
+    {
+        calls << u"update"_s;
+        ContouredItem::updateItemPen();
+    }
+    Item *createItemCopy() override
+    {
+        auto *copy = new ContouredShape;
+        copyItemProperties(copy, true);
+        return copy;
+    }
+};
+
+/// The outlines that the print rules tell apart; the print colour is red throughout.
+struct Outline
+{
+    QColor colour;
+    Qt::PenStyle style = Qt::SolidLine;
+    ushort width = 2;
+
+    void applyTo(ContouredShape &shape) const
+    {
+        shape.setItemPenColor(colour);
+        shape.setItemPenStyle(style);
+        shape.setItemPenWidth(width);
+        shape.calls.clear();
+    }
+};
+
+const QColor red(255, 0, 0);
+const QColor black(0, 0, 0);
+const QColor white(255, 255, 255);
+const QColor blue(0, 0, 255);
+
+const Outline redSolid { red };
+const Outline redDashed { red, Qt::DashLine };
+const Outline redNoPen { red, Qt::NoPen };
+const Outline redWithoutWidth { red, Qt::SolidLine, 0 };
+const Outline translucentRed { QColor(255, 0, 0, 128) };
+const Outline blackSolid { black };
+const Outline blackDashed { black, Qt::DashLine };
+const Outline blackNoPen { black, Qt::NoPen };
+const Outline blueSolid { blue };
+const Outline whiteSolid { white };
+const Outline transparent { QColor(0, 0, 0, 0) };
+
+/// A pen that no update of the item would build: it shows what is patched and what is rebuilt.
+QPen foreignPen()
+{
+    return QPen(QBrush(Qt::green), 7.5, Qt::DotLine, Qt::SquareCap, Qt::BevelJoin);
+}
+
+} // namespace
+
+class tst_ContouredItem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void newItemHasARoundSolidOutlineOfOne();
+    void builtPenCarriesTheStoredValues();
+    void penIsLimitedToHalfTheSmallerSide_data();
+    void penIsLimitedToHalfTheSmallerSide();
+    void everyResizeRebuildsThePen_data();
+    void everyResizeRebuildsThePen();
+    void equalSizeLeavesThePenAlone();
+    void widthIsClampedTo72_data();
+    void widthIsClampedTo72();
+    void noWidthOrNoStyleGivesNoPen_data();
+    void noWidthOrNoStyleGivesNoPen();
+    void equalValuesChangeNothing();
+    void colourIsPatchedIntoThePen();
+    void capIsFlatOrRoundAndPatchedIntoThePen_data();
+    void capIsFlatOrRoundAndPatchedIntoThePen();
+    void joinIsPatchedIntoThePen_data();
+    void joinIsPatchedIntoThePen();
+    void customDashLocksTheStyle();
+    void joinMaskLocksTheJoin();
+    void replacedPenLeavesTheStoredValues();
+    void integerSettersCallTheEnumerationSetters();
+    void copySetsWidthCapJoinStyleInThisOrder();
+    void copyLimitsThePenToTheSizeOfTheTarget();
+    void copyCannotUnlockACustomDash();
+    void copyToAPlainItemCopiesTheRest();
+    void recordEndsWithWidthStyleCapAndJoin();
+    void loadingAppliesWidthStyleCapAndJoinInThisOrder();
+    void loadingKeepsTheRulesOfTheSetters();
+    void outlineIsReducedForOneInk_data();
+    void outlineIsReducedForOneInk();
+    void outlineInTheColourOfABlackInkPrints_data();
+    void outlineInTheColourOfABlackInkPrints();
+    void outlineIsReducedNegatively_data();
+    void outlineIsReducedNegatively();
+    void itemReductionWeighsBothSwitches_data();
+    void itemReductionWeighsBothSwitches();
+    void negativeItemReductionSetsTheFlag_data();
+    void negativeItemReductionSetsTheFlag();
+};
+
+void tst_ContouredItem::newItemHasARoundSolidOutlineOfOne()
+{
+    const ContouredShape shape;
+    QCOMPARE(shape.getItemPenWidth(), ushort(1));
+    QCOMPARE(shape.getItemPenStyle(), Qt::SolidLine);
+    QCOMPARE(shape.getItemPenCapStyle(), Qt::RoundCap);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::RoundJoin);
+    QCOMPARE(shape.getItemPenColor(), black);
+    QCOMPARE(shape.getItemPen(), QPen());
+}
+
+void tst_ContouredItem::builtPenCarriesTheStoredValues()
+{
+    ContouredShape shape;
+    shape.setItemPenColor(QColor(10, 20, 30, 40));
+    shape.setItemPenCapStyle(Qt::FlatCap);
+    shape.setItemPenJoinStyle(Qt::MiterJoin);
+    shape.setItemPenStyle(Qt::DashDotLine);
+    shape.setItemPenWidth(9);
+
+    const QPen pen = shape.getItemPen();
+    QCOMPARE(pen.brush(), QBrush(QColor(10, 20, 30, 40), Qt::SolidPattern));
+    QCOMPARE(pen.widthF(), 9.0);
+    QCOMPARE(pen.style(), Qt::DashDotLine);
+    QCOMPARE(pen.capStyle(), Qt::FlatCap);
+    QCOMPARE(pen.joinStyle(), Qt::MiterJoin);
+    QCOMPARE(pen.miterLimit(), 4.0);
+}
+
+void tst_ContouredItem::penIsLimitedToHalfTheSmallerSide_data()
+{
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<double>("paintedWidth");
+
+    QTest::newRow("flat: 4 / 2 + 1") << QSizeF(10, 4) << 5 << 3.0;
+    QTest::newRow("tall: 4 / 2 + 1") << QSizeF(4, 10) << 5 << 3.0;
+    QTest::newRow("width at the limit") << QSizeF(10, 4) << 3 << 3.0;
+    QTest::newRow("width below the limit") << QSizeF(10, 4) << 2 << 2.0;
+    QTest::newRow("roomy") << QSizeF(20, 20) << 5 << 5.0;
+    QTest::newRow("whole part of 2.5") << QSizeF(3, 3) << 5 << 2.0;
+    QTest::newRow("whole part of 2.99") << QSizeF(3.98, 50) << 5 << 2.0;
+    QTest::newRow("long: 40 / 2 + 1") << QSizeF(90, 40) << 30 << 21.0;
+    QTest::newRow("high: 40 / 2 + 1") << QSizeF(40, 90) << 30 << 21.0;
+    QTest::newRow("widest on 141") << QSizeF(141, 300) << 72 << 71.0;
+    QTest::newRow("widest on 142") << QSizeF(142, 300) << 72 << 72.0;
+    QTest::newRow("tiny") << QSizeF(0.5, 0.5) << 1 << 1.0;
+    QTest::newRow("empty") << QSizeF(0, 0) << 5 << 1.0;
+    QTest::newRow("negative limits are large unsigned numbers") << QSizeF(-10, 10) << 5 << 5.0;
+    QTest::newRow("large") << QSizeF(1e5, 1e5) << 72 << 72.0;
+}
+
+void tst_ContouredItem::penIsLimitedToHalfTheSmallerSide()
+{
+    QFETCH(const QSizeF, size);
+    QFETCH(const int, width);
+    ContouredShape shape;
+    shape.setItemSize(size);
+    shape.setItemPenWidth(static_cast<ushort>(width));
+    shape.updateItemPen();
+    QTEST(shape.getItemPen().widthF(), "paintedWidth");
+    QCOMPARE(int(shape.getItemPenWidth()), width);
+}
+
+void tst_ContouredItem::everyResizeRebuildsThePen_data()
+{
+    QTest::addColumn<int>("parameters");
+
+    QTest::newRow("size") << 1;
+    QTest::newRow("size and ratio") << 3;
+    QTest::newRow("size, ratio and limits") << 8;
+}
+
+void tst_ContouredItem::everyResizeRebuildsThePen()
+{
+    QFETCH(const int, parameters);
+    ContouredShape shape;
+    shape.setItemSize(QSizeF(10, 4));
+    shape.setItemPenWidth(5);
+    QCOMPARE(shape.getItemPen().widthF(), 3.0);
+    shape.calls.clear();
+
+    const QSizeF grown(20, 20);
+    bool changed = false;
+    if (parameters == 1)
+        changed = shape.setItemSize(grown);
+    else if (parameters == 3)
+        changed = shape.setItemSize(grown, false, false);
+    else
+        changed = shape.setItemSize(grown, false, 1, 1, 100, 100, false, false);
+    QVERIFY(changed);
+    QCOMPARE(shape.getItemPen().widthF(), 5.0);
+    QCOMPARE(shape.calls, QStringList { u"update"_s });
+}
+
+void tst_ContouredItem::equalSizeLeavesThePenAlone()
+{
+    ContouredShape shape;
+    shape.setItemSize(QSizeF(10, 4));
+    shape.calls.clear();
+    QVERIFY(!shape.setItemSize(QSizeF(10, 4)));
+    QVERIFY(!shape.setItemSize(QSizeF(10, 4), true, false));
+    QVERIFY(!shape.setItemSize(QSizeF(10, 4), false, 1, 1, 100, 100, false, false));
+    QVERIFY(!shape.setItemSize(QSizeF(5, 2), false, 10, 4, 100, 100, false, true));
+    QCOMPARE(shape.calls, QStringList());
+}
+
+void tst_ContouredItem::widthIsClampedTo72_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("stored");
+
+    QTest::newRow("71") << 71 << 71;
+    QTest::newRow("72") << 72 << 72;
+    QTest::newRow("73") << 73 << 72;
+    QTest::newRow("100") << 100 << 72;
+    QTest::newRow("65535") << 65535 << 72;
+    QTest::newRow("0") << 0 << 0;
+}
+
+void tst_ContouredItem::widthIsClampedTo72()
+{
+    QFETCH(const int, width);
+    ContouredShape shape;
+    shape.setItemSize(QSizeF(1000, 1000));
+    shape.setItemPenWidth(static_cast<ushort>(width));
+    QTEST(int(shape.getItemPenWidth()), "stored");
+    QTEST(int(shape.getItemPen().widthF()), "stored");
+}
+
+void tst_ContouredItem::noWidthOrNoStyleGivesNoPen_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<Qt::PenStyle>("style");
+
+    QTest::newRow("no width") << 0 << Qt::SolidLine;
+    QTest::newRow("no style") << 3 << Qt::NoPen;
+    QTest::newRow("neither") << 0 << Qt::NoPen;
+}
+
+void tst_ContouredItem::noWidthOrNoStyleGivesNoPen()
+{
+    QFETCH(const int, width);
+    QFETCH(const Qt::PenStyle, style);
+    ContouredShape shape;
+    shape.setItemPenWidth(static_cast<ushort>(width));
+    shape.setItemPenStyle(style);
+    QCOMPARE(shape.getItemPen().style(), Qt::NoPen);
+    QCOMPARE(shape.getItemPen().widthF(), 0.0);
+    QCOMPARE(int(shape.getItemPenWidth()), width);
+    QCOMPARE(shape.getItemPenStyle(), style);
+}
+
+void tst_ContouredItem::equalValuesChangeNothing()
+{
+    ContouredShape shape;
+    shape.setItemPen(foreignPen());
+    shape.setItemPenColor(black);
+    shape.setItemPenWidth(1);
+    shape.setItemPenStyle(Qt::SolidLine);
+    shape.setItemPenCapStyle(Qt::RoundCap);
+    shape.setItemPenJoinStyle(Qt::RoundJoin);
+    QCOMPARE(shape.getItemPen(), foreignPen());
+}
+
+void tst_ContouredItem::colourIsPatchedIntoThePen()
+{
+    ContouredShape shape;
+    shape.setItemPen(foreignPen());
+    shape.setItemPenColor(QColor(255, 0, 0, 128));
+    QPen expected = foreignPen();
+    expected.setColor(QColor(255, 0, 0, 128));
+    QCOMPARE(shape.getItemPen(), expected);
+    QCOMPARE(shape.getItemPenColor(), QColor(255, 0, 0, 128));
+}
+
+void tst_ContouredItem::capIsFlatOrRoundAndPatchedIntoThePen_data()
+{
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("cap");
+    QTest::addColumn<int>("stored");
+
+    QTest::newRow("round to flat") << 0x20 << 0x00 << 0x00;
+    QTest::newRow("flat to round") << 0x00 << 0x20 << 0x20;
+    QTest::newRow("square becomes flat") << 0x20 << 0x10 << 0x00;
+    QTest::newRow("the cap mask becomes flat") << 0x20 << 0x30 << 0x00;
+    QTest::newRow("an unknown cap becomes flat") << 0x20 << 0x05 << 0x00;
+    QTest::newRow("a join becomes flat") << 0x20 << 0x80 << 0x00;
+}
+
+void tst_ContouredItem::capIsFlatOrRoundAndPatchedIntoThePen()
+{
+    QFETCH(const int, before);
+    QFETCH(const int, cap);
+    QFETCH(const int, stored);
+    ContouredShape shape;
+    shape.setItemPenCapStyle(static_cast<Qt::PenCapStyle>(before));
+    shape.setItemPen(foreignPen());
+    shape.calls.clear();
+    shape.setItemPenCapStyle(static_cast<Qt::PenCapStyle>(cap));
+
+    QPen expected = foreignPen();
+    expected.setCapStyle(static_cast<Qt::PenCapStyle>(stored));
+    QCOMPARE(int(shape.getItemPenCapStyle()), stored);
+    QCOMPARE(shape.getItemPen(), expected);
+    QVERIFY(!shape.calls.contains(u"update"_s));
+}
+
+void tst_ContouredItem::joinIsPatchedIntoThePen_data()
+{
+    QTest::addColumn<Qt::PenJoinStyle>("join");
+
+    QTest::newRow("miter") << Qt::MiterJoin;
+    QTest::newRow("bevel") << Qt::BevelJoin;
+    QTest::newRow("svg miter") << Qt::SvgMiterJoin;
+}
+
+void tst_ContouredItem::joinIsPatchedIntoThePen()
+{
+    QFETCH(const Qt::PenJoinStyle, join);
+    ContouredShape shape;
+    shape.setItemPen(foreignPen());
+    shape.setItemPenJoinStyle(join);
+    QPen expected = foreignPen();
+    expected.setJoinStyle(join);
+    QCOMPARE(shape.getItemPenJoinStyle(), join);
+    QCOMPARE(shape.getItemPen(), expected);
+    QVERIFY(!shape.calls.contains(u"update"_s));
+}
+
+void tst_ContouredItem::customDashLocksTheStyle()
+{
+    ContouredShape shape;
+    shape.setItemPenStyle(Qt::CustomDashLine);
+    QCOMPARE(shape.getItemPenStyle(), Qt::CustomDashLine);
+    shape.calls.clear();
+    shape.setItemPenStyle(Qt::SolidLine);
+    QCOMPARE(shape.getItemPenStyle(), Qt::CustomDashLine);
+    QVERIFY(!shape.calls.contains(u"update"_s));
+}
+
+void tst_ContouredItem::joinMaskLocksTheJoin()
+{
+    ContouredShape shape;
+    shape.setItemPenJoinStyle(Qt::MPenJoinStyle);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::MPenJoinStyle);
+    shape.setItemPenJoinStyle(Qt::MiterJoin);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::MPenJoinStyle);
+}
+
+void tst_ContouredItem::replacedPenLeavesTheStoredValues()
+{
+    ContouredShape shape;
+    shape.setItemPen(foreignPen());
+    QCOMPARE(shape.getItemPen(), foreignPen());
+    QCOMPARE(shape.getItemPenColor(), black);
+    QCOMPARE(shape.getItemPenWidth(), ushort(1));
+    QCOMPARE(shape.getItemPenStyle(), Qt::SolidLine);
+    QCOMPARE(shape.getItemPenCapStyle(), Qt::RoundCap);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::RoundJoin);
+}
+
+void tst_ContouredItem::integerSettersCallTheEnumerationSetters()
+{
+    ContouredShape shape;
+    shape.setItemPenStyleInt(2);
+    shape.setItemPenCapStyleInt(0x10);
+    shape.setItemPenJoinStyleInt(0x40);
+    QCOMPARE(shape.getItemPenStyle(), Qt::DashLine);
+    QCOMPARE(shape.getItemPenCapStyle(), Qt::FlatCap);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::BevelJoin);
+    QCOMPARE(shape.calls, (QStringList { u"style 2"_s, u"update"_s, u"cap 16"_s, u"join 64"_s }));
+}
+
+void tst_ContouredItem::copySetsWidthCapJoinStyleInThisOrder()
+{
+    ContouredShape source;
+    source.setItemPenColor(red);
+    source.setItemPenWidth(6);
+    source.setItemPenCapStyle(Qt::FlatCap);
+    source.setItemPenJoinStyle(Qt::BevelJoin);
+    source.setItemPenStyle(Qt::DotLine);
+    ContouredShape target;
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.calls,
+        (QStringList { u"colour #ff0000"_s, u"width 6"_s, u"update"_s, u"cap 0"_s, u"join 64"_s, u"style 3"_s,
+            u"update"_s, u"update"_s }));
+    QCOMPARE(target.getItemPen(), source.getItemPen());
+    QCOMPARE(target.getItemPen().widthF(), 6.0);
+}
+
+void tst_ContouredItem::copyLimitsThePenToTheSizeOfTheTarget()
+{
+    ContouredShape source;
+    source.setItemPenWidth(20);
+    ContouredShape target;
+    target.setItemSize(QSizeF(10, 4));
+    source.copyItemProperties(&target, false);
+    QCOMPARE(target.getItemPenWidth(), ushort(20));
+    QCOMPARE(target.getItemPen().widthF(), 3.0);
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.getItemPen().widthF(), 20.0);
+}
+
+void tst_ContouredItem::copyCannotUnlockACustomDash()
+{
+    ContouredShape source;
+    source.setItemPenStyle(Qt::DotLine);
+    ContouredShape target;
+    target.setItemPenStyle(Qt::CustomDashLine);
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.getItemPenStyle(), Qt::CustomDashLine);
+}
+
+void tst_ContouredItem::copyToAPlainItemCopiesTheRest()
+{
+    ContouredShape source;
+    source.setItemId(31);
+    ParentStandIn target(MobraTypes::GroupShape);
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.itemId(), short(31));
+}
+
+void tst_ContouredItem::recordEndsWithWidthStyleCapAndJoin()
+{
+    ContouredShape shape;
+    shape.setItemPenWidth(72);
+    shape.setItemPenStyle(Qt::DashDotDotLine);
+    shape.setItemPenJoinStyle(Qt::SvgMiterJoin);
+    const QByteArray record = ItemRecords::saved(shape);
+    // 158 bytes of the item and 11 of the pen colour come first.
+    QCOMPARE(record.size(), 169 + 14);
+    QCOMPARE(record.last(14).toHex(),
+        QByteArray("0048"
+                   "00000005"
+                   "00000020"
+                   "00000100"));
+}
+
+void tst_ContouredItem::loadingAppliesWidthStyleCapAndJoinInThisOrder()
+{
+    ContouredShape source;
+    source.setItemPenColor(red);
+    source.setItemPenWidth(6);
+    source.setItemPenStyle(Qt::DotLine);
+    source.setItemPenCapStyle(Qt::FlatCap);
+    source.setItemPenJoinStyle(Qt::BevelJoin);
+    ContouredShape target;
+    QCOMPARE(ItemRecords::load(target, ItemRecords::saved(source)), QDataStream::Ok);
+    QCOMPARE(target.calls,
+        (QStringList {
+            u"width 6"_s, u"update"_s, u"style 3"_s, u"update"_s, u"cap 0"_s, u"join 64"_s, u"update"_s }));
+    QCOMPARE(target.getItemPen(), source.getItemPen());
+    QCOMPARE(target.getItemPen().color(), red);
+}
+
+void tst_ContouredItem::loadingKeepsTheRulesOfTheSetters()
+{
+    ContouredShape source;
+    QByteArray record = ItemRecords::saved(source);
+    record.replace(169, 14,
+        QByteArray::fromHex("0064"
+                            "00000006"
+                            "00000010"
+                            "000001c0"));
+    ContouredShape target;
+    QCOMPARE(ItemRecords::load(target, record), QDataStream::Ok);
+    QCOMPARE(target.getItemPenWidth(), ushort(72));
+    QCOMPARE(target.getItemPenStyle(), Qt::CustomDashLine);
+    QCOMPARE(target.getItemPenCapStyle(), Qt::FlatCap);
+    QCOMPARE(target.getItemPenJoinStyle(), Qt::MPenJoinStyle);
+
+    // The dash and join are locked now: another record changes neither.
+    QCOMPARE(ItemRecords::load(target, ItemRecords::saved(source)), QDataStream::Ok);
+    QCOMPARE(target.getItemPenWidth(), ushort(1));
+    QCOMPARE(target.getItemPenStyle(), Qt::CustomDashLine);
+    QCOMPARE(target.getItemPenCapStyle(), Qt::RoundCap);
+    QCOMPARE(target.getItemPenJoinStyle(), Qt::MPenJoinStyle);
+}
+
+void tst_ContouredItem::outlineIsReducedForOneInk_data()
+{
+    QTest::addColumn<Outline>("outline");
+    QTest::addColumn<bool>("keepBlack");
+    QTest::addColumn<bool>("printed");
+
+    QTest::newRow("red solid, black kept") << redSolid << true << true;
+    QTest::newRow("red solid, black dropped") << redSolid << false << true;
+    QTest::newRow("red dashed, black kept") << redDashed << true << true;
+    QTest::newRow("red dashed, black dropped") << redDashed << false << true;
+    QTest::newRow("red without style, black kept") << redNoPen << true << false;
+    QTest::newRow("red without style, black dropped") << redNoPen << false << false;
+    QTest::newRow("red without width, black kept") << redWithoutWidth << true << false;
+    QTest::newRow("red without width, black dropped") << redWithoutWidth << false << false;
+    QTest::newRow("translucent red, black kept") << translucentRed << true << false;
+    QTest::newRow("black solid, black kept") << blackSolid << true << true;
+    QTest::newRow("black solid, black dropped") << blackSolid << false << false;
+    QTest::newRow("black dashed, black kept") << blackDashed << true << false;
+    QTest::newRow("black dashed, black dropped") << blackDashed << false << false;
+    QTest::newRow("black without style, black kept") << blackNoPen << true << false;
+    QTest::newRow("blue solid, black kept") << blueSolid << true << false;
+    QTest::newRow("blue solid, black dropped") << blueSolid << false << false;
+    QTest::newRow("white solid, black kept") << whiteSolid << true << false;
+    QTest::newRow("transparent, black kept") << transparent << true << false;
+    QTest::newRow("transparent, black dropped") << transparent << false << false;
+}
+
+void tst_ContouredItem::outlineIsReducedForOneInk()
+{
+    QFETCH(const Outline, outline);
+    QFETCH(const bool, keepBlack);
+    QFETCH(const bool, printed);
+    ContouredShape shape;
+    outline.applyTo(shape);
+    QCOMPARE(shape.resetItemPenColors(red, keepBlack), printed);
+    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
+    QCOMPARE(shape.calls, (QStringList { printed ? u"colour #000000"_s : u"colour #ffffff"_s, u"update"_s }));
+    QCOMPARE(shape.getItemPenStyle(), outline.style);
+    QCOMPARE(shape.getItemPenWidth(), outline.width);
+}
+
+void tst_ContouredItem::outlineInTheColourOfABlackInkPrints_data()
+{
+    QTest::addColumn<Outline>("outline");
+    QTest::addColumn<bool>("printed");
+
+    QTest::newRow("black solid") << blackSolid << true;
+    QTest::newRow("black dashed") << blackDashed << true;
+    QTest::newRow("black without style") << blackNoPen << false;
+    QTest::newRow("red solid") << redSolid << false;
+    QTest::newRow("transparent is not black") << transparent << false;
+}
+
+void tst_ContouredItem::outlineInTheColourOfABlackInkPrints()
+{
+    QFETCH(const Outline, outline);
+    QFETCH(const bool, printed);
+    ContouredShape shape;
+    outline.applyTo(shape);
+    QCOMPARE(shape.resetItemPenColors(black, false), printed);
+    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
+}
+
+void tst_ContouredItem::outlineIsReducedNegatively_data()
+{
+    QTest::addColumn<Outline>("outline");
+    QTest::addColumn<bool>("printed");
+
+    QTest::newRow("red solid") << redSolid << false;
+    QTest::newRow("red dashed") << redDashed << false;
+    QTest::newRow("red without style") << redNoPen << false;
+    QTest::newRow("translucent red") << translucentRed << true;
+    QTest::newRow("black solid") << blackSolid << true;
+    QTest::newRow("black dashed") << blackDashed << true;
+    QTest::newRow("black without style") << blackNoPen << false;
+    QTest::newRow("blue without width") << Outline { blue, Qt::SolidLine, 0 } << false;
+    QTest::newRow("white solid") << whiteSolid << true;
+    QTest::newRow("transparent") << transparent << true;
+}
+
+void tst_ContouredItem::outlineIsReducedNegatively()
+{
+    QFETCH(const Outline, outline);
+    QFETCH(const bool, printed);
+    ContouredShape shape;
+    outline.applyTo(shape);
+    QCOMPARE(shape.resetItemPenColorsNegative(red), printed);
+    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
+    QCOMPARE(shape.calls, (QStringList { printed ? u"colour #000000"_s : u"colour #ffffff"_s, u"update"_s }));
+}
+
+void tst_ContouredItem::itemReductionWeighsBothSwitches_data()
+{
+    QTest::addColumn<Outline>("outline");
+    QTest::addColumn<bool>("keepBlack");
+    QTest::addColumn<bool>("keepOthers");
+    QTest::addColumn<bool>("printed");
+
+    QTest::newRow("red, both kept") << redSolid << true << true << true;
+    QTest::newRow("red, none kept") << redSolid << false << false << true;
+    QTest::newRow("red dashed, none kept") << redDashed << false << false << true;
+    QTest::newRow("red without style, both kept") << redNoPen << true << true << false;
+    QTest::newRow("black, both kept") << blackSolid << true << true << true;
+    QTest::newRow("black, only black kept") << blackSolid << true << false << false;
+    QTest::newRow("black, only others kept") << blackSolid << false << true << false;
+    QTest::newRow("black, none kept") << blackSolid << false << false << false;
+    QTest::newRow("black dashed, both kept") << blackDashed << true << true << false;
+    QTest::newRow("blue, both kept") << blueSolid << true << true << false;
+    QTest::newRow("transparent, both kept") << transparent << true << true << false;
+}
+
+void tst_ContouredItem::itemReductionWeighsBothSwitches()
+{
+    QFETCH(const Outline, outline);
+    QFETCH(const bool, keepBlack);
+    QFETCH(const bool, keepOthers);
+    QFETCH(const bool, printed);
+    for (const unsigned int before : { 0x20U, 0x21U }) {
+        ContouredShape shape;
+        outline.applyTo(shape);
+        shape.setItemFlags(before);
+        QCOMPARE(shape.resetItemColors(red, keepBlack, keepOthers), printed);
+        QCOMPARE(shape.getItemPenColor(), printed ? black : white);
+        QCOMPARE(shape.itemFlags(), printed ? 0x21U : 0x20U);
+    }
+}
+
+void tst_ContouredItem::negativeItemReductionSetsTheFlag_data()
+{
+    outlineIsReducedNegatively_data();
+}
+
+void tst_ContouredItem::negativeItemReductionSetsTheFlag()
+{
+    QFETCH(const Outline, outline);
+    QFETCH(const bool, printed);
+    for (const unsigned int before : { 0x20U, 0x21U }) {
+        ContouredShape shape;
+        outline.applyTo(shape);
+        shape.setItemFlags(before);
+        QCOMPARE(shape.resetItemColorsNegative(red), printed);
+        QCOMPARE(shape.getItemPenColor(), printed ? black : white);
+        QCOMPARE(shape.itemFlags(), printed ? 0x21U : 0x20U);
+    }
+}
+
+QTEST_MAIN(tst_ContouredItem)
+#include "tst_contoureditem.moc"

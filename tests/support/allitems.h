@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/core/classfactory.h"
+#include "items/core/item.h"
+#include "items/core/mobratypes.h"
+#include "items/style/fillableitem.h"
+
+#include <QGraphicsItem>
+#include <QList>
+#include <QMetaObject>
+#include <QObject>
+#include <QTest>
+
+#include <memory>
+
+/// The items of all classes that the factory makes, so that a new class is tested from its first day.
+namespace AllItems {
+
+[[nodiscard]] inline std::unique_ptr<Item> made(MobraTypes::ShapeType shape)
+{
+    return std::unique_ptr<Item>(ClassFactory().create(shape));
+}
+
+/// The codes for which the factory makes an item.
+[[nodiscard]] inline QList<MobraTypes::ShapeType> shapes()
+{
+    QList<MobraTypes::ShapeType> made;
+    for (unsigned int code = 0x10001; code <= 0x10065; ++code) {
+        const auto shape = static_cast<MobraTypes::ShapeType>(code);
+        if (AllItems::made(shape))
+            made << shape;
+    }
+    return made;
+}
+
+[[nodiscard]] inline QGraphicsItem &graphics(Item &item)
+{
+    return dynamic_cast<QGraphicsItem &>(item);
+}
+
+[[nodiscard]] inline QObject &object(Item &item)
+{
+    return dynamic_cast<QObject &>(item);
+}
+
+/// Gives everything that the item has in common with others a value of its own.
+inline void change(Item &item)
+{
+    item.setItemId(1234);
+    item.setItemSize(QSizeF(60.0, 40.0));
+    item.setItemRotation(30.0);
+    item.setItemHorizontalMirror(true);
+    item.setItemVerticalMirror(true);
+    item.setAllowOverprint(false);
+    item.setItemZValue(2.5);
+    item.setItemFlags(MobraTypes::FlagReadOnly, true);
+    item.setDatasourceId(3);
+    item.setDatasourceField(QStringLiteral("Name"));
+    graphics(item).moveBy(20.0, 10.0);
+    if (auto *contoured = dynamic_cast<ContouredItem *>(&item)) {
+        contoured->setItemPenColor(QColor(0x20, 0x60, 0xA0));
+        contoured->setItemPenWidth(5);
+        contoured->setItemPenCapStyle(Qt::FlatCap);
+        contoured->setItemPenJoinStyle(Qt::MiterJoin);
+        contoured->setItemPenStyle(Qt::DashLine);
+    }
+    if (auto *fillable = dynamic_cast<FillableItem *>(&item)) {
+        fillable->setItemFillColor(QColor(0xE0, 0x90, 0x10));
+        fillable->setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    }
+}
+
+/// Adds one row for each class, named after it, with its code in the column "shape".
+inline void addRows()
+{
+    QTest::addColumn<MobraTypes::ShapeType>("shape");
+    for (const MobraTypes::ShapeType shape : shapes())
+        QTest::addRow("%s", object(*made(shape)).metaObject()->className()) << shape;
+}
+
+} // namespace AllItems

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QDir>
+#include <QGraphicsItem>
+#include <QImage>
+#include <QPainter>
+#include <QString>
+#include <QStyleOptionGraphicsItem>
+
+/// Drawing items into images and comparing the results.
+namespace Images {
+
+/// What the item paints on white, as a view without antialiasing would ask it to.
+inline QImage painted(QGraphicsItem &item, QSize size, QStyle::State state = QStyle::State_None)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QStyleOptionGraphicsItem option;
+    option.state = state;
+    QPainter painter(&image);
+    item.paint(&painter, &option, nullptr);
+    return image;
+}
+
+/// The largest difference of two pixels in any channel.
+inline int largestDifference(QRgb left, QRgb right)
+{
+    return qMax(qMax(qAbs(qRed(left) - qRed(right)), qAbs(qGreen(left) - qGreen(right))),
+        qMax(qAbs(qBlue(left) - qBlue(right)), qAbs(qAlpha(left) - qAlpha(right))));
+}
+
+/// Keeps the image below the current folder for a person to look at; returns its path.
+inline QString keep(const QImage &image, const QString &name)
+{
+    const QDir folder(QDir::current().filePath(QStringLiteral("failed-images")));
+    folder.mkpath(QStringLiteral("."));
+    const QString path = folder.filePath(name + QStringLiteral(".png"));
+    image.save(path);
+    return path;
+}
+
+/// Nothing when both images have the same size and no channel differs by more than the tolerance; otherwise
+/// the first difference in words, with the actual image kept under the given name.
+inline QString difference(
+    const QImage &actual, const QImage &expected, const QString &name, int tolerance = 0)
+{
+    if (actual.size() != expected.size())
+        return QStringLiteral("%1 x %2 pixels instead of %3 x %4, kept as %5")
+            .arg(actual.width())
+            .arg(actual.height())
+            .arg(expected.width())
+            .arg(expected.height())
+            .arg(keep(actual, name));
+    for (int y = 0; y < actual.height(); ++y) {
+        for (int x = 0; x < actual.width(); ++x) {
+            const QRgb seen = actual.pixel(x, y);
+            const QRgb wanted = expected.pixel(x, y);
+            if (largestDifference(seen, wanted) > tolerance)
+                return QStringLiteral("pixel (%1, %2) is %3 instead of %4, kept as %5")
+                    .arg(x)
+                    .arg(y)
+                    .arg(seen, 8, 16, QLatin1Char('0'))
+                    .arg(wanted, 8, 16, QLatin1Char('0'))
+                    .arg(keep(actual, name));
+        }
+    }
+    return {};
+}
+
+} // namespace Images

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QBrush>
+#include <QList>
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPen>
+#include <QRectF>
+
+/// A paint device of 1000 × 1000 that notes each rectangle drawn, with its pen and brush.
+class RecordingPaintDevice : public QPaintDevice
+{
+public:
+    struct Drawing
+    {
+        QRectF rect;
+        QPen pen;
+        QBrush brush;
+    };
+
+    [[nodiscard]] const QList<Drawing> &drawings() const { return m_engine.drawings; }
+    /// How often something other than a rectangle was drawn.
+    [[nodiscard]] int otherDrawings() const { return m_engine.otherDrawings; }
+
+    [[nodiscard]] QPaintEngine *paintEngine() const override { return &m_engine; }
+
+protected:
+    [[nodiscard]] int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+        case PdmHeight:
+            return 1000;
+        case PdmDepth:
+            return 32;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(devicePixelRatioFScale());
+        default:
+            return 100; // dots per inch, and sizes that no drawing depends on
+        }
+    }
+
+private:
+    class Engine : public QPaintEngine
+    {
+    public:
+        Engine()
+            : QPaintEngine(AllFeatures)
+        {
+        }
+
+        bool begin(QPaintDevice * /*device*/) override { return true; }
+        bool end() override { return true; }
+        [[nodiscard]] Type type() const override { return User; }
+        void updateState(const QPaintEngineState &changed) override
+        {
+            if (changed.state() & DirtyPen)
+                m_pen = changed.pen();
+            if (changed.state() & DirtyBrush)
+                m_brush = changed.brush();
+        }
+        void drawRects(const QRectF *rects, int count) override
+        {
+            for (int i = 0; i < count; ++i)
+                drawings.append({ rects[i], m_pen, m_brush });
+        }
+        void drawPath(const QPainterPath & /*path*/) override { ++otherDrawings; }
+        void drawPolygon(const QPointF * /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override
+        {
+            ++otherDrawings;
+        }
+        void drawPixmap(
+            const QRectF & /*rect*/, const QPixmap & /*pixmap*/, const QRectF & /*source*/) override
+        {
+            ++otherDrawings;
+        }
+
+        QList<Drawing> drawings;
+        int otherDrawings = 0;
+
+    private:
+        QPen m_pen;
+        QBrush m_brush;
+    };
+
+    mutable Engine m_engine;
+};
