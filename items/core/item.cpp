@@ -88,13 +88,33 @@ void Item::setItemQFlags(unsigned int flags)
         item->setFlags(QGraphicsItem::GraphicsItemFlags::fromInt(static_cast<int>(flags)));
 }
 
+Item::Rare &Item::rare()
+{
+    if (!m_rare)
+        m_rare = std::make_unique<Rare>();
+    return *m_rare;
+}
+
+const Item::Rare &Item::rare() const
+{
+    static const Rare unused;
+    return m_rare ? *m_rare : unused;
+}
+
+void Item::setBinding(const Binding &binding)
+{
+    const bool bound = binding.id != Binding().id || !binding.field.isNull();
+    if (bound || m_rare)
+        rare().binding = binding;
+}
+
 void Item::lockBinding(MobraTypes::Flags flag, bool on)
 {
     setItemFlags(flag, on);
     if (on)
-        m_savedBinding = std::exchange(m_binding, Binding());
+        rare().savedBinding = std::exchange(rare().binding, Binding());
     else
-        m_binding = m_savedBinding;
+        rare().binding = rare().savedBinding;
 }
 
 void Item::setItemAsReadOnly(bool on)
@@ -151,7 +171,7 @@ void Item::moveItem(const QPointF &position)
 
 void Item::updateItemPositionAfterLoading()
 {
-    moveItem(m_pendingPosition);
+    moveItem(std::as_const(*this).rare().pendingPosition);
 }
 
 QSizeF Item::getItemSize() const
@@ -333,7 +353,7 @@ void Item::copyItemProperties(Item *target, bool copySize)
     target->setItemVerticalMirror(m_verticalMirror);
     target->setAllowOverprint(m_allowOverprint);
     target->copyPrivatePropeties(
-        m_rotation, getItemSize(), m_scaleX, m_scaleY, copySize, m_binding.id, m_binding.field);
+        m_rotation, getItemSize(), m_scaleX, m_scaleY, copySize, getDatasourceId(), getDatasourceField());
 
     const QGraphicsItem *from = graphicsItem();
     QGraphicsItem *to = target->graphicsItem();
@@ -360,7 +380,7 @@ void Item::copyPrivatePropeties(double rotation, const QSizeF &size, double scal
         m_scaleX = scaleX;
         m_scaleY = scaleY;
     }
-    m_binding = { datasourceId, datasourceField };
+    setBinding({ datasourceId, datasourceField });
 }
 
 bool Item::addItemToPrintScene(QGraphicsScene *scene, double scale)

@@ -72,15 +72,15 @@ public:
     [[nodiscard]] double getItemPositionX() const;
     [[nodiscard]] double getItemPositionY() const;
     /// Both store a pending position only, which updateItemPositionAfterLoading() applies.
-    void setItemPositionX(double x) { m_pendingPosition.setX(x); }
-    void setItemPositionY(double y) { m_pendingPosition.setY(y); }
+    void setItemPositionX(double x) { rare().pendingPosition.setX(x); }
+    void setItemPositionY(double y) { rare().pendingPosition.setY(y); }
     void updateItemPositionAfterLoading();
 
     // Datasource binding: -1 and an empty field when unbound
-    [[nodiscard]] int getDatasourceId() const { return m_binding.id; }
-    void setDatasourceId(int id) { m_binding.id = id; }
-    [[nodiscard]] QString getDatasourceField() const { return m_binding.field; }
-    void setDatasourceField(const QString &field) { m_binding.field = field; }
+    [[nodiscard]] int getDatasourceId() const { return rare().binding.id; }
+    void setDatasourceId(int id) { rare().binding.id = id; }
+    [[nodiscard]] QString getDatasourceField() const { return rare().binding.field; }
+    void setDatasourceField(const QString &field) { rare().binding.field = field; }
 
     // Size and scale
     [[nodiscard]] QSizeF getItemSize() const override;
@@ -201,6 +201,18 @@ private:
         QString field;
     };
 
+    /// What few items ever need: kept apart, because the size of an item decides how fast large scenes paint.
+    struct Rare
+    {
+        Binding binding;
+        Binding savedBinding;
+        QPointF pendingPosition;
+    };
+
+    [[nodiscard]] Rare &rare();
+    [[nodiscard]] const Rare &rare() const;
+    void setBinding(const Binding &binding);
+
     [[nodiscard]] bool hasFlag(MobraTypes::Flags mask) const { return (m_flags & mask) != 0; }
     void moveItem(const QPointF &position);
     void setItemTransform(const QTransform &transform);
@@ -215,7 +227,5 @@ private:
     unsigned int m_flags = MobraTypes::FlagVisibleInPrint;
     double m_scaleX = 1.0;
     double m_scaleY = 1.0;
-    Binding m_binding;
-    Binding m_savedBinding;
-    QPointF m_pendingPosition;
+    std::unique_ptr<Rare> m_rare;
 };

@@ -36,8 +36,8 @@ void Item::saveItemToData(QDataStream &stream)
     Record::write(stream, qint16(m_id), qint32(m_flags), m_horizontalMirror, m_verticalMirror,
         m_allowOverprint, getItemZValue(), qint32(itemQFlags()), getItemIsVisible(), m_rotation, m_width,
         m_height, m_scaleX, m_scaleY, t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(),
-        t.m33(), position.x(), position.y(), qint32(m_binding.id));
-    stream << m_binding.field;
+        t.m33(), position.x(), position.y(), qint32(getDatasourceId()));
+    stream << getDatasourceField();
 }
 
 void Item::loadItemFromData(QDataStream &stream, unsigned int version)
@@ -73,9 +73,11 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
     storeItemSize(size);
     setItemTransform(QTransform(m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8]));
     moveItem(position);
-    m_binding.id = datasourceId;
-    stream >> m_binding.field;
-    m_savedBinding = m_binding;
+    QString field;
+    stream >> field;
+    setBinding({ datasourceId, field });
+    if (m_rare)
+        m_rare->savedBinding = m_rare->binding;
 }
 
 QVariantMap Item::saveItemToJSON()

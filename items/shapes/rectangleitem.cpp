@@ -31,7 +31,6 @@ RectangleItem::RectangleItem()
     setItemShape(MobraTypes::RectangleShape);
     RectangleItem::updateItemPen();
     updateItemBrush();
-    copyPrivatePropeties(getItemFillColor(), getItemPenColor());
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
 }
 
@@ -72,19 +71,21 @@ void RectangleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *opt
 void RectangleItem::setItemPenColor(const QColor &color)
 {
     FillableItem::setItemPenColor(color);
-    m_itemPenColor = color;
+    if (m_colorCopies)
+        m_colorCopies->pen = color;
 }
 
 void RectangleItem::setItemFillColor(const QColor &color)
 {
     FillableItem::setItemFillColor(color);
-    m_itemFillColor = color;
+    if (m_colorCopies)
+        m_colorCopies->fill = color;
 }
 
 void RectangleItem::copyPrivatePropeties(const QColor &fill, const QColor &pen)
 {
-    m_itemFillColor = fill;
-    m_itemPenColor = pen;
+    const bool differ = fill != getItemFillColor() || pen != getItemPenColor();
+    m_colorCopies = differ ? std::make_unique<ColorCopies>(fill, pen) : nullptr;
 }
 
 void RectangleItem::updateItemPen()
@@ -132,13 +133,14 @@ Item *RectangleItem::createItemCopy()
 {
     auto copy = copyAs<RectangleItem>();
     copy->setRect(rect());
-    copy->copyPrivatePropeties(m_itemFillColor, m_itemPenColor);
+    if (m_colorCopies)
+        copy->copyPrivatePropeties(m_colorCopies->fill, m_colorCopies->pen);
     return copy.release();
 }
 
 void RectangleItem::refreshAfterLoading()
 {
-    copyPrivatePropeties(getItemFillColor(), getItemPenColor());
+    m_colorCopies.reset();
     updateRect();
 }
 

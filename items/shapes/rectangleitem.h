@@ -7,6 +7,8 @@
 #include <QGraphicsRectItem>
 #include <QObject>
 
+#include <memory>
+
 /// The plain rectangle. Its outline lies inside the logical size, so it needs no pen margin, and both scale
 /// factors stay 1: a new size lays the rectangle out again.
 class VX_EXPORT RectangleItem : public QObject, public QGraphicsRectItem, public FillableItem
@@ -55,6 +57,12 @@ private:
     void updateRect();
     void refreshAfterLoading();
 
-    QColor m_itemPenColor;
-    QColor m_itemFillColor;
+    struct ColorCopies
+    {
+        QColor fill;
+        QColor pen;
+    };
+
+    /// Null while both copies equal the colours themselves.
+    std::unique_ptr<ColorCopies> m_colorCopies;
 };

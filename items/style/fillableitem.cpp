@@ -44,7 +44,6 @@ QGradient withStops(QGradient gradient, const QColor &first, double lastStop, co
 } // namespace
 
 FillableItem::FillableItem()
-    : m_sceneBackground(ItemColors::transparent)
 {
     m_fillColor = ItemColors::transparent;
 }
@@ -87,7 +86,7 @@ void FillableItem::setItemBrushStyleInt(int style)
 
 void FillableItem::setSceneBackgroundColor(const QColor &color)
 {
-    m_sceneBackground = color;
+    print().background = color;
     updateItemBrush();
 }
 
@@ -123,7 +122,7 @@ void FillableItem::updateItemBrush()
 
 QBrush FillableItem::gradientBrush() const
 {
-    QColor second = m_sceneBackground;
+    QColor second = print().background;
     if (second == ItemColors::transparent)
         second = m_fillColor == ItemColors::white ? ItemColors::black : ItemColors::white;
 
@@ -314,7 +313,9 @@ void FillableItem::copyItemProperties(Item *target, bool copySize)
     auto *fillable = dynamic_cast<FillableItem *>(target);
     if (!fillable)
         return;
-    fillable->setSceneBackgroundColor(m_sceneBackground);
+    if (m_print || fillable->m_print)
+        fillable->print().background = getSceneBackgroundColor();
+    fillable->updateItemBrush();
     fillable->setItemFillColor(m_fillColor);
     fillable->setItemBrushStyle(m_brushStyle);
     if (!m_print)

@@ -33,7 +33,7 @@ public:
     void setItemBrushStyleInt(int style);
     /// The second colour of gradients; while transparent, that is white, or black under a white fill.
     void setSceneBackgroundColor(const QColor &color);
-    [[nodiscard]] QColor getSceneBackgroundColor() const { return m_sceneBackground; }
+    [[nodiscard]] QColor getSceneBackgroundColor() const { return print().background; }
     /// Builds the brush from colour, style, size and print scaling.
     void updateItemBrush();
 
@@ -85,9 +85,10 @@ protected:
     void prepareShapeImage(const std::function<void(QPainter &, double scaling, double penWidth)> &draw);
 
 private:
-    /// What only printing needs; most items never have it.
+    /// What an item needs on a coloured page and in print only; most never have it.
     struct PrintState
     {
+        QColor background = Qt::transparent;
         bool throughImage = false;
         double scaling = 1.0;
         QImage image;
@@ -111,6 +112,5 @@ private:
     bool m_opaque = true;
     bool m_partialColor = false;
     QBrush m_brush;
-    QColor m_sceneBackground;
     std::unique_ptr<PrintState> m_print;
 };
