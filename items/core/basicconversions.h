@@ -11,17 +11,17 @@
 class VX_EXPORT BasicConversions
 {
 public:
-    [[nodiscard]] static bool almostZero(double value, double epsilon);
-    [[nodiscard]] static bool almostEqual(double a, double b, double epsilon);
-    [[nodiscard]] static bool almostEqual(const QSizeF &a, const QSizeF &b, double epsilon);
-    [[nodiscard]] static bool almostEqual(const QPointF &a, const QPointF &b, double epsilon);
+    static bool almostZero(double value, double epsilon);
+    static bool almostEqual(double a, double b, double epsilon);
+    static bool almostEqual(const QSizeF &a, const QSizeF &b, double epsilon);
+    static bool almostEqual(const QPointF &a, const QPointF &b, double epsilon);
 
     /// The angle in [0, 360). NaN and infinities give 0.
-    [[nodiscard]] static double normalizeAngle(double degrees);
+    static double normalizeAngle(double degrees);
     /// The angle in [0, 359].
-    [[nodiscard]] static int normalizeAngle(int degrees);
+    static int normalizeAngle(int degrees);
 
     /// Moves an angle at or up to 0.0005 above an odd multiple of 45 degrees to 0.001 past that multiple; any
     /// other angle is returned as it is.
-    [[nodiscard]] static double adjust45(double degrees);
+    static double adjust45(double degrees);
 };

@@ -166,12 +166,12 @@ double Item::getItemPositionY() const
 void Item::moveItem(const QPointF &position)
 {
     if (QGraphicsItem *item = graphicsItem())
-        item->setPos(Limits::geometry(position.x()), Limits::geometry(position.y()));
+        item->setPos(Limits::geometry(position));
 }
 
 void Item::updateItemPositionAfterLoading()
 {
-    moveItem(std::as_const(*this).rare().pendingPosition);
+    moveItem(pendingPosition());
 }
 
 QSizeF Item::getItemSize() const
@@ -194,6 +194,12 @@ void Item::setItemWidth(double width)
 void Item::setItemHeight(double height)
 {
     storeItemSize(QSizeF(m_width, height));
+}
+
+void Item::setPendingPosition(const QPointF &position)
+{
+    if (m_rare || !position.isNull())
+        rare().pendingPosition = position;
 }
 
 bool Item::applySize(const QSizeF &size)
@@ -259,19 +265,26 @@ void Item::adjustSizes(double &width, double &height, double minWidth, double ma
 void Item::setItemRotation(double degrees)
 {
     m_rotation = BasicConversions::normalizeAngle(degrees);
+    rotateAbout(QPointF(m_width / 2, m_height / 2), m_rotation);
+}
+
+void Item::rotateAbout(const QPointF &point, double degrees)
+{
     QGraphicsItem *item = graphicsItem();
     if (!item)
         return;
-    const QPointF centre(Limits::geometry(m_width / 2), Limits::geometry(m_height / 2));
+    const QPointF centre = Limits::geometry(point);
     const QPointF before = item->mapToScene(centre);
     QTransform transform;
     transform.translate(centre.x(), centre.y());
-    transform.rotate(m_rotation);
+    transform.rotate(degrees);
     transform.translate(-centre.x(), -centre.y());
     item->setTransform(transform);
     const QPointF after = item->mapToScene(centre);
-    if (before != after)
-        item->setPos(item->pos() + (before - after));
+    const QPointF shift = before - after;
+    // The transform before may have had the centre at infinity.
+    if (before != after && std::isfinite(shift.x()) && std::isfinite(shift.y()))
+        moveItem(item->pos() + shift);
 }
 
 QVariantList Item::getItemTransform() const
@@ -391,13 +404,14 @@ bool Item::addItemToPrintScene(QGraphicsScene *scene, double scale)
     detach(*item);
     if (Limits::toInt(scale) == 1) {
         item->setSelected(false);
-        scene->addItem(item);
+        if (item->scene() != scene)
+            scene->addItem(item);
         return false;
     }
     const QRectF source = item->sceneBoundingRect();
     QGraphicsPixmapItem *picture
         = scene->addPixmap(QPixmap::fromImage(renderedAlone(source, scene->sceneRect(), scale)));
-    picture->setPos(source.x() * scale, source.y() * scale);
+    picture->setPos(Limits::geometry(source.topLeft() * scale));
     picture->setZValue(item->zValue());
     picture->setFlag(QGraphicsItem::ItemStacksBehindParent);
     return true;
@@ -407,11 +421,14 @@ QImage Item::renderedAlone(const QRectF &source, const QRectF &sceneRect, double
 {
     QImage image = SafeImage::create(
         source.width() * scale, source.height() * scale, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
+    QGraphicsItem *item = graphicsItem();
+    if (image.isNull()) {
+        if (QGraphicsScene *scene = item->scene())
+            scene->removeItem(item);
         return image;
+    }
     image.fill(ItemColors::transparentRgb);
 
-    QGraphicsItem *item = graphicsItem();
     const bool selected = item->isSelected();
     QGraphicsScene alone(sceneRect);
     alone.setItemIndexMethod(QGraphicsScene::BspTreeIndex);

@@ -38,60 +38,60 @@ public:
 
     // Identity and flags
     /// The number shown in the description, -1 for a new item.
-    [[nodiscard]] short itemId() const { return m_id; }
+    short itemId() const { return m_id; }
     void setItemId(short id) { m_id = id; }
     /// The code of the concrete class. The six polygons share one QGraphicsItem::type(); only this tells them
     /// apart.
-    [[nodiscard]] MobraTypes::ShapeType getItemShape() const { return m_shape; }
+    MobraTypes::ShapeType getItemShape() const { return m_shape; }
     void setItemShape(MobraTypes::ShapeType shape) { m_shape = shape; }
-    [[nodiscard]] unsigned int getItemShapeInt() const { return m_shape; }
+    unsigned int getItemShapeInt() const { return m_shape; }
     void setItemShapeInt(unsigned int shape) { m_shape = static_cast<MobraTypes::ShapeType>(shape); }
     /// A word of MobraTypes::Flags, unrelated to itemQFlags().
-    [[nodiscard]] unsigned int itemFlags() const { return m_flags; }
+    unsigned int itemFlags() const { return m_flags; }
     void setItemFlags(unsigned int flags) { m_flags = flags; }
     void setItemFlags(MobraTypes::Flags flag, bool on);
     /// The flag word in binary digits without leading zeros, for logging.
-    [[nodiscard]] QString printItemFlags() const;
+    QString printItemFlags() const;
     /// QGraphicsItem::flags() as a number.
-    [[nodiscard]] unsigned int itemQFlags() const;
+    unsigned int itemQFlags() const;
     void setItemQFlags(unsigned int flags);
-    [[nodiscard]] bool itemIsSupplyTemplate() const { return hasFlag(MobraTypes::FlagSupplyTemplate); }
+    bool itemIsSupplyTemplate() const { return hasFlag(MobraTypes::FlagSupplyTemplate); }
     void setItemAsSupplyTemplate(bool on) { setItemFlags(MobraTypes::FlagSupplyTemplate, on); }
-    [[nodiscard]] bool itemHasMultiLock() const { return hasFlag(MobraTypes::FlagMultiLock); }
+    bool itemHasMultiLock() const { return hasFlag(MobraTypes::FlagMultiLock); }
     void setItemHasMultiLock(bool on) { setItemFlags(MobraTypes::FlagMultiLock, on); }
-    [[nodiscard]] bool getAllowOverprint() const { return m_allowOverprint; }
+    bool getAllowOverprint() const { return m_allowOverprint; }
     void setAllowOverprint(bool allow) { m_allowOverprint = allow; }
 
     // State of the graphics item
-    [[nodiscard]] double getItemZValue() const;
+    double getItemZValue() const;
     /// NaN, which has no place in an order, is taken as 0.
     void setItemZValue(double z);
-    [[nodiscard]] bool getItemIsVisible() const;
+    bool getItemIsVisible() const;
     void setItemIsVisible(bool visible);
     /// The position in parent coordinates.
-    [[nodiscard]] double getItemPositionX() const;
-    [[nodiscard]] double getItemPositionY() const;
+    double getItemPositionX() const;
+    double getItemPositionY() const;
     /// Both store a pending position only, which updateItemPositionAfterLoading() applies.
-    void setItemPositionX(double x) { rare().pendingPosition.setX(x); }
-    void setItemPositionY(double y) { rare().pendingPosition.setY(y); }
+    void setItemPositionX(double x) { setPendingPosition(QPointF(x, pendingPosition().y())); }
+    void setItemPositionY(double y) { setPendingPosition(QPointF(pendingPosition().x(), y)); }
     void updateItemPositionAfterLoading();
 
     // Datasource binding: -1 and an empty field when unbound
-    [[nodiscard]] int getDatasourceId() const { return rare().binding.id; }
+    int getDatasourceId() const { return rare().binding.id; }
     void setDatasourceId(int id) { rare().binding.id = id; }
-    [[nodiscard]] QString getDatasourceField() const { return rare().binding.field; }
+    QString getDatasourceField() const { return rare().binding.field; }
     void setDatasourceField(const QString &field) { rare().binding.field = field; }
 
     // Size and scale
-    [[nodiscard]] QSizeF getItemSize() const override;
-    [[nodiscard]] double getItemWidth() const { return getItemSize().width(); }
-    [[nodiscard]] double getItemHeight() const { return getItemSize().height(); }
+    QSizeF getItemSize() const override;
+    double getItemWidth() const { return getItemSize().width(); }
+    double getItemHeight() const { return getItemSize().height(); }
     void setItemWidth(double width) override;
     void setItemHeight(double height) override;
     /// The accumulated ratio of the present size to that at creation; some classes keep it at 1.
-    [[nodiscard]] double getItemScaleX() const { return m_scaleX; }
+    double getItemScaleX() const { return m_scaleX; }
     void setItemScaleX(double scale) { m_scaleX = scale; }
-    [[nodiscard]] double getItemScaleY() const { return m_scaleY; }
+    double getItemScaleY() const { return m_scaleY; }
     void setItemScaleY(double scale) { m_scaleY = scale; }
     bool setItemSize(QSizeF size) override;
     bool setItemSize(QSizeF size, bool keepRatio, bool heightLeads) override;
@@ -105,20 +105,21 @@ public:
         double maxHeight, double ratio);
 
     // Transform
-    [[nodiscard]] double getItemRotation() const override { return m_rotation; }
+    double getItemRotation() const override { return m_rotation; }
     /// Replaces the item's transform by a rotation about the centre of its size, which keeps its place in the
     /// scene.
     void setItemRotation(double degrees) override;
-    [[nodiscard]] bool getItemHorizontalMirror() const override { return m_horizontalMirror; }
-    [[nodiscard]] bool getItemVerticalMirror() const override { return m_verticalMirror; }
+    bool getItemHorizontalMirror() const override { return m_horizontalMirror; }
+    bool getItemVerticalMirror() const override { return m_verticalMirror; }
     void setItemHorizontalMirror(bool mirror) override { m_horizontalMirror = mirror; }
     void setItemVerticalMirror(bool mirror) override { m_verticalMirror = mirror; }
     /// m11, m12, m13, m21, m22, m23, m31, m32 of the item's transform.
-    [[nodiscard]] QVariantList getItemTransform() const;
-    /// Sets the transform from the same eight numbers, with m33 = 1. A shorter list changes nothing.
+    QVariantList getItemTransform() const;
+    /// Sets the transform from the same eight numbers, with m33 = 1. A shorter list changes nothing, nor
+    /// does one with a number that is not finite or beyond the drawable range.
     void setItemTransformFromList(const QList<QVariant> &list);
     /// The item's transform without its accumulated scale; the translation stays.
-    [[nodiscard]] QTransform getItemUnitTransform() const;
+    QTransform getItemUnitTransform() const;
     /// Saves the painter and mirrors it within (0, 0, width, height). The caller restores the painter.
     void painterMirrorTransform(QPainter *painter, double width, double height) const;
 
@@ -126,25 +127,27 @@ public:
     /// Draws the dotted selection frame if the option says that the item is selected.
     static void drawSelectionRectangle(
         QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect);
-    /// A new item equal to this one, in no scene. The caller owns it.
+    /// A new item that looks and saves like this one, in no scene. The caller owns it. What only a print run
+    /// set (palette, prepared image) and the parked binding of a lock stay behind.
     [[nodiscard]] virtual Item *createItemCopy() = 0;
     /// Copies everything that target has in common with this item; size and scales only with copySize. The
     /// parked binding of a locked item is not copied.
     virtual void copyItemProperties(Item *target, bool copySize);
     void copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY,
         bool copySize, int datasourceId, const QString &datasourceField);
-    /// Reduces the item to one ink: what prints in printColour becomes black, everything else white or
+    /// Reduces the item to one ink: what prints in printColor becomes black, everything else white or
     /// transparent. Returns whether anything prints, which FlagVisibleInPrint keeps. This overwrites colours:
     /// use it on copies. With keepBlack, solid black stays; keepOthers extends that to items that have
     /// nothing else in the ink.
     virtual bool resetItemColors(const QColor &printColor, bool keepBlack, bool keepOthers) = 0;
-    /// The same for white-on-black printing: what prints in printColour becomes white, everything else black.
+    /// The same for white-on-black printing: what prints in printColor becomes white, everything else black.
     virtual bool resetItemColorsNegative(const QColor &printColor) = 0;
     /// For logs and lists, for example "rectangle 7".
-    [[nodiscard]] virtual QString toDescriptionString() const = 0;
+    virtual QString toDescriptionString() const = 0;
     /// Hands the item to a print scene. At a scale that rounds to 1 the scene takes the item itself, and owns
-    /// it: false. Otherwise it gets a picture of the item, magnified by scale, and the caller keeps the item,
-    /// which has left its parent: true. A null scene: false.
+    /// it: false. Otherwise it gets a picture of the item, magnified by scale, and the caller keeps the item:
+    /// true. A null scene: false. The item leaves its parent and its scene, except where a prepared image
+    /// prints in its place.
     virtual bool addItemToPrintScene(QGraphicsScene *scene, double scale);
 
     // Persistence
@@ -152,22 +155,23 @@ public:
     /// the length of the record belong to the caller's framing.
     virtual void saveItemToData(QDataStream &stream);
     /// Reads a record written by a document of the given version; mirrors and overprint exist since
-    /// version 6. Nothing is validated: the stream's status tells whether the record was whole.
+    /// version 6. No value is an error: what the scene cannot hold is limited, and the stream's
+    /// status tells whether the record was whole.
     virtual void loadItemFromData(QDataStream &stream, unsigned int version);
     /// The item's Qt properties, less ignoredPropertyNames(). Colours lose their alpha in it: a host that
     /// keeps maps stores translucent and transparent colours itself, as "#aarrggbb" and "transparent", which
     /// loading accepts.
-    [[nodiscard]] virtual QVariantMap saveItemToJSON() = 0;
+    virtual QVariantMap saveItemToJSON() = 0;
     /// Applies a property map; unknown keys and unusable values are skipped.
     virtual void loadItemFromJSON(const QVariantMap &map, unsigned int version) = 0;
     /// The properties of Qt's own classes that no property map holds.
-    [[nodiscard]] static const QStringList &ignoredPropertyNames();
+    static const QStringList &ignoredPropertyNames();
 
     void setItemAsUserTemplate(bool on) override;
-    [[nodiscard]] bool itemIsUserTemplate() const override { return hasFlag(MobraTypes::FlagUserTemplate); }
-    [[nodiscard]] bool itemIsReadOnly() const override { return hasFlag(MobraTypes::FlagReadOnly); }
+    bool itemIsUserTemplate() const override { return hasFlag(MobraTypes::FlagUserTemplate); }
+    bool itemIsReadOnly() const override { return hasFlag(MobraTypes::FlagReadOnly); }
     void setItemAsReadOnly(bool on) override;
-    [[nodiscard]] bool itemIsNonModifiable() const override { return hasFlag(MobraTypes::MaskNonModifiable); }
+    bool itemIsNonModifiable() const override { return hasFlag(MobraTypes::MaskNonModifiable); }
 
 protected:
     /// Announces to the scene that the bounding rectangle is about to change: every concrete class forwards
@@ -176,9 +180,19 @@ protected:
     /// Runs after each form of setItemSize has stored a new size. An override calls that of its base first.
     virtual void itemSizeChanged();
     void storeItemSize(const QSizeF &size);
+    /// What every form of setItemSize ends in: multiplies the scales, stores the size, runs
+    /// itemSizeChanged(). Returns true.
+    virtual bool applySize(const QSizeF &size);
+    /// Moves the graphics item, within the drawable range.
+    void moveItem(const QPointF &position);
+    /// Replaces the transform, unless one of its numbers is not finite or beyond the drawable range.
+    void setItemTransform(const QTransform &transform);
+    /// Replaces the transform by a rotation about a point in item coordinates, which keeps its place in the
+    /// scene.
+    void rotateAbout(const QPointF &point, double degrees);
 
-    /// This item as its own graphics item; null while a constructor or destructor of a base runs.
-    [[nodiscard]] QGraphicsItem *graphicsItem() const;
+    /// This item as its own graphics item. Null in the constructors of the bases; not for their destructors.
+    QGraphicsItem *graphicsItem() const;
 
     /// A new item of class T with everything that copyItemProperties() copies. The first step of
     /// createItemCopy().
@@ -209,16 +223,15 @@ private:
         QPointF pendingPosition;
     };
 
-    [[nodiscard]] Rare &rare();
-    [[nodiscard]] const Rare &rare() const;
+    Rare &rare();
+    const Rare &rare() const;
     void setBinding(const Binding &binding);
+    const QPointF &pendingPosition() const { return rare().pendingPosition; }
+    void setPendingPosition(const QPointF &position);
 
-    [[nodiscard]] bool hasFlag(MobraTypes::Flags mask) const { return (m_flags & mask) != 0; }
-    void moveItem(const QPointF &position);
-    void setItemTransform(const QTransform &transform);
+    bool hasFlag(MobraTypes::Flags mask) const { return (m_flags & mask) != 0; }
     void lockBinding(MobraTypes::Flags flag, bool on);
-    bool applySize(const QSizeF &size);
-    [[nodiscard]] QImage renderedAlone(const QRectF &source, const QRectF &sceneRect, double scale);
+    QImage renderedAlone(const QRectF &source, const QRectF &sceneRect, double scale);
 
     mutable QGraphicsItem *m_graphicsItem = nullptr;
     short m_id = -1;

@@ -10,7 +10,6 @@
 #define VX_SHAPE_PROPERTY Q_PROPERTY(uint itemShape READ getItemShapeInt WRITE setItemShapeInt)
 
 #define VX_IDENTITY_PROPERTIES                                                                               \
-    VX_SHAPE_PROPERTY                                                                                        \
     Q_PROPERTY(short itemId READ itemId WRITE setItemId)                                                     \
     Q_PROPERTY(uint itemFlags READ itemFlags WRITE setItemFlags)                                             \
     Q_PROPERTY(uint itemQFlags READ itemQFlags WRITE setItemQFlags)                                          \
@@ -45,9 +44,9 @@
 
 #define VX_PEN_PROPERTIES                                                                                    \
     Q_PROPERTY(ushort itemPenWidth READ getItemPenWidth WRITE setItemPenWidth)                               \
-    Q_PROPERTY(ushort itemPenStyle READ getItemPenStyle WRITE setItemPenStyleInt)                            \
-    Q_PROPERTY(ushort itemPenCapStyle READ getItemPenCapStyle WRITE setItemPenCapStyleInt)                   \
-    Q_PROPERTY(ushort itemPenJoinStyle READ getItemPenJoinStyle WRITE setItemPenJoinStyleInt)
+    Q_PROPERTY(ushort itemPenStyle READ getItemPenStyleInt WRITE setItemPenStyleInt)                         \
+    Q_PROPERTY(ushort itemPenCapStyle READ getItemPenCapStyleInt WRITE setItemPenCapStyleInt)                \
+    Q_PROPERTY(ushort itemPenJoinStyle READ getItemPenJoinStyleInt WRITE setItemPenJoinStyleInt)
 
 #define VX_BRUSH_PROPERTY Q_PROPERTY(ushort itemBrushStyle READ getItemBrushStyle WRITE setItemBrushStyleInt)
 
@@ -57,6 +56,7 @@
 
 /// All properties of a filled shape without a datasource: the rectangles.
 #define VX_FILLED_SHAPE_PROPERTIES                                                                           \
+    VX_SHAPE_PROPERTY                                                                                        \
     VX_IDENTITY_PROPERTIES                                                                                   \
     VX_ROTATION_PROPERTIES                                                                                   \
     VX_SIZE_PROPERTIES                                                                                       \

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QPointF>
+#include <QSizeF>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -10,9 +12,10 @@
 /// given; these limits act where a number is about to reach Qt's painter, scene or image code.
 namespace Limits {
 
-/// The longest side of an image in pixels: Qt's raster engine cannot clip beyond.
+/// The longest side of an image in pixels: five metres of banner at 300 dpi.
+/// Qt allows
 inline constexpr int MaxImageSide = 65535;
-/// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 512 MiB in 32-bit colour.
+/// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 488 MiB in 32-bit colour.
 inline constexpr qint64 MaxImagePixels = 128'000'000;
 /// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions
 /// overflow.
@@ -22,26 +25,42 @@ inline constexpr double MaxPenWidth = 1e4;
 /// The smallest divisor: a scale closer to zero is taken as this.
 inline constexpr double MinDivisor = 1e-9;
 
+/// The most dashes along an outline: beyond, it is painted solid, since a dashed line of a huge item takes
+/// seconds.
+inline constexpr double MaxDashes = 20'000.0;
+
 /// value, or fallback where value is NaN or infinite.
-[[nodiscard]] inline double finite(double value, double fallback)
+inline double finite(double value, double fallback)
 {
     return std::isfinite(value) ? value : fallback;
 }
 
 /// A side or coordinate as geometry: within ±MaxGeometry, 0 for NaN.
-[[nodiscard]] inline double geometry(double value)
+inline double geometry(double value)
 {
     return std::isnan(value) ? 0.0 : std::clamp(value, -MaxGeometry, MaxGeometry);
 }
 
 /// A width for a painter's pen: within [0, MaxPenWidth], 0 for NaN.
-[[nodiscard]] inline double penWidth(double value)
+inline double penWidth(double value)
 {
     return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, MaxPenWidth);
 }
 
+/// A point as geometry.
+inline QPointF geometry(const QPointF &point)
+{
+    return QPointF(geometry(point.x()), geometry(point.y()));
+}
+
+/// Whether an outline of the given width around the size has no more than MaxDashes dashes.
+inline bool canBeDashed(const QSizeF &size, double penWidth)
+{
+    return (std::abs(size.width()) + std::abs(size.height())) / std::max(penWidth, 1.0) <= MaxDashes;
+}
+
 /// A divisor that is never closer to zero than MinDivisor; NaN gives 1.
-[[nodiscard]] inline double divisor(double value)
+inline double divisor(double value)
 {
     if (std::isnan(value))
         return 1.0;
@@ -49,7 +68,7 @@ inline constexpr double MinDivisor = 1e-9;
 }
 
 /// A double as the nearest integer, half away from zero, saturating at the ends of int; 0 for NaN.
-[[nodiscard]] inline int toInt(double value)
+inline int toInt(double value)
 {
     constexpr double most = 2147483647.0;
     return std::isnan(value) ? 0 : static_cast<int>(std::clamp(std::round(value), -most, most));

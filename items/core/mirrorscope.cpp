@@ -11,7 +11,7 @@ MirrorScope::MirrorScope(const Item &item, QPainter &painter, double width, doub
     if (item.getItemHorizontalMirror() || item.getItemVerticalMirror())
         item.painterMirrorTransform(&painter, width, height);
     else
-        m_upright.emplace(painter.pen(), painter.brush());
+        m_upright = PenAndBrush { painter.pen(), painter.brush() };
 }
 
 MirrorScope::~MirrorScope()

@@ -64,7 +64,7 @@ template <> struct Codec<QColor>
 template <typename... Fields> inline constexpr int width = (0 + ... + Codec<Fields>::width);
 
 /// Whether the stream's operators would write exactly what the codecs do.
-[[nodiscard]] inline bool isPlain(const QDataStream &stream)
+inline bool isPlain(const QDataStream &stream)
 {
     return stream.byteOrder() == QDataStream::BigEndian
         && stream.floatingPointPrecision() == QDataStream::DoublePrecision

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/resizerotatedhelper.h"
 
+#include "items/core/basicconversions.h"
+#include "items/core/limits.h"
+
 #include <QGraphicsItem>
 #include <QTransform>
 
@@ -10,12 +13,18 @@ namespace {
 
 QTransform scaledAndRotated(double cx, double cy, double angle, double scaleX, double scaleY)
 {
+    const QPointF centre = Limits::geometry(QPointF(cx, cy));
     QTransform transform;
-    transform.translate(cx, cy);
-    transform.rotate(angle);
-    transform.translate(-cx, -cy);
-    transform.scale(scaleX, scaleY);
+    transform.translate(centre.x(), centre.y());
+    transform.rotate(BasicConversions::normalizeAngle(angle));
+    transform.translate(-centre.x(), -centre.y());
+    transform.scale(Limits::geometry(scaleX), Limits::geometry(scaleY));
     return transform;
+}
+
+void moveBy(QGraphicsItem &item, const QPointF &difference)
+{
+    item.setPos(Limits::geometry(item.pos() + difference));
 }
 
 } // namespace
@@ -29,7 +38,7 @@ void ResizeRotatedHelper::updateTransformOnResize(
     const bool justJoined = std::exchange(m_firstResizeAfterAddedToGroup, false);
     const QPointF before = justJoined ? QPointF() : QPointF(m_oldM31, m_oldM32);
     updateTransformOnRotation(item, cx, cy, angle, scaleX, scaleY);
-    item->setPos(item->pos() + before - QPointF(m_oldM31, m_oldM32));
+    moveBy(*item, before - QPointF(m_oldM31, m_oldM32));
 }
 
 void ResizeRotatedHelper::updateTransformOnRotation(
@@ -44,7 +53,7 @@ void ResizeRotatedHelper::updateTransformOnRotation(
 void ResizeRotatedHelper::fixPositionOnUngroup(QGraphicsItem *item)
 {
     if (!m_temporaryGroup)
-        item->moveBy(-m_oldM31 - m_positionChangeX, -m_oldM32 - m_positionChangeY);
+        moveBy(*item, QPointF(-m_oldM31 - m_positionChangeX, -m_oldM32 - m_positionChangeY));
     m_positionChangeX = 0.0;
     m_positionChangeY = 0.0;
     m_firstResizeAfterAddedToGroup = false;

@@ -31,12 +31,12 @@ public:
     /// The group is a multiple selection: leaving it moves nothing.
     void temporaryGroup() { m_temporaryGroup = true; }
 
-    [[nodiscard]] bool getFirstResizeAfterAddedToGroup() const { return m_firstResizeAfterAddedToGroup; }
+    bool getFirstResizeAfterAddedToGroup() const { return m_firstResizeAfterAddedToGroup; }
     void setFirstResizeAfterAddedToGroup(bool first) { m_firstResizeAfterAddedToGroup = first; }
     /// The translation of the transform last applied; part of the item's saved state.
-    [[nodiscard]] double getOldTransformCoefficientM31() const { return m_oldM31; }
+    double getOldTransformCoefficientM31() const { return m_oldM31; }
     void setOldTransformCoefficientM31(double m31) { m_oldM31 = m31; }
-    [[nodiscard]] double getOldTransformCoefficientM32() const { return m_oldM32; }
+    double getOldTransformCoefficientM32() const { return m_oldM32; }
     void setOldTransformCoefficientM32(double m32) { m_oldM32 = m32; }
     void setPositionChangeOnX(double change) { m_positionChangeX = change; }
     void setPositionChangeOnY(double change) { m_positionChangeY = change; }

@@ -12,10 +12,10 @@ class VX_EXPORT FillColorItem
 public:
     virtual ~FillColorItem();
 
-    [[nodiscard]] QColor getItemFillColor() const { return m_fillColor; }
+    QColor getItemFillColor() const { return m_fillColor; }
     virtual void setItemFillColor(const QColor &color) = 0;
     /// "#rrggbb"; the alpha is dropped, and a transparent or invalid colour reads "#000000".
-    [[nodiscard]] QString getItemFillColorString() const;
+    QString getItemFillColorString() const;
     /// Parses any form that QColor::fromString knows; an unparsable text sets an invalid colour.
     virtual void setItemFillColorString(const QString &color);
 

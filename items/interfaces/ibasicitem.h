@@ -12,7 +12,7 @@ public:
     virtual ~IBasicItem();
 
     /// The logical size in scene units.
-    [[nodiscard]] virtual QSizeF getItemSize() const = 0;
+    virtual QSizeF getItemSize() const = 0;
     /// Resizes the item. Returns false, changing nothing, for an equal size.
     virtual bool setItemSize(QSizeF size) = 0;
     /// Store one side only: the scale factors and the geometry stay as they are.
@@ -28,10 +28,10 @@ public:
         double maxHeight, bool heightLeads, bool force)
         = 0;
     /// Degrees in [0, 360), clockwise on screen.
-    [[nodiscard]] virtual double getItemRotation() const = 0;
+    virtual double getItemRotation() const = 0;
     virtual void setItemRotation(double degrees) = 0;
-    [[nodiscard]] virtual bool getItemHorizontalMirror() const = 0;
-    [[nodiscard]] virtual bool getItemVerticalMirror() const = 0;
+    virtual bool getItemHorizontalMirror() const = 0;
+    virtual bool getItemVerticalMirror() const = 0;
     virtual void setItemHorizontalMirror(bool mirror) = 0;
     virtual void setItemVerticalMirror(bool mirror) = 0;
 

@@ -11,5 +11,5 @@ public:
     virtual ~IBrushItem();
 
     virtual void setItemBrushStyle(MobraTypes::BrushStyle style) = 0;
-    [[nodiscard]] virtual MobraTypes::BrushStyle getItemBrushStyle() const = 0;
+    virtual MobraTypes::BrushStyle getItemBrushStyle() const = 0;
 };

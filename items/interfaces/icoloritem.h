@@ -12,7 +12,7 @@ class VX_EXPORT IColorItem
 public:
     virtual ~IColorItem();
 
-    [[nodiscard]] virtual QColor getItemPenColor() const = 0;
+    virtual QColor getItemPenColor() const = 0;
     virtual void setItemPenColor(const QColor &color) = 0;
     /// Parses any form that QColor::fromString knows; an unparsable text sets an invalid colour.
     virtual void setItemPenColorString(const QString &color) = 0;

@@ -12,10 +12,10 @@ class VX_EXPORT IDatasourceItem
 public:
     virtual ~IDatasourceItem();
 
-    [[nodiscard]] virtual QVariant getItemData() const = 0;
-    [[nodiscard]] virtual int getItemDatasourceID() const = 0;
-    [[nodiscard]] virtual QString getItemDatasourceField() const = 0;
-    [[nodiscard]] virtual bool isDatasourceConnected() const = 0;
+    virtual QVariant getItemData() const = 0;
+    virtual int getItemDatasourceID() const = 0;
+    virtual QString getItemDatasourceField() const = 0;
+    virtual bool isDatasourceConnected() const = 0;
     virtual void setItemData(const QVariant &data) = 0;
     virtual void setItemDatasourceID(int id) = 0;
     virtual void setItemDatasourceField(const QString &field) = 0;

@@ -11,14 +11,14 @@ class VX_EXPORT IFontItem
 public:
     virtual ~IFontItem();
 
-    [[nodiscard]] virtual int getItemFontSize() const = 0;
+    virtual int getItemFontSize() const = 0;
     virtual void setItemFontSize(int pixels) = 0;
-    [[nodiscard]] virtual QString getItemFontFamily() const = 0;
+    virtual QString getItemFontFamily() const = 0;
     virtual void setItemFontFamily(const QString &family) = 0;
-    [[nodiscard]] virtual bool getItemBold() const = 0;
+    virtual bool getItemBold() const = 0;
     virtual void setItemBold(bool bold) = 0;
-    [[nodiscard]] virtual bool getItemItalic() const = 0;
+    virtual bool getItemItalic() const = 0;
     virtual void setItemItalic(bool italic) = 0;
-    [[nodiscard]] virtual bool getItemUnderline() const = 0;
+    virtual bool getItemUnderline() const = 0;
     virtual void setItemUnderline(bool underline) = 0;
 };

@@ -11,7 +11,7 @@ public:
     virtual ~ILineItem();
 
     virtual bool setItemArrowLeft(MobraTypes::ArrowStyle style) = 0;
-    [[nodiscard]] virtual MobraTypes::ArrowStyle getItemArrowLeft() = 0;
+    virtual MobraTypes::ArrowStyle getItemArrowLeft() = 0;
     virtual bool setItemArrowRight(MobraTypes::ArrowStyle style) = 0;
-    [[nodiscard]] virtual MobraTypes::ArrowStyle getItemArrowRight() = 0;
+    virtual MobraTypes::ArrowStyle getItemArrowRight() = 0;
 };

@@ -39,19 +39,36 @@ ITextLabelItem::~ITextLabelItem() = default;
 PenItem::~PenItem() = default;
 TextColorItem::~TextColorItem() = default;
 
-void PenItem::setItemPenStyleInt(ushort style)
+namespace {
+
+/// Whether an enumeration whose largest enumerator is mask can hold the value.
+bool canHold(int mask, int value)
 {
-    setItemPenStyle(static_cast<Qt::PenStyle>(style));
+    return value >= 0 && value <= mask;
 }
 
-void PenItem::setItemPenCapStyleInt(ushort style)
+} // namespace
+
+void PenItem::applyPenStyle(int style)
 {
-    setItemPenCapStyle(static_cast<Qt::PenCapStyle>(style));
+    if (canHold(Qt::MPenStyle, style))
+        setItemPenStyle(static_cast<Qt::PenStyle>(style));
+    else
+        m_penStyle = style;
 }
 
-void PenItem::setItemPenJoinStyleInt(ushort style)
+void PenItem::applyPenCapStyle(int style)
 {
-    setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style));
+    // What is neither flat nor round is flat anyway.
+    setItemPenCapStyle(canHold(Qt::MPenCapStyle, style) ? static_cast<Qt::PenCapStyle>(style) : Qt::FlatCap);
+}
+
+void PenItem::applyPenJoinStyle(int style)
+{
+    if (canHold(Qt::MPenJoinStyle, style))
+        setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style));
+    else
+        m_penJoinStyle = style;
 }
 
 QString FillColorItem::getItemFillColorString() const

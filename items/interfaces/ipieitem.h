@@ -11,9 +11,9 @@ public:
 
     /// Whether the whole ellipse is outlined behind the wedge.
     virtual bool setDrawCircle(bool draw) = 0;
-    [[nodiscard]] virtual bool getDrawCircle() = 0;
-    [[nodiscard]] virtual int startPieAngle() = 0;
+    virtual bool getDrawCircle() = 0;
+    virtual int startPieAngle() = 0;
     virtual void setStartPieAngle(int angle) = 0;
-    [[nodiscard]] virtual int spanPieAngle() = 0;
+    virtual int spanPieAngle() = 0;
     virtual void setSpanPieAngle(int angle) = 0;
 };

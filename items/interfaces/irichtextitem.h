@@ -10,5 +10,5 @@ public:
     virtual ~IRichTextItem();
 
     /// False while the text is higher than its box.
-    [[nodiscard]] virtual bool getTextFitsInBox() const = 0;
+    virtual bool getTextFitsInBox() const = 0;
 };

@@ -11,6 +11,6 @@ public:
 
     virtual void setRoundingRadiusX(double radius) = 0;
     virtual void setRoundingRadiusY(double radius) = 0;
-    [[nodiscard]] virtual double getRoundingRadiusX() const = 0;
-    [[nodiscard]] virtual double getRoundingRadiusY() const = 0;
+    virtual double getRoundingRadiusX() const = 0;
+    virtual double getRoundingRadiusY() const = 0;
 };

@@ -13,9 +13,9 @@ public:
     /// Never call one with the state that it already has: the second call saves, or restores, an empty
     /// binding.
     virtual void setItemAsUserTemplate(bool on) = 0;
-    [[nodiscard]] virtual bool itemIsUserTemplate() const = 0;
-    [[nodiscard]] virtual bool itemIsReadOnly() const = 0;
+    virtual bool itemIsUserTemplate() const = 0;
+    virtual bool itemIsReadOnly() const = 0;
     virtual void setItemAsReadOnly(bool on) = 0;
     /// True for a user template, a supply template or a read-only item.
-    [[nodiscard]] virtual bool itemIsNonModifiable() const = 0;
+    virtual bool itemIsNonModifiable() const = 0;
 };

@@ -11,8 +11,8 @@ class VX_EXPORT ITextAlignItem
 public:
     virtual ~ITextAlignItem();
 
-    [[nodiscard]] virtual Qt::Alignment getItemAlignment() const = 0;
+    virtual Qt::Alignment getItemAlignment() const = 0;
     virtual void setItemAlignment(Qt::Alignment alignment) = 0;
     /// The alignment as a number, for the property map.
-    [[nodiscard]] uint getItemAlignmentInt() const;
+    uint getItemAlignmentInt() const;
 };

@@ -17,8 +17,8 @@ public:
     virtual void startSelectedEdit(int anchor, int position) = 0;
     virtual void setCursorPosition(int position, bool keepAnchor) = 0;
     virtual void endEdit() = 0;
-    [[nodiscard]] virtual QString getItemText() const = 0;
-    [[nodiscard]] virtual QString itemHtml() const = 0;
+    virtual QString getItemText() const = 0;
+    virtual QString itemHtml() const = 0;
     virtual void textPaste() = 0;
     virtual void keyPressEvent1(QKeyEvent *event) = 0;
     virtual void setItemText(const QString &text) = 0;

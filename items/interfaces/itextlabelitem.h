@@ -9,14 +9,14 @@ class VX_EXPORT ITextLabelItem
 public:
     virtual ~ITextLabelItem();
 
-    [[nodiscard]] virtual bool getTextIsVertical() const = 0;
+    virtual bool getTextIsVertical() const = 0;
     virtual bool setTextVertical(bool vertical) = 0;
     /// While pinned, the centre stays in place when the text changes.
-    [[nodiscard]] virtual bool getItemPinToCenter() const = 0;
+    virtual bool getItemPinToCenter() const = 0;
     virtual void setItemPinToCenter(bool pin) = 0;
     /// While a side is fixed, the text is squeezed into it.
-    [[nodiscard]] virtual bool getItemFixedSizeWidth() const = 0;
+    virtual bool getItemFixedSizeWidth() const = 0;
     virtual void setItemSizeFixedWidth(bool fixed) = 0;
-    [[nodiscard]] virtual bool getItemFixedSizeHeight() const = 0;
+    virtual bool getItemFixedSizeHeight() const = 0;
     virtual void setItemSizeFixedHeight(bool fixed) = 0;
 };

@@ -11,7 +11,7 @@ class VX_EXPORT TextColorItem
 public:
     virtual ~TextColorItem();
 
-    [[nodiscard]] QColor getItemTextColor() const { return m_textColor; }
+    QColor getItemTextColor() const { return m_textColor; }
     virtual void setItemTextColor(const QColor &color);
 
 protected:

@@ -10,13 +10,6 @@
 
 namespace {
 
-/// The rectangle whose outline of the given width lies inside the size.
-QRectF insideOutline(const QSizeF &size, double penWidth)
-{
-    return QRectF(penWidth / 2, penWidth / 2, Limits::geometry(size.width()) - penWidth,
-        Limits::geometry(size.height()) - penWidth);
-}
-
 QPainterPath pathOf(const QRectF &rect)
 {
     QPainterPath path;
@@ -85,7 +78,7 @@ void RectangleItem::setItemFillColor(const QColor &color)
 void RectangleItem::copyPrivatePropeties(const QColor &fill, const QColor &pen)
 {
     const bool differ = fill != getItemFillColor() || pen != getItemPenColor();
-    m_colorCopies = differ ? std::make_unique<ColorCopies>(fill, pen) : nullptr;
+    m_colorCopies = differ ? std::make_unique<ColorCopies>(ColorCopies { fill, pen }) : nullptr;
 }
 
 void RectangleItem::updateItemPen()
@@ -113,7 +106,7 @@ void RectangleItem::itemSizeChanged()
 void RectangleItem::updateItemSize(const QSizeF &size)
 {
     FillableItem::updateItemSize(size);
-    RectangleItem::itemSizeChanged();
+    itemSizeChanged();
 }
 
 bool RectangleItem::resetItemPenColorsNegative(const QColor &printColor)
@@ -124,9 +117,10 @@ bool RectangleItem::resetItemPenColorsNegative(const QColor &printColor)
 
 void RectangleItem::preparePrintImage()
 {
-    prepareShapeImage([this](QPainter &painter, double scaling, double penWidth) {
+    const ScaledDrawing draw = [this](QPainter &painter, double scaling, double penWidth) {
         painter.drawRect(insideOutline(getItemSize() * scaling, penWidth));
-    });
+    };
+    prepareShapeImage(draw, draw);
 }
 
 Item *RectangleItem::createItemCopy()

@@ -23,18 +23,18 @@ public:
 
     // QGraphicsItem
     enum { Type = MobraTypes::RectangleShape };
-    [[nodiscard]] int type() const override { return Type; }
-    [[nodiscard]] QRectF boundingRect() const override;
-    [[nodiscard]] QPainterPath shape() const override;
-    [[nodiscard]] QPainterPath opaqueArea() const override;
+    int type() const override { return Type; }
+    QRectF boundingRect() const override;
+    QPainterPath shape() const override;
+    QPainterPath opaqueArea() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
     // Item
     [[nodiscard]] Item *createItemCopy() override;
-    [[nodiscard]] QString toDescriptionString() const override;
+    QString toDescriptionString() const override;
     void updateItemSize(const QSizeF &size) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;
-    [[nodiscard]] QVariantMap saveItemToJSON() override;
+    QVariantMap saveItemToJSON() override;
     void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
     // ContouredItem, FillableItem

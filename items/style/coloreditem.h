@@ -13,11 +13,11 @@ public:
     ColoredItem();
     ~ColoredItem() override;
 
-    [[nodiscard]] QColor getItemPenColor() const override { return m_penColor; }
+    QColor getItemPenColor() const override { return m_penColor; }
     void setItemPenColor(const QColor &color) override { m_penColor = color; }
     void setItemPenColorString(const QString &color) override;
     /// "#rrggbb"; the alpha is dropped.
-    [[nodiscard]] QString getItemPenColorString() const;
+    QString getItemPenColorString() const;
 
     // Item
     void copyItemProperties(Item *target, bool copySize) override;

@@ -5,7 +5,10 @@
 #include "items/core/limits.h"
 #include "items/core/record.h"
 
+#include <QRectF>
+
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -98,14 +101,26 @@ void ContouredItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
 
 void ContouredItem::updateItemPen()
 {
-    const Qt::PenStyle style = paintedStyle(m_penStyle);
+    m_pen = penOfWidth(std::min(m_penWidth, penWidthLimit(getItemSize())));
+}
+
+QPen ContouredItem::penOfWidth(unsigned short width) const
+{
+    Qt::PenStyle style = paintedStyle(m_penStyle);
     if (m_penWidth == 0 || style == Qt::NoPen) {
-        m_pen = QPen(Qt::NoPen);
-        m_pen.setWidth(0);
-        return;
+        QPen none(Qt::NoPen);
+        none.setWidth(0);
+        return none;
     }
-    const unsigned short width = std::min(m_penWidth, penWidthLimit(getItemSize()));
-    m_pen = sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedJoin(m_penJoinStyle));
+    if (!Limits::canBeDashed(getItemSize(), width))
+        style = Qt::SolidLine;
+    return sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedJoin(m_penJoinStyle));
+}
+
+QRectF ContouredItem::insideOutline(const QSizeF &size, double penWidth)
+{
+    return QRectF(penWidth / 2, penWidth / 2, Limits::geometry(size.width()) - penWidth,
+        Limits::geometry(size.height()) - penWidth);
 }
 
 void ContouredItem::itemSizeChanged()
@@ -157,9 +172,9 @@ void ContouredItem::copyItemProperties(Item *target, bool copySize)
     if (!contoured)
         return;
     contoured->setItemPenWidth(m_penWidth);
-    contoured->setItemPenCapStyle(getItemPenCapStyle());
-    contoured->setItemPenJoinStyle(getItemPenJoinStyle());
-    contoured->setItemPenStyle(getItemPenStyle());
+    contoured->applyPenCapStyle(m_penCapStyle);
+    contoured->applyPenJoinStyle(m_penJoinStyle);
+    contoured->applyPenStyle(m_penStyle);
     contoured->updateItemPen();
 }
 
@@ -179,8 +194,8 @@ void ContouredItem::loadItemFromData(QDataStream &stream, unsigned int version)
     qint32 join;
     Record::read(stream, std::tie(width, style, cap, join));
     setItemPenWidth(static_cast<unsigned short>(width));
-    setItemPenStyle(static_cast<Qt::PenStyle>(style));
-    setItemPenCapStyle(static_cast<Qt::PenCapStyle>(cap));
-    setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(join));
+    applyPenStyle(style);
+    applyPenCapStyle(cap);
+    applyPenJoinStyle(join);
     updateItemPen();
 }

@@ -13,7 +13,7 @@ public:
     ContouredItem();
     ~ContouredItem() override;
 
-    [[nodiscard]] QPen getItemPen() const { return m_pen; }
+    QPen getItemPen() const { return m_pen; }
     /// Replaces the painted pen until the next update; width, style, cap and join keep their values.
     void setItemPen(const QPen &pen) { m_pen = pen; }
 
@@ -47,9 +47,14 @@ public:
 protected:
     void itemSizeChanged() override;
 
+    /// The pen of the stored colour, style, cap and join in a width of its own; no pen for an invisible
+    /// outline.
+    QPen penOfWidth(unsigned short width) const;
+    /// The rectangle whose outline of the given width lies inside the size.
+    static QRectF insideOutline(const QSizeF &size, double penWidth);
     /// The pen to paint with, without a copy.
-    [[nodiscard]] const QPen &itemPen() const { return m_pen; }
-    [[nodiscard]] bool penIsVisible() const { return m_penWidth > 0 && m_penStyle != Qt::NoPen; }
+    const QPen &itemPen() const { return m_pen; }
+    bool penIsVisible() const { return m_penWidth > 0 && m_penStyle != Qt::NoPen; }
     /// Makes the outline black if it prints, else white. Returns prints.
     bool reducePen(bool prints);
     /// Keeps in FlagVisibleInPrint whether the reduced item prints, and returns it.

@@ -15,6 +15,8 @@
 #include <QStyleOptionGraphicsItem>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -155,7 +157,7 @@ QSize FillableItem::getItemAbsSize() const
     return QSize(Limits::toInt(getItemWidth() * s), Limits::toInt(getItemHeight() * s));
 }
 
-QSize FillableItem::getItemAbsSize(double &x, double &y) const
+QSize FillableItem::getItemAbsSize(double &x, double &y)
 {
     x = 0.0;
     y = 0.0;
@@ -237,23 +239,27 @@ void FillableItem::reduceGradientFill(bool prints, bool &printed)
     setItemFlags(MobraTypes::FlagImagePrint, true);
 }
 
-void FillableItem::prepareShapeImage(
-    const std::function<void(QPainter &, double scaling, double penWidth)> &draw)
+void FillableItem::prepareShapeImage(const ScaledDrawing &draw, const ScaledDrawing &drawArea)
 {
-    const double scaling = print().scaling;
+    const double scaling = getScaling();
     QPen pen = getItemPen();
     pen.setWidthF(Limits::penWidth(pen.widthF() * scaling));
     updateItemBrush();
-    setPreprintedImage(ditheredPrintImage(getItemSize() * scaling, pen, m_brush, print().dither,
-        [&](QPainter &painter) { draw(painter, scaling, pen.widthF()); }));
+    const auto scaled = [&](const ScaledDrawing &drawing) {
+        return [&](QPainter &painter) { drawing(painter, scaling, pen.widthF()); };
+    };
+    setPreprintedImage(ditheredPrintImage(
+        getItemSize() * scaling, pen, m_brush, getPrintDitherMethod(), scaled(draw), scaled(drawArea)));
 }
 
 QImage FillableItem::partialColorRender()
 {
+    if (!m_partialColor)
+        return {};
     double x = 0.0;
     double y = 0.0;
     const QSize size = getItemAbsSize(x, y);
-    QImage image = m_partialColor ? SafeImage::create(size, QImage::Format_ARGB32_Premultiplied) : QImage();
+    QImage image = SafeImage::create(size, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return image;
     // Not cleared between inks: each layer also holds what earlier inks painted.
@@ -291,8 +297,9 @@ void FillableItem::recombineColorsOnImage(
     const qsizetype most = std::min({ qsizetype(count), layers.size(), palette.size() });
     std::vector<InkLayer> found;
     for (qsizetype i = 0; i < most; ++i) {
-        if (!layers[i].isNull())
-            found.push_back({ asLayer(layers[i], area), palette[i].rgb() });
+        const QImage layer = layers[i].isNull() ? QImage() : asLayer(layers[i], area);
+        if (!layer.isNull())
+            found.push_back({ layer, palette[i].rgb() });
     }
     if (found.empty() || area.isEmpty()) {
         out = QImage();
@@ -313,30 +320,32 @@ void FillableItem::copyItemProperties(Item *target, bool copySize)
     auto *fillable = dynamic_cast<FillableItem *>(target);
     if (!fillable)
         return;
-    if (m_print || fillable->m_print)
-        fillable->print().background = getSceneBackgroundColor();
+    if (m_print || fillable->m_print) {
+        const PrintState &from = std::as_const(*this).print();
+        PrintState &to = fillable->print();
+        to.background = from.background;
+        to.scaling = from.scaling;
+        to.dither = from.dither;
+    }
     fillable->updateItemBrush();
     fillable->setItemFillColor(m_fillColor);
     fillable->setItemBrushStyle(m_brushStyle);
-    if (!m_print)
-        return;
-    fillable->setPrintScaling(m_print->scaling);
-    fillable->setPrintDitherMethod(m_print->dither);
 }
 
 bool FillableItem::addItemToPrintScene(QGraphicsScene *scene, double scale)
 {
     const QGraphicsItem *item = graphicsItem();
-    if (!scene || !item || !print().throughImage || print().image.isNull())
+    const PrintState &print = std::as_const(*this).print();
+    if (!scene || !item || !print.throughImage || print.image.isNull())
         return ContouredItem::addItemToPrintScene(scene, scale);
     const QTransform t = item->transform();
-    QGraphicsPixmapItem *picture = scene->addPixmap(QPixmap::fromImage(print().image));
+    QGraphicsPixmapItem *picture = scene->addPixmap(QPixmap::fromImage(print.image));
+    const QPointF translation = Limits::geometry(QPointF(t.m31(), t.m32()) * scale);
     picture->setTransform(QTransform(
-        t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31() * scale, t.m32() * scale, t.m33()));
-    picture->setPos(item->pos() * scale);
+        t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), translation.x(), translation.y(), t.m33()));
+    picture->setPos(Limits::geometry(item->pos() * scale));
     picture->setZValue(item->zValue());
     picture->setFlag(QGraphicsItem::ItemStacksBehindParent);
-    print().cache = QImage();
     return true;
 }
 

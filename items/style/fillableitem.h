@@ -23,17 +23,17 @@ public:
     ~FillableItem() override;
 
     // Fill
-    [[nodiscard]] QBrush getItemBrush() const { return m_brush; }
-    /// Whether the fill covers what lies below it.
-    [[nodiscard]] bool itemIsOpaque() const { return m_opaque; }
+    QBrush getItemBrush() const { return m_brush; }
+    /// Whether the fill is solid or a gradient.
+    bool itemIsOpaque() const { return m_opaque; }
     void setItemFillColor(const QColor &color) override;
     void setItemBrushStyle(MobraTypes::BrushStyle style) override;
-    [[nodiscard]] MobraTypes::BrushStyle getItemBrushStyle() const override { return m_brushStyle; }
+    MobraTypes::BrushStyle getItemBrushStyle() const override { return m_brushStyle; }
     /// What the property map writes through, as a 16-bit number: 65535 is no change.
     void setItemBrushStyleInt(int style);
     /// The second colour of gradients; while transparent, that is white, or black under a white fill.
     void setSceneBackgroundColor(const QColor &color);
-    [[nodiscard]] QColor getSceneBackgroundColor() const { return print().background; }
+    QColor getSceneBackgroundColor() const { return print().background; }
     /// Builds the brush from colour, style, size and print scaling.
     void updateItemBrush();
 
@@ -42,21 +42,21 @@ public:
     void setItemPalette(const QList<QColor> &palette) { print().palette = palette; }
     /// Print pixels per scene unit. The next updateItemBrush() takes it into account.
     void setPrintScaling(double scaling) { print().scaling = scaling; }
-    [[nodiscard]] double getScaling() const { return print().scaling; }
+    double getScaling() const { return print().scaling; }
     void setPrintDitherMethod(Qt::ImageConversionFlags method) { print().dither = method; }
-    [[nodiscard]] Qt::ImageConversionFlags getPrintDitherMethod() const { return print().dither; }
+    Qt::ImageConversionFlags getPrintDitherMethod() const { return print().dither; }
     /// The image that addItemToPrintScene() hands over after a reduction that asked for it.
     void setPreprintedImage(const QImage &image) { print().image = image; }
-    [[nodiscard]] QImage getPreprintedImage() const { return print().image; }
+    QImage getPreprintedImage() const { return print().image; }
     /// Renders the item's present colours into the preprinted image.
     virtual void preparePrintImage() = 0;
     /// The size in print pixels, rounded.
-    [[nodiscard]] QSize getItemAbsSize() const;
+    QSize getItemAbsSize() const;
     /// The pixels of a rendering at scale 1, rounded up, and the offset at which the item is drawn into it.
-    [[nodiscard]] virtual QSize getItemAbsSize(double &x, double &y) const;
+    virtual QSize getItemAbsSize(double &x, double &y);
     /// Renders a gradient once for each ink of the palette and merges the layers; a null image for any other
     /// fill.
-    [[nodiscard]] QImage partialColorRender();
+    QImage partialColorRender();
     /// Merges the first count layers, one for each colour of the palette but the last, the paper: black
     /// becomes the ink, and whatever else is not transparent in the first layer becomes paper. A null image
     /// if all layers are null.
@@ -79,10 +79,12 @@ protected:
     void itemSizeChanged() override;
 
     /// The brush to paint with, without a copy.
-    [[nodiscard]] const QBrush &itemBrush() const { return m_brush; }
-    /// The preprinted image of a shape: pen and brush scaled to print pixels, dithered, transparent outside.
-    /// draw gets the painter, the print scaling and the scaled pen's width.
-    void prepareShapeImage(const std::function<void(QPainter &, double scaling, double penWidth)> &draw);
+    const QBrush &itemBrush() const { return m_brush; }
+    /// Draws a shape with the pen and brush that the painter holds, at a print scaling and the scaled pen's
+    /// width.
+    using ScaledDrawing = std::function<void(QPainter &, double scaling, double penWidth)>;
+    /// Renders the preprinted image of a shape: dithered, transparent outside the area that drawArea draws.
+    void prepareShapeImage(const ScaledDrawing &draw, const ScaledDrawing &drawArea);
 
 private:
     /// What an item needs on a coloured page and in print only; most never have it.
@@ -92,21 +94,20 @@ private:
         bool throughImage = false;
         double scaling = 1.0;
         QImage image;
-        QImage cache;
         Qt::ImageConversionFlags dither = Qt::MonoOnly | Qt::DiffuseAlphaDither;
         QList<QColor> palette;
     };
 
-    [[nodiscard]] PrintState &print();
-    [[nodiscard]] const PrintState &print() const;
+    PrintState &print();
+    const PrintState &print() const;
 
-    [[nodiscard]] bool fillIsGradient() const;
-    [[nodiscard]] QBrush gradientBrush() const;
+    bool fillIsGradient() const;
+    QBrush gradientBrush() const;
     void setFillKind(bool opaque, bool gradient);
-    [[nodiscard]] bool dropInvisibleFill();
+    bool dropInvisibleFill();
     void reducePlainFill(bool prints, bool &printed);
     void reduceGradientFill(bool prints, bool &printed);
-    [[nodiscard]] QImage inkLayer(const QColor &ink, QImage &canvas, const QPointF &offset);
+    QImage inkLayer(const QColor &ink, QImage &canvas, const QPointF &offset);
 
     MobraTypes::BrushStyle m_brushStyle = MobraTypes::BrushSolid;
     bool m_opaque = true;

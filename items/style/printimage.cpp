@@ -50,23 +50,28 @@ void showThroughHole(QImage &image, const QImage &picture)
 } // namespace
 
 QImage ditheredPrintImage(const QSizeF &size, const QPen &pen, const QBrush &brush,
-    Qt::ImageConversionFlags dither, const std::function<void(QPainter &)> &draw)
+    Qt::ImageConversionFlags dither, const std::function<void(QPainter &)> &draw,
+    const std::function<void(QPainter &)> &drawArea)
 {
     QImage image = SafeImage::create(size.width(), size.height(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return image;
     image.fill(ItemColors::whiteRgb);
     QPainter painter(&image);
+    painter.save();
     painter.setPen(pen);
     painter.setBrush(brush);
     draw(painter);
+    painter.restore();
     const QImage picture = image.convertToFormat(QImage::Format_Mono, dither);
+    if (picture.isNull())
+        return picture;
 
-    // The shape's area becomes a hole: the only transparent pixels of the image.
+    // The area becomes a hole: the only transparent pixels of the image.
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.setPen(QPen(ItemColors::transparent, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter.setBrush(ItemColors::transparent);
-    draw(painter);
+    drawArea(painter);
     painter.end();
     showThroughHole(image, picture);
     return image;

@@ -12,9 +12,10 @@ class QBrush;
 class QPainter;
 class QPen;
 
-/// A shape rendered for printing: its dithered black-and-white picture, transparent outside the shape. size
-/// is in print pixels, rounded half away from zero. draw draws the shape once with the pen and brush that the
-/// painter holds; it is called twice, the second time to find the shape's area. A null image when the size is
-/// out of bounds.
-[[nodiscard]] VX_EXPORT QImage ditheredPrintImage(const QSizeF &size, const QPen &pen, const QBrush &brush,
-    Qt::ImageConversionFlags dither, const std::function<void(QPainter &)> &draw);
+/// A shape rendered for printing: its dithered black-and-white picture, transparent outside the shape's area.
+/// size is in print pixels, rounded half away from zero. draw draws the shape with the pen and brush that the
+/// painter holds; drawArea draws its area with a solid brush and an outline of one pixel, which it may set to
+/// none. A null image when the size is out of bounds.
+VX_EXPORT QImage ditheredPrintImage(const QSizeF &size, const QPen &pen, const QBrush &brush,
+    Qt::ImageConversionFlags dither, const std::function<void(QPainter &)> &draw,
+    const std::function<void(QPainter &)> &drawArea);

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/json/qobjecthelper.h"
 
-#include <QHash>
 #include <QMetaProperty>
 #include <QObject>
 
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -56,15 +56,15 @@ PropertyList readableProperties(const PropertyList &all, const QStringList &igno
 
 ClassProperties &propertiesOf(const QObject &object)
 {
-    static QHash<const QMetaObject *, ClassProperties> classes;
+    static std::unordered_map<const QMetaObject *, ClassProperties> classes; // references stay valid
     const QMetaObject *type = object.metaObject();
     auto known = classes.find(type);
     if (known == classes.end()) {
         PropertyList all = sortedProperties(*type);
         PropertyList readable = readableProperties(all, {});
-        known = classes.insert(type, { std::move(all), {}, std::move(readable) });
+        known = classes.emplace(type, ClassProperties { std::move(all), {}, std::move(readable) }).first;
     }
-    return *known;
+    return known->second;
 }
 
 /// Callers pass the same list for every object of a class, mostly: the last selection is kept.

@@ -100,7 +100,7 @@ public:
         m_column = printColour == red ? 0 : 1;
         return true;
     }
-    QSize getItemAbsSize(double &x, double &y) const override
+    QSize getItemAbsSize(double &x, double &y) override
     {
         x = 1.0;
         y = 2.0;
