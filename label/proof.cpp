@@ -4,6 +4,7 @@
 #include "items/core/safeimage.h"
 #include "label/labellimits.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
