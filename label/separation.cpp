@@ -13,9 +13,17 @@
 
 #include <QGraphicsScene>
 
+#include <algorithm>
+
 namespace {
 
 constexpr double millimetresPerInch = 25.4;
+
+/// Dots per scene unit.
+double scalingOf(const LabelDocument &document, const SeparationOptions &options)
+{
+    return options.dpi / document.designDpi();
+}
 
 /// Whether an item takes part in the plate of an ink: when inks print over each other, one that has nothing
 /// in the ink stays out of it.
@@ -30,7 +38,7 @@ bool takesPart(Item &item, const QColor &ink, double scaling, bool overprint)
 void fillScene(
     QGraphicsScene &scene, const LabelDocument &document, const QColor &ink, const SeparationOptions &options)
 {
-    const double scaling = options.dpi / document.designDpi();
+    const double scaling = scalingOf(document, options);
     const auto mode = options.negative ? PrintCopy::Mode::Negative : PrintCopy::Mode::Positive;
     for (const std::unique_ptr<Item> &item : document.items()) {
         if (!takesPart(*item, ink, scaling, options.overprint))
@@ -45,10 +53,11 @@ QImage plateImage(const LabelDocument &document, const QColor &ink, const Separa
 {
     QGraphicsScene scene(QRectF(QPointF(), document.pageSizeInUnits()));
     scene.setItemIndexMethod(QGraphicsScene::NoIndex);
-    fillScene(scene, document, ink, options);
-    QImage image
-        = renderPlate(scene, document.pageSizeInDots(options.dpi), options.dpi / document.designDpi(),
-            options.negative ? ItemColors::blackRgb : ItemColors::whiteRgb, LabelLimits::BandPixels);
+    // The items compare their colours with plain RGB.
+    fillScene(scene, document, QColor::fromRgb(ink.rgb()), options);
+    const QRgb background = options.negative ? ItemColors::blackRgb : ItemColors::whiteRgb;
+    QImage image = renderPlate(scene, document.pageSizeInDots(options.dpi), scalingOf(document, options),
+        background, LabelLimits::BandPixels);
     const int dotsPerMetre = Limits::toInt(options.dpi / millimetresPerInch * 1000.0);
     image.setDotsPerMeterX(dotsPerMetre);
     image.setDotsPerMeterY(dotsPerMetre);
