@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Merging the renderings of four inks into one picture, beside copying one of them and beside the obvious
 // way.
+#include "bench/pair.h"
 #include "bench/support.h"
 #include "items/shapes/rectangleitem.h"
 #include "items/style/inklayers.h"
@@ -14,13 +15,7 @@ constexpr QRgb black = 0xFF000000;
 constexpr QRgb clear = 0x00000000;
 constexpr QRgb paper = 0xFFFFFFFF;
 constexpr QRgb inks[] = { 0xFF102030, 0xFFFF0000, 0xFF00FF00, 0xFF0000FF };
-constexpr int pageWidth = Bench::pageSize.width();
-constexpr int cropWidth = 1000;
-
-constexpr QSize sizeOf(int width)
-{
-    return { width, width * 3 / 4 };
-}
+constexpr QSize cropSize(1000, 750);
 
 std::vector<InkLayer> layersOf(QSize size, int longestRun)
 {
@@ -57,39 +52,8 @@ void merge(QImage &out, const std::vector<InkLayer> &layers)
     recombineInkLayers(out, layers, paper);
 }
 
-bool mergesRight(int longestRun)
-{
-    const QSize size = sizeOf(cropWidth);
-    const std::vector<InkLayer> layers = layersOf(size, longestRun);
-    QImage expected = canvas(size);
-    QImage actual = canvas(size);
-    mergePixelByPixel(expected, layers);
-    merge(actual, layers);
-    return actual == expected;
-}
-
-void countPixels(benchmark::State &state, QSize size)
-{
-    state.SetItemsProcessed(state.iterations() * size.width() * size.height());
-}
-
-template <void (*Merge)(QImage &, const std::vector<InkLayer> &)> void mergeLayers(benchmark::State &state)
-{
-    const QSize size = sizeOf(int(state.range(1)));
-    const int longestRun = int(state.range(0));
-    if (!mergesRight(longestRun))
-        state.SkipWithError("the merged picture is wrong");
-    const std::vector<InkLayer> layers = layersOf(size, longestRun);
-    QImage out = canvas(size);
-    for (auto _ : state) {
-        Merge(out, layers);
-        benchmark::DoNotOptimize(out.bits());
-    }
-    countPixels(state, size);
-}
-
-/// Through the item, which checks and converts its layers first.
-void mergeByItem(benchmark::State &state)
+/// The page through an item, which checks its layers first, beside copying one of them.
+void mergePage(benchmark::State &state)
 {
     RectangleItem item;
     QList<QColor> palette;
@@ -100,39 +64,44 @@ void mergeByItem(benchmark::State &state)
     }
     item.setItemPalette(palette + QList<QColor> { QColor::fromRgb(paper) });
     QImage out = canvas(Bench::pageSize);
-    for (auto _ : state) {
-        item.recombineColorsOnImage(out, int(images.size()), images, Bench::pageSize);
-        benchmark::DoNotOptimize(out.bits());
-    }
-    countPixels(state, Bench::pageSize);
+    QImage copy = canvas(Bench::pageSize);
+    Pair::compare(
+        state, 3.1, Bench::pagePixels,
+        [&] { item.recombineColorsOnImage(out, int(images.size()), images, Bench::pageSize); },
+        [&] { std::memcpy(copy.bits(), images[0].constBits(), std::size_t(copy.sizeInBytes())); });
 }
 
-void copyLayer(benchmark::State &state)
+/// A smaller picture beside the obvious way.
+void mergeCrop(benchmark::State &state)
 {
-    const QImage layer = Bench::twoValued(Bench::pageSize, black, clear, int(state.range(0)), 1);
-    QImage out = canvas(Bench::pageSize);
-    for (auto _ : state) {
-        std::memcpy(out.bits(), layer.constBits(), std::size_t(layer.sizeInBytes()));
-        benchmark::DoNotOptimize(out.bits());
-        benchmark::ClobberMemory();
+    const std::vector<InkLayer> layers = layersOf(cropSize, int(state.range(0)));
+    QImage actual = canvas(cropSize);
+    QImage expected = canvas(cropSize);
+    mergePixelByPixel(expected, layers);
+    merge(actual, layers);
+    if (actual != expected) {
+        state.SkipWithError("the merged picture is wrong");
+        return;
     }
-    countPixels(state, Bench::pageSize);
+    Pair::compare(
+        state, 1.0 / 30, double(cropSize.width()) * cropSize.height(), [&] { merge(actual, layers); },
+        [&] { mergePixelByPixel(expected, layers); });
 }
+
+/// Dither noise beside areas and lettering: the content makes no difference.
+void mergeNoise(benchmark::State &state)
+{
+    const std::vector<InkLayer> noise = layersOf(Bench::pageSize, 1);
+    const std::vector<InkLayer> runs = layersOf(Bench::pageSize, 100);
+    QImage out = canvas(Bench::pageSize);
+    Pair::compare(
+        state, 1.15, Bench::pagePixels, [&] { merge(out, noise); }, [&] { merge(out, runs); });
+}
+
+BENCHMARK(mergePage)->ArgName("longestRun")->Arg(100)->Arg(1)->Iterations(31);
+BENCHMARK(mergeCrop)->ArgName("longestRun")->Arg(100)->Arg(1)->Iterations(15);
+BENCHMARK(mergeNoise)->Iterations(31);
 
 } // namespace
 
-BENCHMARK(copyLayer)->ArgName("longestRun")->Arg(100)->Arg(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(mergeByItem)->ArgName("longestRun")->Arg(100)->Arg(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(mergeLayers<merge>)
-    ->ArgNames({ "longestRun", "width" })
-    ->ArgsProduct({ { 100, 1 }, { pageWidth, cropWidth } })
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(mergeLayers<mergePixelByPixel>)
-    ->ArgNames({ "longestRun", "width" })
-    ->ArgsProduct({ { 100, 1 }, { cropWidth } })
-    ->Unit(benchmark::kMillisecond);
-
-int main(int argc, char **argv)
-{
-    return Bench::run(argc, argv);
-}
+VX_BENCHMARK_MAIN

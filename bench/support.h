@@ -14,6 +14,7 @@ namespace Bench {
 
 /// A page of 12 million dots, about A4 at 360 dpi.
 inline constexpr QSize pageSize(4000, 3000);
+inline constexpr double pagePixels = 12e6;
 
 /// Runs the registered benchmarks in an application without a screen.
 inline int run(int argc, char **argv)
@@ -45,3 +46,10 @@ inline QImage twoValued(QSize size, QRgb one, QRgb other, int longestRun, unsign
 }
 
 } // namespace Bench
+
+/// The program of a file of benchmarks.
+#define VX_BENCHMARK_MAIN                                                                                    \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return Bench::run(argc, argv);                                                                       \
+    }
