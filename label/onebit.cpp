@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/onebit.h"
+
+#include "items/core/itemcolors.h"
+#include "items/core/safeimage.h"
+
+#include <QtEndian>
+
+#include <bit>
+#include <vector>
+
+namespace {
+
+/// Writes 1 for each white pixel and 0 for each black one. False when any pixel is something else. The loop
+/// has no branches, so that compilers do many pixels at a time.
+bool findWhites(const QRgb *pixels, int count, uchar *whites)
+{
+    QRgb strays = 0;
+    for (int i = 0; i < count; ++i) {
+        const QRgb white = pixels[i] & 1U;
+        whites[i] = uchar(white);
+        strays |= pixels[i] ^ (ItemColors::blackRgb | (0U - white));
+    }
+    return strays == 0;
+}
+
+/// Eight bytes of 0 or 1 as the bits of one byte, the first one highest, inverted: 1 is black. Each set bit
+/// of the factor moves one of the bytes to its place in the highest byte of the product; no two land on the
+/// same bit.
+uchar blackBits(const uchar *whites)
+{
+    constexpr quint64 gather = 0x8040201008040201U;
+    return uchar(~((qFromLittleEndian<quint64>(whites) * gather) >> 56));
+}
+
+bool isPlain32Bit(QImage::Format format)
+{
+    return format == QImage::Format_ARGB32_Premultiplied || format == QImage::Format_ARGB32
+        || format == QImage::Format_RGB32;
+}
+
+/// A null image when the image holds anything but black and white.
+QImage packed(const QImage &image)
+{
+    QImage mono = SafeImage::create(image.size(), QImage::Format_Mono);
+    mono.setColorTable({ ItemColors::whiteRgb, ItemColors::blackRgb });
+    const int bytes = (mono.width() + 7) / 8;
+    std::vector<uchar> whites(std::size_t(bytes) * 8, 1);
+    for (int y = 0; y < mono.height(); ++y) {
+        const auto *pixels = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        if (!findWhites(pixels, image.width(), whites.data()))
+            return {};
+        uchar *bits = mono.scanLine(y);
+        for (int byte = 0; byte < bytes; ++byte)
+            bits[byte] = blackBits(&whites[std::size_t(byte) * 8]);
+    }
+    return mono;
+}
+
+qint64 countBlackInRow(const uchar *bits, int width)
+{
+    qint64 count = 0;
+    for (; width >= 64; width -= 64, bits += 8)
+        count += std::popcount(qFromUnaligned<quint64>(bits));
+    for (; width >= 8; width -= 8, ++bits)
+        count += std::popcount(*bits);
+    return width > 0 ? count + std::popcount(uchar(*bits >> (8 - width))) : count;
+}
+
+} // namespace
+
+QImage OneBit::fromBlackAndWhite(const QImage &image)
+{
+    const QImage mono = isPlain32Bit(image.format()) ? packed(image) : QImage();
+    return mono.isNull() ? image.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::DiffuseAlphaDither)
+                         : mono;
+}
+
+qint64 OneBit::countBlack(const QImage &mono)
+{
+    qint64 count = 0;
+    for (int y = 0; y < mono.height(); ++y)
+        count += countBlackInRow(mono.constScanLine(y), mono.width());
+    return count;
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/paintedcolors.h"
+
+#include "items/core/itemcolors.h"
+#include "items/style/fillableitem.h"
+
+namespace {
+
+bool isPainted(const QColor &color)
+{
+    return color.isValid() && color.alpha() > 0;
+}
+
+QColor painted(const QColor &color, bool visible)
+{
+    return visible && isPainted(color) ? QColor::fromRgba(color.rgba()) : ItemColors::transparent;
+}
+
+bool hasPen(const Item &item)
+{
+    const auto *contoured = dynamic_cast<const ContouredItem *>(&item);
+    return !contoured || (contoured->getItemPenWidth() > 0 && contoured->getItemPen().style() != Qt::NoPen);
+}
+
+} // namespace
+
+QColor PaintedColors::penOf(const Item &item)
+{
+    const auto *colored = dynamic_cast<const ColoredItem *>(&item);
+    return colored ? painted(colored->getItemPenColor(), hasPen(item)) : ItemColors::transparent;
+}
+
+QColor PaintedColors::fillOf(const Item &item)
+{
+    const auto *fillable = dynamic_cast<const FillableItem *>(&item);
+    if (!fillable)
+        return ItemColors::transparent;
+    const MobraTypes::BrushStyle style = fillable->getItemBrushStyle();
+    const bool visible = style >= MobraTypes::BrushSolid && style <= MobraTypes::BrushConicalGradient;
+    return painted(fillable->getItemFillColor(), visible);
+}
+
+bool PaintedColors::fillIsGradient(const Item &item)
+{
+    const auto *fillable = dynamic_cast<const FillableItem *>(&item);
+    return fillable && fillOf(item) != ItemColors::transparent
+        && fillable->getItemBrushStyle() >= MobraTypes::BrushLinearGradient;
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/vxlabelexport.h"
+
+#include <QColor>
+
+#include <memory>
+
+class FillableItem;
+class Item;
+class QGraphicsItem;
+class QGraphicsScene;
+
+/// A copy of an item that is reduced to one ink and handed to a print scene; the item itself stays as it is.
+class VX_LABEL_EXPORT PrintCopy
+{
+public:
+    enum class Mode { Positive, Negative };
+
+    /// scaling is dots per scene unit.
+    PrintCopy(Item &original, double scaling, Mode mode);
+    ~PrintCopy();
+    Q_DISABLE_COPY_MOVE(PrintCopy)
+
+    /// Makes what prints black and the rest white. Returns whether anything prints.
+    bool reduceTo(const QColor &ink);
+    /// Puts the reduced copy on top of what the scene holds at its z value. The last call.
+    void handTo(QGraphicsScene &scene);
+
+private:
+    void prepareStacking();
+    void prepareColors();
+    void restoreClearPen();
+    void preparePicture();
+    void alignPicture();
+    [[nodiscard]] bool outlineIsPainted() const;
+
+    std::unique_ptr<Item> m_item;
+    QGraphicsItem *m_graphics; ///< m_item
+    FillableItem *m_fillable; ///< m_item, or null
+    double m_scaling;
+    Mode m_mode;
+    bool m_penIsClear = false;
+};

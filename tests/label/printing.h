@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/shapes/rectangleitem.h"
+#include "label/separation.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+#include <memory>
+
+/// Documents of rectangles, and the dots of their plates.
+namespace Printing {
+
+inline const QColor black(0, 0, 0);
+inline const QColor red(255, 0, 0);
+inline const QColor blue(0, 0, 255);
+inline const QColor white(255, 255, 255);
+inline const QColor nothing(Qt::transparent);
+
+/// A page of whole millimetres in black and red, one scene unit to a dot at 254 dpi: ten dots to the
+/// millimetre.
+inline LabelDocument blackAndRed(QSizeF millimetres)
+{
+    LabelDocument document;
+    document.setPageSize(millimetres);
+    document.setDesignDpi(254.0);
+    document.setInks({ { QStringLiteral("black"), black }, { QStringLiteral("red"), red } });
+    return document;
+}
+
+struct Look
+{
+    QColor fill = nothing;
+    MobraTypes::BrushStyle style = MobraTypes::BrushSolid;
+    QColor pen = nothing;
+    unsigned short penWidth = 0;
+};
+
+inline RectangleItem *addRectangle(LabelDocument &document, const QRectF &place, const Look &look)
+{
+    auto item = std::make_unique<RectangleItem>();
+    RectangleItem *added = item.get();
+    item->setItemSize(place.size());
+    item->setPos(place.topLeft());
+    item->setItemFillColor(look.fill);
+    item->setItemBrushStyle(look.style);
+    item->setItemPenColor(look.pen);
+    item->setItemPenWidth(look.penWidth);
+    document.addItem(std::move(item));
+    return added;
+}
+
+inline bool prints(const QImage &plate, int x, int y)
+{
+    return plate.pixelIndex(x, y) == 1;
+}
+
+/// Nothing when exactly the dots print for which expected(x, y) is true; otherwise the first other dot in
+/// words.
+template <typename Expected> QString difference(const QImage &plate, Expected expected)
+{
+    for (int y = 0; y < plate.height(); ++y) {
+        for (int x = 0; x < plate.width(); ++x) {
+            if (prints(plate, x, y) != expected(x, y))
+                return QStringLiteral("dot (%1, %2) %3")
+                    .arg(x)
+                    .arg(y)
+                    .arg(prints(plate, x, y) ? QStringLiteral("prints") : QStringLiteral("does not print"));
+        }
+    }
+    return {};
+}
+
+/// The dots that print within a rectangle.
+inline int dotsIn(const QImage &plate, const QRect &rect)
+{
+    int count = 0;
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            count += prints(plate, x, y) ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace Printing
