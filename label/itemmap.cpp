@@ -6,6 +6,7 @@
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
+#include "label/itemrecord.h"
 #include "label/itemvalue.h"
 #include "label/jsonmembers.h"
 #include "label/jsonpointer.h"
@@ -167,10 +168,12 @@ void applyHostKeys(Item &item, const QVariantMap &map)
 
 QJsonObject ItemMap::toJson(Item &item)
 {
-    QJsonObject json = QJsonObject::fromVariantMap(item.saveItemToJSON());
-    addColors(item, json);
-    addBinding(item, json);
-    if (!item.getItemIsVisible())
+    const std::unique_ptr<Item> copy = ItemRecord::plainCopy(item);
+    Item &plain = copy ? *copy : item;
+    QJsonObject json = QJsonObject::fromVariantMap(plain.saveItemToJSON());
+    addColors(plain, json);
+    addBinding(plain, json);
+    if (!plain.getItemIsVisible())
         json.insert(visibleKey, false);
     return json;
 }

@@ -12,8 +12,6 @@
 #include <QDataStream>
 #include <QIODevice>
 
-#include <memory>
-
 namespace {
 
 bool isUnseen(const QColor &color)
@@ -62,13 +60,19 @@ bool ItemRecord::load(Item &item, const QByteArray &record, unsigned int version
     return stream.status() == QDataStream::Ok && stream.atEnd();
 }
 
-QByteArray ItemRecord::comparable(Item &item)
+std::unique_ptr<Item> ItemRecord::plainCopy(Item &item)
 {
-    const std::unique_ptr<Item> copy(ClassFactory().create(item.getItemShape()));
+    std::unique_ptr<Item> copy(ClassFactory().create(item.getItemShape()));
     if (!copy || !load(*copy, of(item), LabelDocument::CurrentVersion))
         return {};
     unifyUnseenColors(*copy);
     if (copy->getDatasourceField().isEmpty())
         copy->setDatasourceField(QString());
-    return withoutNegativeZeros(of(*copy));
+    return copy;
+}
+
+QByteArray ItemRecord::comparable(Item &item)
+{
+    const std::unique_ptr<Item> copy = plainCopy(item);
+    return copy ? withoutNegativeZeros(of(*copy)) : QByteArray();
 }

@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 
+#include <memory>
+
 class Item;
 
 /// The binary record of one item, in the stream form of all documents: big-endian, double precision, with
@@ -17,8 +19,12 @@ inline constexpr int StreamVersion = 20;
 /// Loads a record of a document of the given version. Whether the item took all of it and needed no more.
 [[nodiscard]] bool load(Item &item, const QByteArray &record, unsigned int version);
 
-/// The record as far as a property map can tell records apart: without the sign of zeros, the components of
-/// colours that nobody sees, and the difference between an empty and a missing datasource field.
+/// A new item of the same record, as far as JSON can hold it: colours that nobody sees are Qt::transparent,
+/// and an empty datasource field is a missing one. What an item derives from these agrees with them. Null if
+/// the item's type has no class or its record cannot be read again.
+[[nodiscard]] std::unique_ptr<Item> plainCopy(Item &item);
+
+/// The record of the plain copy, without the sign of zeros.
 [[nodiscard]] QByteArray comparable(Item &item);
 
 } // namespace ItemRecord

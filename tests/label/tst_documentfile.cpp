@@ -123,6 +123,8 @@ private Q_SLOTS:
     void jsonThatWouldLoseSomethingIsRefused_data();
     void jsonThatWouldLoseSomethingIsRefused();
     void zerosHaveNoSignInJson();
+    void unseenColorsLeaveNoTraceInJson_data();
+    void unseenColorsLeaveNoTraceInJson();
     void brokenDocumentsAreNotSaved();
     void savingWritesWhatTheNameAsksFor();
     void savingRefusesOtherNames();
@@ -405,6 +407,33 @@ void tst_DocumentFile::zerosHaveNoSignInJson()
     Problems problems;
     QVERIFY(!DocumentFile::toData(document, DocumentFormat::Json, problems).isEmpty());
     QCOMPARE(texts(problems), QStringList());
+}
+
+void tst_DocumentFile::unseenColorsLeaveNoTraceInJson_data()
+{
+    QTest::addColumn<QColor>("fill");
+
+    QTest::newRow("transparent") << QColor(Qt::transparent);
+    QTest::newRow("transparent white") << QColor(255, 255, 255, 0);
+    QTest::newRow("invalid") << QColor();
+}
+
+void tst_DocumentFile::unseenColorsLeaveNoTraceInJson()
+{
+    // A gradient of an unseen colour sets the gradient flag, which one of Qt::transparent does not.
+    QFETCH(QColor, fill);
+    const LabelDocument document = documentWith([&](RectangleItem &item) {
+        item.setItemFillColor(fill);
+        item.setItemBrushStyle(MobraTypes::BrushRadialGradient);
+    });
+    Problems problems;
+    const QByteArray json = DocumentFile::toData(document, DocumentFormat::Json, problems);
+    QCOMPARE(texts(problems), QStringList());
+    QVERIFY(json.contains("\"itemFillColor\": \"transparent\""));
+    QVERIFY(json.contains("\"itemFlags\": 1,"));
+    const LoadResult again = DocumentFile::loadFromData(json, u"a.vxl"_s);
+    QVERIFY(again.document);
+    QCOMPARE(DocumentFile::toData(*again.document, DocumentFormat::Json, problems), json);
 }
 
 void tst_DocumentFile::brokenDocumentsAreNotSaved()
