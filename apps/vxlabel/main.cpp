@@ -3,6 +3,7 @@
 #include "apps/vxlabel/headless.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/rendercommand.h"
+#include "apps/vxlabel/separatecommand.h"
 #include "apps/vxlabel/terminal.h"
 
 #include <new>
@@ -13,6 +14,7 @@ ExitCode run(int argc, char **argv)
 {
     CommandLine commandLine;
     addRenderCommand(commandLine);
+    addSeparateCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 
