@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/headless.h"
+#include "apps/vxlabel/inspectcommand.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/rendercommand.h"
 #include "apps/vxlabel/separatecommand.h"
@@ -15,6 +16,7 @@ ExitCode run(int argc, char **argv)
     CommandLine commandLine;
     addRenderCommand(commandLine);
     addSeparateCommand(commandLine);
+    addInspectCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 
