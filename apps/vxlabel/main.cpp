@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
 #include "apps/vxlabel/inspectcommand.h"
 #include "apps/vxlabel/interruption.h"
@@ -17,6 +18,7 @@ ExitCode run(int argc, char **argv)
     addRenderCommand(commandLine);
     addSeparateCommand(commandLine);
     addInspectCommand(commandLine);
+    addConvertCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 
