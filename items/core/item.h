@@ -49,6 +49,7 @@ public:
     /// A word of MobraTypes::Flags, unrelated to itemQFlags().
     [[nodiscard]] unsigned int itemFlags() const { return m_flags; }
     void setItemFlags(unsigned int flags) { m_flags = flags; }
+    /// Sets or clears the bits of flag alone.
     void setItemFlags(MobraTypes::Flags flag, bool on);
     /// The flag word in binary digits without leading zeros, for logging.
     [[nodiscard]] QString printItemFlags() const;
@@ -59,6 +60,7 @@ public:
     void setItemAsSupplyTemplate(bool on) { setItemFlags(MobraTypes::FlagSupplyTemplate, on); }
     [[nodiscard]] bool itemHasMultiLock() const { return hasFlag(MobraTypes::FlagMultiLock); }
     void setItemHasMultiLock(bool on) { setItemFlags(MobraTypes::FlagMultiLock, on); }
+    /// Whether a host may let the item's inks print over those below it; true for a new item.
     [[nodiscard]] bool getAllowOverprint() const { return m_allowOverprint; }
     void setAllowOverprint(bool allow) { m_allowOverprint = allow; }
 
@@ -115,7 +117,8 @@ public:
     void setItemVerticalMirror(bool mirror) override { m_verticalMirror = mirror; }
     /// m11, m12, m13, m21, m22, m23, m31, m32 of the item's transform.
     [[nodiscard]] QVariantList getItemTransform() const;
-    /// Sets the transform from the same eight numbers, with m33 = 1. A shorter list changes nothing.
+    /// Sets the transform from the same eight numbers, with m33 = 1. A shorter list changes nothing, nor does
+    /// one with a number that is not finite or beyond Limits::MaxGeometry.
     void setItemTransformFromList(const QList<QVariant> &list);
     /// The item's transform without its accumulated scale; the translation stays.
     [[nodiscard]] QTransform getItemUnitTransform() const;
@@ -131,6 +134,7 @@ public:
     /// Copies everything that target has in common with this item; size and scales only with copySize. The
     /// parked binding of a locked item is not copied.
     virtual void copyItemProperties(Item *target, bool copySize);
+    /// Stores rotation, binding and, with copySize, size and scales. The transform stays as it is.
     void copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY,
         bool copySize, int datasourceId, const QString &datasourceField);
     /// Reduces the item to one ink: what prints in printColour becomes black, everything else white or
@@ -175,9 +179,10 @@ protected:
     virtual void announceGeometryChange() = 0;
     /// Runs after each form of setItemSize has stored a new size. An override calls that of its base first.
     virtual void itemSizeChanged();
+    /// Announces the change and stores the size, nothing else.
     void storeItemSize(const QSizeF &size);
 
-    /// This item as its own graphics item; null while a constructor or destructor of a base runs.
+    /// This item as its own graphics item; null while the constructor of a base runs.
     [[nodiscard]] QGraphicsItem *graphicsItem() const;
 
     /// A new item of class T with everything that copyItemProperties() copies. The first step of
