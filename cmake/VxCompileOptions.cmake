@@ -9,9 +9,7 @@ if(VX_WARNINGS_AS_ERRORS)
     target_compile_options(vx_options INTERFACE -Werror)
 endif()
 if(VX_SANITIZE)
-    # Documents may hold any number for one of Qt's styles, and keep it. Without -fstrict-enums an enumeration holds
-    # every number of its underlying type, so that is no finding.
-    target_compile_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE} -fno-sanitize=enum -fno-omit-frame-pointer
+    target_compile_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
     target_link_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE})
 endif()
