@@ -1,36 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/jsonformat.h"
 
+#include "label/canonicaljson.h"
 #include "label/itemmap.h"
 #include "label/jsonreader.h"
 #include "label/jsonscan.h"
 #include "label/problemlog.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Halves the indent of every line. A line break inside a text is escaped, so every line begins with its
-/// indent.
-QByteArray withHalfIndent(const QByteArray &text)
-{
-    QByteArray result;
-    result.reserve(text.size());
-    for (qsizetype start = 0; start < text.size();) {
-        const qsizetype next = text.indexOf('\n', start) + 1;
-        const auto *first = text.constData() + start;
-        const auto indent
-            = std::find_if(first, text.constData() + next, [](char c) { return c != ' '; }) - first;
-        result.append(text.constData() + start + indent / 2, next - start - indent / 2);
-        start = next;
-    }
-    return result;
-}
 
 QJsonObject pageOf(const LabelDocument &document)
 {
@@ -62,7 +43,7 @@ QByteArray JsonFormat::write(const LabelDocument &document)
         { u"version"_s, int(document.CurrentVersion) }, { u"page"_s, pageOf(document) },
         { u"inks"_s, inksOf(document) }, { u"paper"_s, document.paper().name() },
         { u"items"_s, itemsOf(document) } };
-    return withHalfIndent(QJsonDocument(root).toJson());
+    return CanonicalJson::write(root);
 }
 
 LoadResult JsonFormat::read(const QByteArray &data, const QString &fileName, BrokenItems broken)
