@@ -211,7 +211,7 @@ private Q_SLOTS:
     void examplesAreWhatTheirToolMakes();
     void examplePlatesAreRight_data();
     void examplePlatesAreRight();
-    void helloSavesPlatesAndProof();
+    void helloSavesItsItemPlatesAndProof();
 
 private:
     Result runCommand(const QString &command, const QStringList &arguments) const;
@@ -932,11 +932,17 @@ void tst_VxLabel::examplePlatesAreRight()
     QCOMPARE(checked.code, 0);
 }
 
-void tst_VxLabel::helloSavesPlatesAndProof()
+void tst_VxLabel::helloSavesItsItemPlatesAndProof()
 {
     const Result result = runCommand(u"/usr/bin/env"_s, { u"QT_QPA_PLATFORM=offscreen"_s, helloProgram });
     QCOMPARE(result.code, 0);
-    QCOMPARE(files(), QStringList({ u"hello.black.png"_s, u"hello.proof.png"_s, u"hello.red.png"_s }));
+    QCOMPARE(files(),
+        QStringList({ u"hello.black.png"_s, u"hello.item.png"_s, u"hello.proof.png"_s, u"hello.red.png"_s }));
+    // The outline of 24 lies inside the 300 x 300 of the square.
+    const QImage item(path(u"hello.item.png"_s));
+    QCOMPARE(item.pixelColor(150, 150), QColor(Qt::red));
+    QCOMPARE(item.pixelColor(150, 20), QColor(Qt::black));
+    QCOMPARE(item.pixelColor(150, 28), QColor(Qt::red));
     // The diamond's centre is at (590, 295), and its upper corner 300 / 2 x sqrt(2) = 212 dots above.
     const QImage proof(path(u"hello.proof.png"_s));
     QCOMPARE(proof.size(), QSize(1181, 591));
