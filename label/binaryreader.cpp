@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/binaryreader.h"
 
-#include "items/core/record.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
+#include "items/core/record.h"
 #include "label/documentrules.h"
 #include "label/itemmap.h"
 #include "label/itemrecord.h"
