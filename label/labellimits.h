@@ -23,6 +23,8 @@ inline constexpr double MinPageSide = 0.1;
 /// Design and output resolutions in dots per inch.
 inline constexpr double MinDpi = 10.0;
 inline constexpr double MaxDpi = 9'600.0;
+/// How many problems of one document are reported; one more entry counts the others.
+inline constexpr int MaxProblems = 100;
 /// The pixels of a page that are rendered in 32-bit colour at a time, before they shrink to one bit.
 inline constexpr qint64 BandPixels = 8'000'000;
 /// The pixels of all gradients of a page together at the output resolution: an A4 page at 600 dpi, 144 MB.

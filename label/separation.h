@@ -7,6 +7,7 @@
 
 #include <optional>
 
+/// How a document is separated.
 struct SeparationOptions
 {
     /// Output resolution in dots per inch.

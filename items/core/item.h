@@ -49,6 +49,7 @@ public:
     /// A word of MobraTypes::Flags, unrelated to itemQFlags().
     unsigned int itemFlags() const { return m_flags; }
     void setItemFlags(unsigned int flags) { m_flags = flags; }
+    /// Sets or clears the bits of flag alone.
     void setItemFlags(MobraTypes::Flags flag, bool on);
     /// The flag word in binary digits without leading zeros, for logging.
     QString printItemFlags() const;
@@ -59,6 +60,7 @@ public:
     void setItemAsSupplyTemplate(bool on) { setItemFlags(MobraTypes::FlagSupplyTemplate, on); }
     bool itemHasMultiLock() const { return hasFlag(MobraTypes::FlagMultiLock); }
     void setItemHasMultiLock(bool on) { setItemFlags(MobraTypes::FlagMultiLock, on); }
+    /// Whether a host may let the item's inks print over those below it; true for a new item.
     bool getAllowOverprint() const { return m_allowOverprint; }
     void setAllowOverprint(bool allow) { m_allowOverprint = allow; }
 
@@ -133,6 +135,7 @@ public:
     /// Copies everything that target has in common with this item; size and scales only with copySize. The
     /// parked binding of a locked item is not copied.
     virtual void copyItemProperties(Item *target, bool copySize);
+    /// Stores rotation, binding and, with copySize, size and scales. The transform stays as it is.
     void copyPrivatePropeties(double rotation, const QSizeF &size, double scaleX, double scaleY,
         bool copySize, int datasourceId, const QString &datasourceField);
     /// Reduces the item to one ink: what prints in printColor becomes black, everything else white or
@@ -179,6 +182,7 @@ protected:
     virtual void announceGeometryChange() = 0;
     /// Runs after each form of setItemSize has stored a new size. An override calls that of its base first.
     virtual void itemSizeChanged();
+    /// Announces the change and stores the size, nothing else.
     void storeItemSize(const QSizeF &size);
     /// What every form of setItemSize ends in: multiplies the scales, stores the size, runs
     /// itemSizeChanged(). Returns true.

@@ -62,8 +62,12 @@ public:
     /// if all layers are null.
     void recombineColorsOnImage(QImage &out, int count, const QList<QImage> &layers, QSize size) const;
 
+    /// The fill's part of a reduction. printed tells whether the outline prints, and becomes true when the
+    /// fill does.
     void resetItemFillColors(const QColor &printColor, bool &printed, bool keepBlack);
+    /// The same for a gradient.
     void resetItemFillColorsForGradients(const QColor &printColor, bool &printed);
+    /// The same for white-on-black printing.
     void resetItemFillColorsNegative(const QColor &printColor, bool &printed);
 
     // Item

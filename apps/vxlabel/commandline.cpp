@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/commandline.h"
+
+#include "apps/vxlabel/terminal.h"
+#include "label/labellimits.h"
+
+#include <CLI/CLI.hpp>
+
+#include <sstream>
+
+namespace {
+
+constexpr auto exitCodes = R"(Exit codes:
+  0    done
+  1    done, but broken items were left out (with --keep-going)
+  2    wrong usage
+  3    the label cannot be read or printed
+  4    a data source failed (reserved: labels have none yet)
+  5    an output cannot be written
+  130  interrupted; no half-written file is left)";
+
+std::string checkResolution(const std::string &text)
+{
+    bool isNumber = false;
+    const double dpi = QString::fromStdString(text).toDouble(&isNumber);
+    if (isNumber && dpi >= LabelLimits::MinDpi && dpi <= LabelLimits::MaxDpi)
+        return {};
+    std::ostringstream message;
+    message << "takes a number from " << LabelLimits::MinDpi << " to " << LabelLimits::MaxDpi << ", not "
+            << text;
+    return message.str();
+}
+
+/// An empty name stands for the current folder in some places; a caller whose variable is empty does not mean
+/// that.
+CLI::Validator pathCheck()
+{
+    return CLI::Validator(
+        [](const std::string &path) { return path.empty() ? "takes a name" : std::string(); }, "");
+}
+
+ExitCode refuse(const QString &what)
+{
+    Terminal::complain({ {}, {}, what, QStringLiteral("see vxlabel --help") });
+    return ExitCode::Usage;
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+    : m_program("Shows, checks and separates labels for printers with few inks.", "vxlabel")
+{
+    m_program.require_subcommand(0, 1); // parse() demands it, and is told when its name was not understood
+    m_program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    m_program.fallthrough();
+    m_program.set_version_flag("--version", "vxlabel " VX_VERSION, "Print the version and exit");
+    m_program.add_flag(
+        "--keep-going", m_keepGoing, "Leave broken items out instead of refusing the label; then exit 1");
+    m_program.footer(std::string("Help on a command:\n  vxlabel separate --help\n\n") + exitCodes);
+}
+
+CLI::App &CommandLine::addCommand(
+    const std::string &name, const std::string &description, const std::string &example, const Job &job)
+{
+    CLI::App *command = m_program.add_subcommand(name, description);
+    command->group("Commands");
+    command->footer("Example:\n  " + example + "\n\n" + exitCodes);
+    command->final_callback([this, job] { m_job = job; });
+    return *command;
+}
+
+std::optional<ExitCode> CommandLine::parse(int argc, char **argv)
+{
+    try {
+        m_program.parse(argc, argv);
+    } catch (const CLI::Success &question) {
+        std::ostringstream answer;
+        m_program.exit(question, answer, answer);
+        return Terminal::print(QByteArray::fromStdString(answer.str())) ? ExitCode::Ok
+                                                                        : ExitCode::CannotWrite;
+    } catch (const CLI::ParseError &error) {
+        return refuse(QString::fromLocal8Bit(error.what()));
+    }
+    if (!m_job)
+        return refuse(QStringLiteral("a command is missing"));
+    return std::nullopt;
+}
+
+ExitCode CommandLine::runJob() const
+{
+    return m_job(m_keepGoing ? BrokenItems::LeaveOut : BrokenItems::Refuse);
+}
+
+void CommandLine::addPath(CLI::App &command, const std::string &name, const std::string &value,
+    const std::string &help, std::string &path)
+{
+    command.add_option(name, path, help)->required()->type_name(value)->check(pathCheck());
+}
+
+void CommandLine::addLabel(CLI::App &command, std::string &path)
+{
+    addPath(command, "LABEL", "", "The label, a .vxl or .vxb file", path);
+}
+
+void CommandLine::addResolution(CLI::App &command, std::optional<double> &dpi)
+{
+    command.add_option("--dpi", dpi, "Dots per inch of the output; the label's own resolution if not given")
+        ->type_name("N")
+        ->check(CLI::Validator(checkResolution, ""));
+}
+
+void CommandLine::addForce(CLI::App &command, bool &force)
+{
+    command.add_flag("--force", force, "Replace files that exist");
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "apps/vxlabel/exitcode.h"
+#include "label/documentfile.h"
+
+#include <QtGlobal>
+
+#include <CLI/App.hpp>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+/// The arguments: the program's own options and its commands.
+class CommandLine
+{
+public:
+    using Job = std::function<ExitCode(BrokenItems)>;
+
+    CommandLine();
+    Q_DISABLE_COPY_MOVE(CommandLine)
+
+    /// Adds a command, to which the caller adds its arguments. The job runs when they have been read.
+    CLI::App &addCommand(
+        const std::string &name, const std::string &description, const std::string &example, const Job &job);
+
+    /// Reads the arguments. Answers questions for help and version, and wrong usage, with an exit code;
+    /// nothing when there is a job to run.
+    [[nodiscard]] std::optional<ExitCode> parse(int argc, char **argv);
+    [[nodiscard]] ExitCode runJob() const;
+
+    // Arguments that several commands have
+    /// A file or folder that must be given; value stands for it in the help on an option.
+    static void addPath(CLI::App &command, const std::string &name, const std::string &value,
+        const std::string &help, std::string &path);
+    static void addLabel(CLI::App &command, std::string &path);
+    static void addResolution(CLI::App &command, std::optional<double> &dpi);
+    static void addForce(CLI::App &command, bool &force);
+
+private:
+    CLI::App m_program;
+    bool m_keepGoing = false;
+    Job m_job;
+};

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/headless.h"
+
+#include "apps/vxlabel/interruption.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+QtMessageHandler nextHandler = nullptr;
+
+/// Drops what Qt says about the runtime folder where not even a temporary one can be made for it.
+void filterMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (!message.startsWith(QLatin1String("QStandardPaths: ")))
+        nextHandler(type, context, message);
+}
+
+/// A stream that the caller has closed would come back as the first file that is opened, and reports would
+/// end in it.
+void occupyStandardStreams()
+{
+    int file = open("/dev/null", O_RDONLY);
+    while (file >= 0 && file <= STDERR_FILENO)
+        file = open("/dev/null", O_RDONLY);
+    close(file);
+}
+
+} // namespace
+
+void prepareHeadless()
+{
+    occupyStandardStreams();
+
+    // Whatever a desktop session asks for, nothing is ever shown.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    nextHandler = qInstallMessageHandler(filterMessage);
+
+    // A file that grows beyond its limit is then an error to report instead of the end of the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::unique_ptr<QApplication> createHeadlessApplication(int &argc, char **argv)
+{
+    // At its start Qt looks into the session's runtime folder for the marker of a sandbox. It complains about
+    // a folder that it does not like, and would make one that stays.
+    const Interruption::Postponed untilRemoved;
+    const QTemporaryDir folder;
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));
+    return std::make_unique<QApplication>(argc, argv);
+}

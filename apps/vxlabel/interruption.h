@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QtGlobal>
+
+/// SIGINT and SIGTERM end the program at once with ExitCode::Interrupted, except while files are being
+/// written.
+namespace Interruption {
+
+void install();
+
+/// Postpones the end of an interrupted program to the end of its own life, so that files are whole and no
+/// temporary stays behind.
+class Postponed
+{
+public:
+    Postponed();
+    ~Postponed();
+    Q_DISABLE_COPY_MOVE(Postponed)
+};
+
+} // namespace Interruption

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/labelsummary.h"
+
+#include "apps/vxlabel/stylenames.h"
+#include "apps/vxlabel/texttable.h"
+#include "items/core/item.h"
+#include "items/style/fillableitem.h"
+#include "label/canonicaljson.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString fixed(double value)
+{
+    return QString::number(value, 'f', 2);
+}
+
+/// A number as short as it can be without losing anything.
+QString shortest(double value)
+{
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+QString penText(const Item &item)
+{
+    const auto *contoured = dynamic_cast<const ContouredItem *>(&item);
+    if (!contoured)
+        return u"-"_s;
+    if (contoured->getItemPenStyle() == Qt::NoPen || contoured->getItemPenWidth() == 0)
+        return u"none"_s;
+    return u"%1 %2 %3"_s.arg(StyleNames::pen(contoured->getItemPenStyle()),
+        QString::number(contoured->getItemPenWidth()), StyleNames::color(contoured->getItemPenColor()));
+}
+
+QString fillText(const Item &item)
+{
+    const auto *fillable = dynamic_cast<const FillableItem *>(&item);
+    if (!fillable)
+        return u"-"_s;
+    if (fillable->getItemBrushStyle() == MobraTypes::BrushNone)
+        return u"none"_s;
+    const QString color = StyleNames::color(fillable->getItemFillColor());
+    return u"%1 %2"_s.arg(StyleNames::fill(fillable->getItemBrushStyle()), color);
+}
+
+QString pageText(const LabelDocument &document)
+{
+    const QSizeF page = document.pageSize();
+    const QSize dots = document.pageSizeInDots(document.designDpi());
+    return u"%1 x %2 mm, %3 x %4 dots at %5 dpi"_s.arg(shortest(page.width()), shortest(page.height()))
+        .arg(dots.width())
+        .arg(dots.height())
+        .arg(shortest(document.designDpi()));
+}
+
+QString inksText(const LabelDocument &document)
+{
+    QStringList inks;
+    for (const Ink &ink : document.inks())
+        inks.append(u"%1 %2"_s.arg(ink.name, StyleNames::color(ink.color)));
+    return inks.join(u", ");
+}
+
+QString headText(const LabelDocument &document)
+{
+    TextTable head({ Qt::AlignLeft, Qt::AlignLeft });
+    head.addRow({ u"page"_s, pageText(document) });
+    head.addRow({ u"paper"_s, StyleNames::color(document.paper()) });
+    head.addRow({ u"inks"_s, inksText(document) });
+    head.addRow({ u"items"_s, QString::number(document.items().size()) });
+    return head.text();
+}
+
+QString itemsText(const LabelDocument &document)
+{
+    constexpr auto left = Qt::AlignLeft;
+    constexpr auto right = Qt::AlignRight;
+    const double unit = 25.4 / document.designDpi();
+    TextTable table({ right, left, right, right, right, right, right, left, left });
+    table.addRow({ u"index"_s, u"item"_s, u"x mm"_s, u"y mm"_s, u"width mm"_s, u"height mm"_s, u"rotation"_s,
+        u"pen"_s, u"fill"_s });
+    qsizetype index = 0;
+    for (const auto &item : document.items()) {
+        table.addRow({ QString::number(index++), item->toDescriptionString(),
+            fixed(item->getItemPositionX() * unit), fixed(item->getItemPositionY() * unit),
+            fixed(item->getItemWidth() * unit), fixed(item->getItemHeight() * unit),
+            shortest(item->getItemRotation()), penText(*item), fillText(*item) });
+    }
+    return table.text();
+}
+
+QJsonObject sizeObject(double width, double height)
+{
+    return { { u"width"_s, width }, { u"height"_s, height } };
+}
+
+QJsonObject pageObject(const LabelDocument &document)
+{
+    const QSizeF page = document.pageSize();
+    const QSize dots = document.pageSizeInDots(document.designDpi());
+    QJsonObject object = sizeObject(page.width(), page.height());
+    object[u"dots"_s] = sizeObject(dots.width(), dots.height());
+    object[u"dpi"_s] = document.designDpi();
+    return object;
+}
+
+QJsonArray inksArray(const LabelDocument &document)
+{
+    QJsonArray inks;
+    for (const Ink &ink : document.inks())
+        inks.append(QJsonObject { { u"name"_s, ink.name }, { u"color"_s, StyleNames::color(ink.color) } });
+    return inks;
+}
+
+QJsonObject itemObject(const Item &item, int index)
+{
+    QJsonObject object {
+        { u"index"_s, index },
+        { u"type"_s, qint64(item.getItemShapeInt()) },
+        { u"description"_s, item.toDescriptionString() },
+        { u"position"_s,
+            QJsonObject { { u"x"_s, item.getItemPositionX() }, { u"y"_s, item.getItemPositionY() } } },
+        { u"size"_s, sizeObject(item.getItemWidth(), item.getItemHeight()) },
+        { u"rotation"_s, item.getItemRotation() },
+    };
+    if (const auto *contoured = dynamic_cast<const ContouredItem *>(&item)) {
+        object[u"pen"_s] = QJsonObject { { u"color"_s, StyleNames::color(contoured->getItemPenColor()) },
+            { u"style"_s, StyleNames::pen(contoured->getItemPenStyle()) },
+            { u"width"_s, contoured->getItemPenWidth() } };
+    }
+    if (const auto *fillable = dynamic_cast<const FillableItem *>(&item)) {
+        object[u"fill"_s] = QJsonObject { { u"color"_s, StyleNames::color(fillable->getItemFillColor()) },
+            { u"style"_s, StyleNames::fill(fillable->getItemBrushStyle()) } };
+    }
+    return object;
+}
+
+QJsonArray itemsArray(const LabelDocument &document)
+{
+    QJsonArray items;
+    for (const auto &item : document.items())
+        items.append(itemObject(*item, int(items.size())));
+    return items;
+}
+
+} // namespace
+
+namespace LabelSummary {
+
+QByteArray asTable(const LabelDocument &document)
+{
+    QString text = headText(document);
+    if (!document.items().empty())
+        text += u'\n' + itemsText(document);
+    return text.toUtf8();
+}
+
+QByteArray asJson(const LabelDocument &document)
+{
+    return CanonicalJson::write(
+        { { u"page"_s, pageObject(document) }, { u"paper"_s, StyleNames::color(document.paper()) },
+            { u"inks"_s, inksArray(document) }, { u"items"_s, itemsArray(document) } });
+}
+
+} // namespace LabelSummary

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/convertcommand.h"
+#include "apps/vxlabel/headless.h"
+#include "apps/vxlabel/inspectcommand.h"
+#include "apps/vxlabel/interruption.h"
+#include "apps/vxlabel/rendercommand.h"
+#include "apps/vxlabel/separatecommand.h"
+#include "apps/vxlabel/terminal.h"
+
+#include <new>
+
+namespace {
+
+ExitCode run(int argc, char **argv)
+{
+    CommandLine commandLine;
+    addRenderCommand(commandLine);
+    addSeparateCommand(commandLine);
+    addInspectCommand(commandLine);
+    addConvertCommand(commandLine);
+    if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
+        return *answered;
+
+    int ownArguments = 1; // Qt would take some of the others for its own
+    const auto application = createHeadlessApplication(ownArguments, argv);
+    return commandLine.runJob();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Interruption::install();
+    prepareHeadless();
+    try {
+        return int(run(argc, argv));
+    } catch (const std::bad_alloc &) {
+        Terminal::complain({ {}, {}, QStringLiteral("the label needs more memory than there is"),
+            QStringLiteral("use a smaller page, fewer items or a lower --dpi") });
+        return int(ExitCode::BadDocument);
+    }
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/outputs.h"
+
+#include "apps/vxlabel/interruption.h"
+#include "apps/vxlabel/terminal.h"
+#include "label/outputfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QStringList>
+
+namespace {
+
+/// Whether the name is taken, if only by a link that leads nowhere.
+bool isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+} // namespace
+
+bool Outputs::write() const
+{
+    const Problems found = conflicts();
+    Terminal::complain(found, {});
+    if (!found.isEmpty())
+        return false;
+
+    const Interruption::Postponed untilWritten;
+    const bool folderIsNew = !m_folder.isEmpty() && !isTaken(m_folder);
+    if (createFolder() && writeAll())
+        return true;
+    if (folderIsNew)
+        QDir().rmdir(m_folder);
+    return false;
+}
+
+Problems Outputs::conflicts() const
+{
+    Problems problems;
+    QSet<QString> names;
+    for (const File &file : m_files) {
+        // Not every file system tells capital letters apart.
+        const QString name = file.path.toCaseFolded();
+        if (names.contains(name))
+            problems.append({ file.path, {}, QStringLiteral("two outputs have this name"),
+                QStringLiteral("rename an ink") });
+        names.insert(name);
+        if (!m_overwrite && isTaken(file.path))
+            problems.append({ file.path, {}, QStringLiteral("exists already"),
+                QStringLiteral("give --force to replace it") });
+    }
+    return problems;
+}
+
+bool Outputs::createFolder() const
+{
+    if (m_folder.isEmpty() || QDir().mkpath(m_folder))
+        return true;
+    Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
+        QStringLiteral("choose a place where you may write") });
+    return false;
+}
+
+bool Outputs::writeAll() const
+{
+    QStringList created;
+    for (const File &file : m_files) {
+        const bool isNew = !isTaken(file.path);
+        Problems problems;
+        if (!OutputFile::write(file.path, file.content, m_overwrite, problems)) {
+            Terminal::complain(problems, file.path);
+            for (const QString &path : created)
+                QFile::remove(path);
+            return false;
+        }
+        if (isNew)
+            created.append(file.path);
+    }
+    return true;
+}

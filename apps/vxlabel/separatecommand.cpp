@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/separatecommand.h"
+
+#include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/labelinput.h"
+#include "apps/vxlabel/outputs.h"
+#include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/texttable.h"
+#include "label/platewriter.h"
+#include "label/proof.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct SeparateOptions
+{
+    std::string label;
+    std::string folder;
+    std::optional<double> dpi;
+    bool negative = false;
+    bool overprint = false;
+    std::string format = "png";
+    bool force = false;
+};
+
+/// The plates and the proof, named after the label: "bin-label.black.png", "bin-label.proof.png".
+Outputs outputsOf(const Separation &separation, const QString &labelPath, const SeparateOptions &options)
+{
+    const QString folder = QFile::decodeName(options.folder.c_str());
+    const QString base = QDir(folder).filePath(QFileInfo(labelPath).completeBaseName());
+    const bool asPbm = options.format == "pbm";
+
+    Outputs outputs(options.force);
+    outputs.setFolder(folder);
+    for (const Plate &plate : separation.plates) {
+        outputs.add(u"%1.%2.%3"_s.arg(base, plate.ink.name, QString::fromStdString(options.format)),
+            asPbm ? PlateWriter::toPbm(plate.image) : PlateWriter::toPng(plate.image));
+    }
+    outputs.add(base + u".proof.png"_s, PlateWriter::toPng(proofOf(separation)));
+    return outputs;
+}
+
+/// One line for each ink: its name, and the dots, share of the page and area that it prints.
+QByteArray reportOf(const Separation &separation)
+{
+    TextTable table({ Qt::AlignLeft, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight });
+    for (const Plate &plate : separation.plates) {
+        table.addRow({ plate.ink.name, u"%1 dots"_s.arg(plate.dots),
+            u"%1 %"_s.arg(QString::number(plate.coverage(), 'f', 2)),
+            u"%1 mm²"_s.arg(QString::number(plate.area(), 'f', 2)) });
+    }
+    return table.text().toUtf8();
+}
+
+ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
+{
+    const std::optional<LabelInput> label = loadLabel(options.label, broken);
+    if (!label)
+        return ExitCode::BadDocument;
+    const std::optional<Separation> separation = separateLabel(*label,
+        { .dpi = options.dpi.value_or(label->document.designDpi()),
+            .negative = options.negative,
+            .overprint = options.overprint });
+    if (!separation)
+        return ExitCode::BadDocument;
+
+    const bool done
+        = outputsOf(*separation, label->path, options).write() && Terminal::print(reportOf(*separation));
+    return done ? label->outcome : ExitCode::CannotWrite;
+}
+
+} // namespace
+
+void addSeparateCommand(CommandLine &commandLine)
+{
+    const auto options = std::make_shared<SeparateOptions>();
+    CLI::App &command = commandLine.addCommand("separate",
+        "Write one plate for each ink and the proof, and report the ink that they take",
+        "vxlabel separate warning-sign.vxl -o plates --dpi 600",
+        [options](BrokenItems broken) { return separateIntoPlates(*options, broken); });
+    CommandLine::addLabel(command, options->label);
+    CommandLine::addPath(
+        command, "-o,--output", "DIR", "The folder for the plates, created if missing", options->folder);
+    CommandLine::addResolution(command, options->dpi);
+    command.add_flag(
+        "--negative", options->negative, "White on black: print what does not have the ink's colour");
+    command.add_flag(
+        "--overprint", options->overprint, "Let inks print over each other where items allow it");
+    command.add_option("--format", options->format, "The format of the plates: png (if not given) or pbm")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({ "png", "pbm" }));
+    CommandLine::addForce(command, options->force);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/texttable.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+QList<qsizetype> TextTable::widths() const
+{
+    QList<qsizetype> widths(m_columns.size(), 0);
+    for (const QStringList &row : m_rows) {
+        for (qsizetype column = 0; column < widths.size(); ++column)
+            widths[column] = std::max(widths[column], row[column].size());
+    }
+    return widths;
+}
+
+QString TextTable::text() const
+{
+    const QList<qsizetype> wide = widths();
+    QString text;
+    for (const QStringList &row : m_rows) {
+        QStringList cells;
+        for (qsizetype column = 0; column < wide.size(); ++column) {
+            const bool left = m_columns[column] == Qt::AlignLeft;
+            cells.append(
+                left ? row[column].leftJustified(wide[column]) : row[column].rightJustified(wide[column]));
+        }
+        QString line = cells.join("  "_L1);
+        while (line.endsWith(u' '))
+            line.chop(1);
+        text += line + u'\n';
+    }
+    return text;
+}

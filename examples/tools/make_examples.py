@@ -1,0 +1,25 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: BSD-3-Clause
+"""Writes the example labels into the folder of the examples, or into another one that is given."""
+import pathlib
+import sys
+
+import bin_label
+import calibration_sheet
+import warning_sign
+
+SIGNS = {
+    "bin-label": bin_label,
+    "calibration-sheet": calibration_sheet,
+    "warning-sign": warning_sign,
+}
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent.parent
+    for name, sign in SIGNS.items():
+        (folder / f"{name}.vxl").write_text(sign.build().to_json(), encoding="utf-8")
+
+
+if __name__ == "__main__":
+    main()

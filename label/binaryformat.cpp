@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/binaryformat.h"
+
+#include "items/core/item.h"
+#include "label/binaryreader.h"
+#include "label/itemrecord.h"
+#include "label/problemlog.h"
+
+#include <QDataStream>
+#include <QIODevice>
+
+namespace {
+
+void writeHead(QDataStream &stream, const LabelDocument &document)
+{
+    stream.writeRawData(BinaryReader::magic.data(), int(BinaryReader::magic.size()));
+    stream << quint32(document.CurrentVersion);
+    stream << document.pageSize().width() << document.pageSize().height() << document.designDpi();
+    stream << quint32(document.inks().size());
+    for (const Ink &ink : document.inks())
+        stream << ink.name << ink.color;
+    stream << document.paper();
+}
+
+} // namespace
+
+bool BinaryFormat::hasMagic(const QByteArray &data)
+{
+    return data.startsWith(BinaryReader::magic);
+}
+
+QByteArray BinaryFormat::write(const LabelDocument &document)
+{
+    QByteArray data;
+    QDataStream stream(&data, QIODevice::WriteOnly);
+    stream.setVersion(ItemRecord::StreamVersion);
+    writeHead(stream, document);
+    stream << quint32(document.items().size());
+    for (const auto &item : document.items())
+        stream << quint32(item->getItemShapeInt()) << ItemRecord::of(*item);
+    return data;
+}
+
+LoadResult BinaryFormat::read(const QByteArray &data, const QString &fileName, BrokenItems broken)
+{
+    ProblemLog log(fileName);
+    LoadResult result;
+    result.document = BinaryReader(data, broken, log).read();
+    result.problems = log.problems();
+    return result;
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/documentfile.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QDataStream>
+#include <QHash>
+
+#include <memory>
+#include <string_view>
+
+class ProblemLog;
+
+/// Makes a document of the bytes of a binary one. It knows where every value lies, so that each problem names
+/// its byte.
+class BinaryReader
+{
+public:
+    /// What every binary document begins with.
+    static constexpr std::string_view magic { "VXLABEL\0", 8 };
+
+    BinaryReader(const QByteArray &data, BrokenItems broken, ProblemLog &log);
+
+    [[nodiscard]] std::optional<LabelDocument> read();
+
+private:
+    [[nodiscard]] bool readHead();
+    [[nodiscard]] bool readVersion();
+    [[nodiscard]] bool readPage();
+    [[nodiscard]] bool readInks();
+    [[nodiscard]] bool readItems();
+    [[nodiscard]] bool readFrame();
+    [[nodiscard]] std::unique_ptr<Item> itemOf(quint32 shape, const QByteArray &record, const QString &where);
+    /// Reads a value and notes where it began under its JSON pointer. False, with a problem, where the data
+    /// ends early.
+    template <typename T> [[nodiscard]] bool readValue(T &value, const QString &pointer);
+    [[nodiscard]] bool isWhole(qint64 start);
+    void checkHead();
+
+    QDataStream m_stream;
+    qint64 m_size;
+    BrokenItems m_broken;
+    ProblemLog &m_log;
+    LabelDocument m_document;
+    quint32 m_version = 0;
+    QHash<QString, qint64> m_offsets;
+};

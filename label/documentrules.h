@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QString>
+
+class ProblemLog;
+
+/// What holds for a document in any form. Each is false, with the reason in the log, for a number that breaks
+/// the rule.
+namespace DocumentRules {
+
+[[nodiscard]] bool acceptsVersion(double version, const QString &where, ProblemLog &log);
+
+bool acceptsItemCount(qint64 count, const QString &where, ProblemLog &log);
+
+} // namespace DocumentRules

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/itemmap.h"
+
+#include "items/core/classfactory.h"
+#include "items/core/item.h"
+#include "items/interfaces/fillcoloritem.h"
+#include "items/interfaces/icoloritem.h"
+#include "items/interfaces/textcoloritem.h"
+#include "label/itemrecord.h"
+#include "label/itemvalue.h"
+#include "label/jsonmembers.h"
+#include "label/jsonpointer.h"
+#include "label/problemlog.h"
+#include "label/wording.h"
+
+#include <QGraphicsItem>
+#include <QMetaProperty>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Host keys: what a map lacks.
+const QString visibleKey = u"visible"_s;
+const QString datasourceIdKey = u"datasourceId"_s;
+const QString datasourceFieldKey = u"datasourceField"_s;
+/// The field's key in the classes that publish their binding themselves.
+const QString ownFieldKey = u"itemDatasourceField"_s;
+const QString shapeKey = u"itemShape"_s;
+
+constexpr int unbound = -1;
+
+const QMetaObject &classOf(Item &item)
+{
+    const QObject *object = dynamic_cast<QObject *>(&item);
+    return object ? *object->metaObject() : QObject::staticMetaObject;
+}
+
+bool publishesBinding(Item &item)
+{
+    return classOf(item).indexOfProperty(ownFieldKey.toLatin1().constData()) >= 0;
+}
+
+/// The type of the value under a key; invalid for an unknown key.
+QMetaType typeOf(Item &item, const QString &key)
+{
+    if (key == visibleKey)
+        return QMetaType::fromType<bool>();
+    if (key == datasourceIdKey && !publishesBinding(item))
+        return QMetaType::fromType<int>();
+    if (key == datasourceFieldKey && !publishesBinding(item))
+        return QMetaType::fromType<QString>();
+    const int index = Item::ignoredPropertyNames().contains(key)
+        ? -1
+        : classOf(item).indexOfProperty(key.toUtf8().constData());
+    return index < 0 ? QMetaType() : classOf(item).property(index).metaType();
+}
+
+QStringList keysOf(Item &item)
+{
+    QStringList keys = item.saveItemToJSON().keys();
+    keys.append(visibleKey);
+    if (!publishesBinding(item))
+        keys.append({ datasourceIdKey, datasourceFieldKey });
+    return keys;
+}
+
+void replaceColor(QJsonObject &json, const QString &key, const QColor &color)
+{
+    const auto found = json.find(key);
+    if (found != json.end())
+        *found = Wording::color(color);
+}
+
+void addColors(Item &item, QJsonObject &json)
+{
+    if (const auto *colored = dynamic_cast<IColorItem *>(&item))
+        replaceColor(json, u"itemPenColor"_s, colored->getItemPenColor());
+    if (const auto *filled = dynamic_cast<FillColorItem *>(&item))
+        replaceColor(json, u"itemFillColor"_s, filled->getItemFillColor());
+    if (const auto *text = dynamic_cast<TextColorItem *>(&item))
+        replaceColor(json, u"itemTextColor"_s, text->getItemTextColor());
+}
+
+/// An empty field gets no key: it would come back as a text, and the record tells that from no field.
+void addBinding(Item &item, QJsonObject &json)
+{
+    if (json.value(ownFieldKey).toString().isEmpty())
+        json.remove(ownFieldKey);
+    if (publishesBinding(item))
+        return;
+    if (item.getDatasourceId() != unbound)
+        json.insert(datasourceIdKey, item.getDatasourceId());
+    if (!item.getDatasourceField().isEmpty())
+        json.insert(datasourceFieldKey, item.getDatasourceField());
+}
+
+std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &pointer, ProblemLog &log)
+{
+    const QString where = JsonPointer::member(pointer, shapeKey);
+    const QJsonValue json = object.value(shapeKey);
+    if (json.isUndefined()) {
+        log.add(where, u"is missing"_s, u"add the number of the item's type"_s);
+        return {};
+    }
+    const ItemValue shape = ItemValue::from(json, shapeKey, QMetaType::fromType<uint>());
+    if (!shape.problem.isEmpty()) {
+        log.add(where, shape.problem, shape.advice);
+        return {};
+    }
+    const auto type = static_cast<MobraTypes::ShapeType>(shape.value.toUInt());
+    std::unique_ptr<Item> item(ClassFactory().create(type));
+    if (!item)
+        log.add(where, u"%1 is no known type of item"_s.arg(type));
+    return item;
+}
+
+void refuseKey(Item &item, const QString &key, const QString &pointer, ProblemLog &log)
+{
+    if (key == "children"_L1)
+        log.add(
+            JsonPointer::member(pointer, key), u"this item holds no others"_s, u"move them to \"items\""_s);
+    else
+        JsonMembers::refuse(key, log.isFull() ? QStringList() : keysOf(item), pointer, log);
+}
+
+/// The object as a property map, with every value checked.
+QVariantMap checkedMap(Item &item, const QJsonObject &object, const QString &pointer, ProblemLog &log)
+{
+    QVariantMap map;
+    for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
+        const QString key = member.key();
+        const QMetaType type = typeOf(item, key);
+        if (!type.isValid()) {
+            refuseKey(item, key, pointer, log);
+            continue;
+        }
+        const ItemValue checked = ItemValue::from(member.value(), key, type);
+        if (!checked.problem.isEmpty())
+            log.add(JsonPointer::member(pointer, key), checked.problem, checked.advice);
+        else
+            map.insert(key, checked.value);
+    }
+    return map;
+}
+
+/// Parks the binding as well, as loading a record does: a locked item has it back when it is unlocked.
+void parkBinding(Item &item)
+{
+    const unsigned int flags = item.itemFlags();
+    item.setItemAsReadOnly(true);
+    item.setItemAsReadOnly(false);
+    item.setItemFlags(flags);
+}
+
+void applyHostKeys(Item &item, const QVariantMap &map)
+{
+    if (map.contains(visibleKey))
+        item.setItemIsVisible(map.value(visibleKey).toBool());
+    if (map.contains(datasourceIdKey))
+        item.setDatasourceId(map.value(datasourceIdKey).toInt());
+    if (map.contains(datasourceFieldKey))
+        item.setDatasourceField(map.value(datasourceFieldKey).toString());
+    parkBinding(item);
+}
+
+} // namespace
+
+QJsonObject ItemMap::toJson(Item &item)
+{
+    const std::unique_ptr<Item> copy = ItemRecord::plainCopy(item);
+    Item &plain = copy ? *copy : item;
+    QJsonObject json = QJsonObject::fromVariantMap(plain.saveItemToJSON());
+    addColors(plain, json);
+    addBinding(plain, json);
+    if (!plain.getItemIsVisible())
+        json.insert(visibleKey, false);
+    return json;
+}
+
+std::unique_ptr<Item> ItemMap::fromJson(
+    const QJsonObject &object, unsigned int version, const QString &pointer, ProblemLog &log)
+{
+    const qsizetype before = log.count();
+    std::unique_ptr<Item> item = createItem(object, pointer, log);
+    if (!item)
+        return {};
+    const QVariantMap map = checkedMap(*item, object, pointer, log);
+    if (log.count() > before)
+        return {};
+    item->loadItemFromJSON(map, version);
+    applyHostKeys(*item, map);
+    log.add(geometryProblems(*item, pointer));
+    return log.count() > before ? nullptr : std::move(item);
+}
+
+Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
+{
+    Problems problems;
+    const auto check = [&](double number, const QString &key) {
+        const QString problem = ItemValue::numberProblem(number, key);
+        if (!problem.isEmpty())
+            problems.append({ {}, JsonPointer::member(pointer, key), problem, {} });
+    };
+    const QObject *object = dynamic_cast<QObject *>(&item);
+    const QMetaObject &type = classOf(item);
+    for (int i = 0; i < type.propertyCount(); ++i) {
+        const QMetaProperty property = type.property(i);
+        const QString name = QString::fromLatin1(property.name());
+        if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name))
+            check(property.read(object).toDouble(), name);
+    }
+    for (const QVariant &entry : item.getItemTransform())
+        check(entry.toDouble(), u"itemTransform"_s);
+    if (const auto *graphics = dynamic_cast<QGraphicsItem *>(&item))
+        check(graphics->transform().m33(), u"itemTransform"_s);
+    return problems;
+}

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/itemvalue.h"
+
+#include "items/core/limits.h"
+#include "label/jsonmembers.h"
+#include "label/wording.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype transformEntries = 8;
+
+ItemValue wrongType(const QJsonValue &json, const QString &needed)
+{
+    return { {}, u"is %1, not %2"_s.arg(JsonMembers::typeName(json.type()), needed), {} };
+}
+
+template <typename Integer> ItemValue whole(const QJsonValue &json)
+{
+    constexpr double least = std::numeric_limits<Integer>::min();
+    constexpr double most = std::numeric_limits<Integer>::max();
+    if (!json.isDouble())
+        return wrongType(json, u"a number"_s);
+    const double number = json.toDouble();
+    if (number >= least && number <= most && number == std::floor(number))
+        return { QVariant::fromValue(static_cast<Integer>(number)), {}, {} };
+    return { {}, Wording::number(number) + u" is out of range"_s,
+        u"use a whole number from %1 to %2"_s.arg(Wording::number(least), Wording::number(most)) };
+}
+
+ItemValue real(const QJsonValue &json, const QString &key)
+{
+    if (!json.isDouble())
+        return wrongType(json, u"a number"_s);
+    const QString problem = ItemValue::numberProblem(json.toDouble(), key);
+    return { problem.isEmpty() ? QVariant(json.toDouble()) : QVariant(), problem, {} };
+}
+
+ItemValue colorName(const QJsonValue &json)
+{
+    const QString name = json.toString();
+    if (Wording::colorOf(name).isValid())
+        return { name, {}, {} };
+    return { {}, Wording::quoted(name) + u" is no colour"_s,
+        u"write it as \"#rrggbb\", \"#aarrggbb\" or \"transparent\""_s };
+}
+
+ItemValue text(const QJsonValue &json, const QString &key)
+{
+    if (!json.isString())
+        return wrongType(json, u"text"_s);
+    return key.endsWith("Color"_L1) ? colorName(json) : ItemValue { json.toString(), {}, {} };
+}
+
+ItemValue transform(const QJsonValue &json, const QString &key)
+{
+    const QJsonArray list = json.toArray();
+    const auto isEntry = [&key](const QJsonValue &entry) { return real(entry, key).problem.isEmpty(); };
+    if (list.size() == transformEntries && std::ranges::all_of(list, isEntry))
+        return { list.toVariantList(), {}, {} };
+    return { {}, u"is no list of 8 drawable numbers"_s,
+        u"write m11, m12, m13, m21, m22, m23, m31 and m32"_s };
+}
+
+ItemValue anyOther(const QJsonValue &json, QMetaType type)
+{
+    QVariant value = json.toVariant();
+    if (value.convert(type))
+        return { value, {}, {} };
+    return { {}, u"is %1, which does not fit"_s.arg(JsonMembers::typeName(json.type())), {} };
+}
+
+} // namespace
+
+QString ItemValue::numberProblem(double number, const QString &key)
+{
+    if (!std::isfinite(number))
+        return Wording::number(number) + u" is no finite number"_s;
+    if (std::abs(number) > Limits::MaxGeometry)
+        return u"%1 is beyond the drawable range of ±%2"_s.arg(
+            Wording::number(number), Wording::number(Limits::MaxGeometry));
+    if (number < 0 && (key == "itemWidth"_L1 || key == "itemHeight"_L1))
+        return Wording::number(number) + u" is negative"_s;
+    return {};
+}
+
+ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType type)
+{
+    switch (type.id()) {
+    case QMetaType::Bool:
+        return json.isBool() ? ItemValue { json.toBool(), {}, {} } : wrongType(json, u"true or false"_s);
+    case QMetaType::Short:
+        return whole<short>(json);
+    case QMetaType::UShort:
+        return whole<ushort>(json);
+    case QMetaType::Int:
+        return whole<int>(json);
+    case QMetaType::UInt:
+        return whole<uint>(json);
+    case QMetaType::Double:
+        return real(json, key);
+    case QMetaType::QString:
+        return text(json, key);
+    default:
+        return key == "itemTransform"_L1 ? transform(json, key) : anyOther(json, type);
+    }
+}

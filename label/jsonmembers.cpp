@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/jsonmembers.h"
+
+#include "label/jsonpointer.h"
+#include "label/nearestname.h"
+#include "label/problemlog.h"
+#include "label/wording.h"
+
+using namespace Qt::StringLiterals;
+
+QString JsonMembers::typeName(QJsonValue::Type type)
+{
+    switch (type) {
+    case QJsonValue::Bool:
+        return u"true or false"_s;
+    case QJsonValue::Double:
+        return u"a number"_s;
+    case QJsonValue::String:
+        return u"text"_s;
+    case QJsonValue::Array:
+        return u"a list"_s;
+    case QJsonValue::Object:
+        return u"an object"_s;
+    default:
+        return u"nothing"_s;
+    }
+}
+
+bool JsonMembers::has(const QString &key, QJsonValue::Type type)
+{
+    m_known.append(key);
+    const QJsonValue value = m_object.value(key);
+    if (value.type() == type)
+        return true;
+    const QString where = JsonPointer::member(m_pointer, key);
+    if (value.isUndefined())
+        m_log.add(where, u"is missing"_s, u"add %1"_s.arg(typeName(type)));
+    else
+        m_log.add(where, u"is %1, not %2"_s.arg(typeName(value.type()), typeName(type)));
+    return false;
+}
+
+std::optional<double> JsonMembers::number(const QString &key)
+{
+    return has(key, QJsonValue::Double) ? std::optional(m_object.value(key).toDouble()) : std::nullopt;
+}
+
+std::optional<QString> JsonMembers::text(const QString &key)
+{
+    return has(key, QJsonValue::String) ? std::optional(m_object.value(key).toString()) : std::nullopt;
+}
+
+std::optional<QColor> JsonMembers::color(const QString &key)
+{
+    const std::optional<QString> name = text(key);
+    if (!name)
+        return {};
+    const QColor color = Wording::colorOf(*name);
+    if (color.isValid())
+        return color;
+    m_log.add(JsonPointer::member(m_pointer, key), Wording::quoted(*name) + u" is no colour"_s,
+        u"write it as \"#rrggbb\""_s);
+    return {};
+}
+
+std::optional<QJsonArray> JsonMembers::array(const QString &key)
+{
+    return has(key, QJsonValue::Array) ? std::optional(m_object.value(key).toArray()) : std::nullopt;
+}
+
+std::optional<QJsonObject> JsonMembers::object(const QString &key)
+{
+    return has(key, QJsonValue::Object) ? std::optional(m_object.value(key).toObject()) : std::nullopt;
+}
+
+void JsonMembers::refuseOthers()
+{
+    for (auto member = m_object.constBegin(); member != m_object.constEnd(); ++member) {
+        const QString key = member.key();
+        if (!m_known.contains(key))
+            refuse(key, m_known, m_pointer, m_log);
+    }
+}
+
+void JsonMembers::refuse(
+    const QString &key, const QStringList &known, const QString &pointer, ProblemLog &log)
+{
+    const QString nearest = log.isFull() ? QString() : nearestName(key, known);
+    log.add(JsonPointer::member(pointer, key), u"is unknown"_s,
+        nearest.isEmpty() ? u"remove it"_s : u"did you mean %1?"_s.arg(Wording::quoted(nearest)));
+}

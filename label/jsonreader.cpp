@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/jsonreader.h"
+
+#include "items/core/item.h"
+#include "label/documentrules.h"
+#include "label/itemmap.h"
+#include "label/jsonpointer.h"
+#include "label/labellimits.h"
+#include "label/problemlog.h"
+#include "label/wording.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+JsonReader::JsonReader(const QJsonObject &root, BrokenItems broken, ProblemLog &log)
+    : m_root(root, {}, log)
+    , m_broken(broken)
+    , m_log(log)
+{
+}
+
+std::optional<LabelDocument> JsonReader::read()
+{
+    // Without format and version, nothing else means what it seems to.
+    if (!readFormat() || !readVersion())
+        return {};
+    readHead();
+    const std::optional<QJsonArray> items = m_root.array(u"items"_s);
+    m_root.refuseOthers();
+    const bool countIsFine = DocumentRules::acceptsItemCount(items ? items->size() : 0, u"/items"_s, m_log);
+    const bool refused = m_log.count() > 0;
+    if (items && countIsFine)
+        readItems(*items);
+    if (refused || (m_broken == BrokenItems::Refuse && m_log.count() > 0))
+        return {};
+    return std::move(m_document);
+}
+
+bool JsonReader::readFormat()
+{
+    const std::optional<QString> format = m_root.text(u"format"_s);
+    if (format && *format != formatName)
+        m_log.add(u"/format"_s, Wording::quoted(*format) + u" is no format of a label"_s,
+            u"a label has the format %1"_s.arg(Wording::quoted(formatName)));
+    return format == formatName;
+}
+
+bool JsonReader::readVersion()
+{
+    const std::optional<double> version = m_root.number(u"version"_s);
+    if (!version || !DocumentRules::acceptsVersion(*version, u"/version"_s, m_log))
+        return false;
+    m_version = static_cast<unsigned int>(*version);
+    return true;
+}
+
+void JsonReader::readHead()
+{
+    readPage();
+    readInks();
+    // A colour that no ink has, should the paper be unreadable.
+    m_document.setPaper(m_root.color(u"paper"_s).value_or(QColor()));
+
+    // What could not be read has been reported, and has no value to be judged.
+    const Problems reported = m_log.problems();
+    for (const Problem &problem : m_document.problems()) {
+        const bool known = std::ranges::any_of(reported,
+            [&](const Problem &other) { return (problem.where + u'/').startsWith(other.where + u'/'); });
+        if (!known)
+            m_log.add({ problem });
+    }
+}
+
+void JsonReader::readPage()
+{
+    const std::optional<QJsonObject> page = m_root.object(u"page"_s);
+    if (!page)
+        return;
+    JsonMembers members(*page, u"/page"_s, m_log);
+    const QSizeF size = m_document.pageSize();
+    const double width = members.number(u"width"_s).value_or(size.width());
+    const double height = members.number(u"height"_s).value_or(size.height());
+    m_document.setPageSize({ width, height });
+    m_document.setDesignDpi(members.number(u"dpi"_s).value_or(m_document.designDpi()));
+    members.refuseOthers();
+}
+
+void JsonReader::readInks()
+{
+    const std::optional<QJsonArray> list = m_root.array(u"inks"_s);
+    if (!list)
+        return;
+    QList<Ink> inks;
+    // One more than there may be, to be told that there are too many.
+    const qsizetype count = std::min<qsizetype>(list->size(), LabelLimits::MaxInks + 1);
+    for (qsizetype i = 0; i < count; ++i)
+        inks.append(readInk(list->at(i), JsonPointer::element(u"/inks"_s, i)));
+    m_document.setInks(inks);
+}
+
+Ink JsonReader::readInk(const QJsonValue &json, const QString &pointer)
+{
+    if (!json.isObject()) {
+        m_log.add(pointer, u"unknown ink, %1 instead of an object"_s.arg(JsonMembers::typeName(json.type())),
+            u"write it as {\"name\": \"black\", \"color\": \"#000000\"}"_s);
+        return {};
+    }
+    JsonMembers members(json.toObject(), pointer, m_log);
+    const Ink ink { members.text(u"name"_s).value_or(QString()),
+        members.color(u"color"_s).value_or(QColor()) };
+    members.refuseOthers();
+    return ink;
+}
+
+void JsonReader::readItems(const QJsonArray &items)
+{
+    for (qsizetype i = 0; i < items.size(); ++i)
+        readItem(items.at(i), JsonPointer::element(u"/items"_s, i));
+}
+
+void JsonReader::readItem(const QJsonValue &json, const QString &pointer)
+{
+    if (!json.isObject())
+        m_log.add(pointer, u"is %1, not an object"_s.arg(JsonMembers::typeName(json.type())));
+    else if (auto item = ItemMap::fromJson(json.toObject(), m_version, pointer, m_log))
+        m_document.addItem(std::move(item));
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/documentfile.h"
+#include "label/jsonmembers.h"
+
+#include <QJsonObject>
+
+class ProblemLog;
+
+/// Makes a document of a JSON object and reports everything that keeps it from being one.
+class JsonReader
+{
+public:
+    inline static const QString formatName = QStringLiteral("vxlabel");
+
+    JsonReader(const QJsonObject &root, BrokenItems broken, ProblemLog &log);
+
+    [[nodiscard]] std::optional<LabelDocument> read();
+
+private:
+    [[nodiscard]] bool readFormat();
+    [[nodiscard]] bool readVersion();
+    void readHead();
+    void readPage();
+    void readInks();
+    [[nodiscard]] Ink readInk(const QJsonValue &json, const QString &pointer);
+    void readItems(const QJsonArray &items);
+    void readItem(const QJsonValue &json, const QString &pointer);
+
+    JsonMembers m_root;
+    BrokenItems m_broken;
+    ProblemLog &m_log;
+    LabelDocument m_document;
+    unsigned int m_version = 0;
+};

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/jsonscan.h"
+
+#include "label/labellimits.h"
+#include "label/problemlog.h"
+
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// "line 3, column 7"; a column is a character, whatever it takes in UTF-8.
+QString placeOf(const QByteArray &text, qsizetype offset)
+{
+    const auto before = QByteArrayView(text).first(std::clamp<qsizetype>(offset, 0, text.size()));
+    const auto line = std::ranges::count(before, '\n') + 1;
+    const auto inLine = before.sliced(before.lastIndexOf('\n') + 1);
+    const auto column = std::ranges::count_if(inLine, [](char c) { return (c & 0xC0) != 0x80; }) + 1;
+    return u"line %1, column %2"_s.arg(line).arg(column);
+}
+
+/// The offset behind the string that begins at offset.
+qsizetype endOfString(const QByteArray &text, qsizetype offset)
+{
+    for (++offset; offset < text.size() && text[offset] != '"'; ++offset) {
+        if (text[offset] == '\\')
+            ++offset;
+    }
+    return offset + 1;
+}
+
+/// Counts values without looking at them: a container with members has one less comma than members.
+class Counter
+{
+public:
+    explicit Counter(ProblemLog &log)
+        : m_log(log)
+    {
+    }
+
+    [[nodiscard]] bool accepts(const QByteArray &text)
+    {
+        qsizetype offset = 0;
+        while (offset < text.size()) {
+            if (text[offset] == '"') {
+                offset = endOfString(text, offset);
+                continue;
+            }
+            count(text[offset]);
+            if (m_values > LabelLimits::MaxJsonValues || m_depth > LabelLimits::MaxNesting)
+                return refuse(text, offset);
+            ++offset;
+        }
+        return true;
+    }
+
+private:
+    void count(char c)
+    {
+        const bool opens = c == '{' || c == '[';
+        const bool closes = c == '}' || c == ']';
+        m_values += opens || c == ',' ? 1 : 0;
+        m_depth += int(opens) - int(closes);
+    }
+
+    bool refuse(const QByteArray &text, qsizetype offset)
+    {
+        if (m_depth > LabelLimits::MaxNesting)
+            m_log.add(placeOf(text, offset), u"nested deeper than %1 levels"_s.arg(LabelLimits::MaxNesting));
+        else
+            m_log.add(placeOf(text, offset), u"more than %1 values"_s.arg(LabelLimits::MaxJsonValues),
+                u"split the label into several"_s);
+        return false;
+    }
+
+    ProblemLog &m_log;
+    qint64 m_values = 0;
+    int m_depth = 0;
+};
+
+} // namespace
+
+std::optional<QJsonObject> JsonScan::parse(const QByteArray &text, ProblemLog &log)
+{
+    if (!Counter(log).accepts(text))
+        return {};
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError) {
+        log.add(placeOf(text, error.offset), u"no valid JSON, "_s + error.errorString());
+        return {};
+    }
+    if (!document.isObject()) {
+        log.add({}, u"holds a list, not a label"_s);
+        return {};
+    }
+    return document.object();
+}
