@@ -54,6 +54,11 @@ private Q_SLOTS:
     void itemWithoutASceneToPrintToStays();
     void pictureWithoutPixelsIsEmpty_data();
     void pictureWithoutPixelsIsEmpty();
+    void anyScaleLeavesThePrintSceneFinite_data();
+    void anyScaleLeavesThePrintSceneFinite();
+    void itemWithoutASizeEndsInNoScene_data();
+    void itemWithoutASizeEndsInNoScene();
+    void itemThatThePrintSceneHoldsIsTakenSilently();
 
     // Any size
     void anySizeIsPaintedWithoutHarm_data();
@@ -265,6 +270,67 @@ void tst_ItemPrinting::pictureWithoutPixelsIsEmpty()
     const auto *pixmap = onlyPixmap(scene);
     QVERIFY(pixmap);
     QVERIFY(pixmap->pixmap().isNull());
+}
+
+void tst_ItemPrinting::anyScaleLeavesThePrintSceneFinite_data()
+{
+    QTest::addColumn<double>("scale");
+
+    for (const double scale : { notANumber, infinity, -infinity, 1e300, -1e300, 1e9, 0.0 })
+        QTest::addRow("%g", scale) << scale;
+}
+
+void tst_ItemPrinting::anyScaleLeavesThePrintSceneFinite()
+{
+    QFETCH(const double, scale);
+    QGraphicsScene scene;
+    Block block(QSizeF(100, 60));
+    block.setPos(10, 20);
+    QVERIFY(block.addItemToPrintScene(&scene, scale));
+    QVERIFY(onlyPixmap(scene));
+    QVERIFY(isFinite(scene.itemsBoundingRect()));
+    QVERIFY(isFinite(QRectF(onlyPixmap(scene)->pos(), QSizeF())));
+    QVERIFY(!block.scene());
+}
+
+void tst_ItemPrinting::itemWithoutASizeEndsInNoScene_data()
+{
+    QTest::addColumn<bool>("inAScene");
+    QTest::addColumn<bool>("inThePrintScene");
+
+    QTest::newRow("in no scene") << false << false;
+    QTest::newRow("in a scene") << true << false;
+    QTest::newRow("in the print scene") << true << true;
+}
+
+void tst_ItemPrinting::itemWithoutASizeEndsInNoScene()
+{
+    QFETCH(const bool, inAScene);
+    QFETCH(const bool, inThePrintScene);
+    QGraphicsScene page;
+    QGraphicsScene scene;
+    Block block(QSizeF(0, 0));
+    if (inAScene)
+        (inThePrintScene ? scene : page).addItem(&block);
+    QVERIFY(block.addItemToPrintScene(&scene, 2.0));
+    QVERIFY(!block.scene());
+    QVERIFY(page.items().isEmpty());
+    QVERIFY(onlyPixmap(scene));
+}
+
+void tst_ItemPrinting::itemThatThePrintSceneHoldsIsTakenSilently()
+{
+    // The scene would warn of an item that it holds already.
+    QGraphicsScene scene;
+    auto *block = new Block; // owned by the scene
+    scene.addItem(block);
+    block->setItemQFlags(QGraphicsItem::ItemIsSelectable);
+    block->setSelected(true);
+    QVERIFY(!block->addItemToPrintScene(&scene, 1.0));
+    QVERIFY(!block->addItemToPrintScene(&scene, 1.0));
+    QCOMPARE(block->scene(), &scene);
+    QCOMPARE(scene.items().size(), 1);
+    QVERIFY(!block->isSelected());
 }
 
 // Any size

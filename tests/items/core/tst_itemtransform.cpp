@@ -40,6 +40,9 @@ private Q_SLOTS:
     void rotatingKeepsTheCentreInTheScene_data();
     void rotatingKeepsTheCentreInTheScene();
     void rotatingAPlainItemDoesNotMoveIt();
+    void rotatingOutOfAnyTransformKeepsThePositionFinite_data();
+    void rotatingOutOfAnyTransformKeepsThePositionFinite();
+    void rotatingOutOfNoTransformAtAllKeepsThePosition();
     void unitTransformHasNoScale();
     void unitTransformKeepsTheTranslation();
     void unitTransformOfAZeroScaleIsFinite();
@@ -133,6 +136,49 @@ void tst_ItemTransform::rotatingAPlainItemDoesNotMoveIt()
         block->setItemRotation(degrees);
         QVERIFY(areNear(block->pos(), QPointF(10, 20)));
     }
+}
+
+void tst_ItemTransform::rotatingOutOfAnyTransformKeepsThePositionFinite_data()
+{
+    QTest::addColumn<QVariantList>("before");
+    QTest::addColumn<QPointF>("position");
+
+    // A block of 100 × 60 at (10, 20). Where its centre (50, 30) was at infinity, there is nothing to keep:
+    // the item stays.
+    QTest::newRow("centre at infinity")
+        << QVariantList { 1.0, 0.0, -0.02, 0.0, 1.0, 0.0, 0.0, 0.0 } << QPointF(10, 20);
+    QTest::newRow("vertically at infinity")
+        << QVariantList { 1.0, 0.0, 0.0, 0.0, 1.0, -1.0 / 30.0, 0.0, 0.0 } << QPointF(10, 20);
+    // All points lay on the position, and so does the centre now.
+    QTest::newRow("everything on one point") << QVariantList(8, 0.0) << QPointF(-40, -10);
+    // 1 - 0.01 × 50 = 0.5: the centre was at (100, 60) of the item.
+    QTest::newRow("perspective") << QVariantList { 1.0, 0.0, -0.01, 0.0, 1.0, 0.0, 0.0, 0.0 }
+                                 << QPointF(60, 50);
+}
+
+void tst_ItemTransform::rotatingOutOfAnyTransformKeepsThePositionFinite()
+{
+    QFETCH(const QVariantList, before);
+    QFETCH(const QPointF, position);
+    for (const double degrees : { 0.0, 30.0, notANumber }) {
+        Block block(QSizeF(100, 60));
+        block.setPos(10, 20);
+        block.setItemTransformFromList(before);
+        QCOMPARE(block.getItemTransform(), before);
+        block.setItemRotation(degrees);
+        QVERIFY(areNear(block.pos(), position));
+    }
+}
+
+void tst_ItemTransform::rotatingOutOfNoTransformAtAllKeepsThePosition()
+{
+    // A matrix of nothing but zeros has no point for the centre.
+    Block block(QSizeF(100, 60));
+    block.setPos(10, 20);
+    block.setTransform(QTransform(0, 0, 0, 0, 0, 0, 0, 0, 0));
+    block.setItemRotation(30);
+    QCOMPARE(block.pos(), QPointF(10, 20));
+    QVERIFY(block.transform().isAffine());
 }
 
 void tst_ItemTransform::unitTransformHasNoScale()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/colours.h"
 #include "tests/support/fillableshape.h"
+#include "tests/support/oddnumbers.h"
 #include "tests/support/scenes.h"
 
 #include <QGraphicsPixmapItem>
@@ -94,6 +95,8 @@ private Q_SLOTS:
 
     // Print scene
     void printSceneTakesThePreparedImage();
+    void printSceneStaysFiniteAtAnyScale_data();
+    void printSceneStaysFiniteAtAnyScale();
     void printSceneTakesTheItemWithoutPreparedImage_data();
     void printSceneTakesTheItemWithoutPreparedImage();
     void printSceneTakesAPictureAtOtherScales();
@@ -337,6 +340,27 @@ void tst_PartialColor::printSceneTakesThePreparedImage()
     QVERIFY(pixmap->flags() & QGraphicsItem::ItemStacksBehindParent);
     QVERIFY(!shape->scene());
     QVERIFY(!shape->getPreprintedImage().isNull());
+}
+
+void tst_PartialColor::printSceneStaysFiniteAtAnyScale_data()
+{
+    QTest::addColumn<double>("scale");
+
+    for (const auto &[name, value] : oddNumbers)
+        QTest::newRow(name) << value;
+    QTest::newRow("1e300") << 1e300;
+}
+
+void tst_PartialColor::printSceneStaysFiniteAtAnyScale()
+{
+    QFETCH(const double, scale);
+    const std::unique_ptr<FillableShape> shape = shapeWithPrintImage();
+    shape->setTransform(QTransform(0.0, 1.0, -1.0, 0.0, 30.0, 40.0));
+    shape->setPos(5.0, 0.0);
+    QGraphicsScene scene;
+    QVERIFY(shape->addItemToPrintScene(&scene, scale));
+    QVERIFY(onlyPixmap(scene));
+    QVERIFY(isFinite(scene.itemsBoundingRect()));
 }
 
 void tst_PartialColor::printSceneTakesTheItemWithoutPreparedImage_data()
