@@ -25,6 +25,7 @@ private Q_SLOTS:
 
     // Copying
     void copyCarriesTheFillButNoPrintState();
+    void copyCarriesTheDefaultsOfPrintingToo();
     void copyRebuildsTheBrushOfAnEqualFill_data();
     void copyRebuildsTheBrushOfAnEqualFill();
     void copyToAPlainItemCopiesTheRest();
@@ -62,6 +63,29 @@ void tst_FillPersistence::copyCarriesTheFillButNoPrintState()
     QVERIFY(!source.partialColorRender().isNull());
     QVERIFY(target.partialColorRender().isNull());
     compareStops(target.getItemBrush(), { { 0.0, yellow }, { 0.5, red } });
+}
+
+void tst_FillPersistence::copyCarriesTheDefaultsOfPrintingToo()
+{
+    FillableShape target;
+    target.setSceneBackgroundColor(yellow);
+    target.setPrintScaling(2.0);
+    target.setPrintDitherMethod(Qt::MonoOnly | Qt::ThresholdDither);
+    target.setItemFillColor(red);
+    target.setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    compareStops(target.getItemBrush(), { { 0.0, yellow }, { 1.0, red } });
+
+    FillableShape source;
+    source.setItemFillColor(red);
+    source.setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.getSceneBackgroundColor(), transparent);
+    QCOMPARE(target.getScaling(), 1.0);
+    QCOMPARE(target.getPrintDitherMethod(), Qt::MonoOnly | Qt::DiffuseAlphaDither);
+    // The brush is built from them: white to red over the height of 100.
+    compareStops(target.getItemBrush(), { { 0.0, white }, { 1.0, red } });
+    const QBrush brush = target.getItemBrush();
+    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 100));
 }
 
 void tst_FillPersistence::copyRebuildsTheBrushOfAnEqualFill_data()
