@@ -117,6 +117,8 @@ private Q_SLOTS:
     void noChangeBrushStyleLeavesTheBrush();
     void penLimitFollowsTheLoadedSize_data();
     void penLimitFollowsTheLoadedSize();
+    void stylesThatNobodyKnowsAreKeptAndPaintNothing_data();
+    void stylesThatNobodyKnowsAreKeptAndPaintNothing();
     void rectangleIsLaidOutAfterApplyingAMap();
     void unusableValuesAreSkipped_data();
     void unusableValuesAreSkipped();
@@ -436,6 +438,35 @@ void tst_ItemPropertyMap::penLimitFollowsTheLoadedSize()
     QCOMPARE(int(rectangle.getItemPenWidth()), penWidth);
     QTEST(rectangle.getItemPen().width(), "paintedWidth");
     QTEST(rectangle.rect(), "rect");
+}
+
+void tst_ItemPropertyMap::stylesThatNobodyKnowsAreKeptAndPaintNothing_data()
+{
+    QTest::addColumn<int>("number");
+
+    for (const int number : { 7, 0xFF, 0x1C0, 0x7FFF, 0x8000, 0xFFFF })
+        QTest::addRow("%d", number) << number;
+}
+
+void tst_ItemPropertyMap::stylesThatNobodyKnowsAreKeptAndPaintNothing()
+{
+    QFETCH(const int, number);
+    RectangleItem rectangle;
+    applyMap(rectangle,
+        { { u"itemPenStyle"_s, number }, { u"itemPenCapStyle"_s, number },
+            { u"itemPenJoinStyle"_s, number } });
+    QCOMPARE(rectangle.getItemPen().style(), Qt::NoPen);
+    const QVariantMap map = rectangle.saveItemToJSON();
+    QCOMPARE(map.value(u"itemPenStyle"_s).toInt(), number);
+    QCOMPARE(map.value(u"itemPenCapStyle"_s).toInt(), 0);
+    QCOMPARE(map.value(u"itemPenJoinStyle"_s).toInt(), number);
+    QVERIFY(isFinite(Scenes::boundsAfterPainting(rectangle)));
+
+    RectangleItem outlined;
+    applyMap(outlined, { { u"itemPenCapStyle"_s, number }, { u"itemPenJoinStyle"_s, number } });
+    QCOMPARE(outlined.getItemPen().style(), Qt::SolidLine);
+    QCOMPARE(outlined.getItemPen().capStyle(), Qt::FlatCap);
+    QCOMPARE(outlined.getItemPen().joinStyle(), Qt::RoundJoin);
 }
 
 void tst_ItemPropertyMap::rectangleIsLaidOutAfterApplyingAMap()

@@ -119,6 +119,20 @@ public:
     int callsBeforeLastPenUpdate = 0;
 };
 
+/// Numbers that are no style, join or cap, in and out of what their enumerations can hold.
+QByteArrayList unknownNumbers()
+{
+    return { "00000007"_ba, "000000ff"_ba, "000001c0"_ba, "7fffffff"_ba, "80000000"_ba, "ffffffff"_ba };
+}
+
+void addUnknownNumbers()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    for (const QByteArray &number : unknownNumbers())
+        QTest::newRow(number.constData()) << number;
+}
+
 } // namespace
 
 class tst_ItemRecord : public QObject
@@ -155,6 +169,12 @@ private Q_SLOTS:
     void penValuesAreLimitedLikeThoseOfTheSetters();
     void stylesThatNobodyKnowsArePaintedWithoutHarm_data();
     void stylesThatNobodyKnowsArePaintedWithoutHarm();
+    void penStylesThatNobodyKnowsPaintNoOutline_data();
+    void penStylesThatNobodyKnowsPaintNoOutline();
+    void joinsThatNobodyKnowsAreRound_data();
+    void joinsThatNobodyKnowsAreRound();
+    void capsThatNobodyKnowsAreFlat_data();
+    void capsThatNobodyKnowsAreFlat();
 };
 
 // Writing
@@ -476,9 +496,7 @@ void tst_ItemRecord::stylesThatNobodyKnowsArePaintedWithoutHarm_data()
     QTest::addColumn<int>("offset");
     QTest::addColumn<QByteArray>("bytes");
 
-    const QByteArray numbers[]
-        = { "00000007"_ba, "000000ff"_ba, "000001c0"_ba, "7fffffff"_ba, "80000000"_ba, "ffffffff"_ba };
-    for (const QByteArray &number : numbers) {
+    for (const QByteArray &number : unknownNumbers()) {
         QTest::addRow("pen style %s", number.constData()) << Offset::penStyle << number;
         QTest::addRow("join style %s", number.constData()) << Offset::joinStyle << number;
     }
@@ -492,6 +510,48 @@ void tst_ItemRecord::stylesThatNobodyKnowsArePaintedWithoutHarm()
     QCOMPARE(load(rectangle, patched(newRectangle, offset, bytes)).status, QDataStream::Ok);
     QVERIFY(isFinite(Scenes::boundsAfterPainting(rectangle)));
     QCOMPARE(saved(rectangle).mid(offset, 4).toHex(), bytes);
+}
+
+void tst_ItemRecord::penStylesThatNobodyKnowsPaintNoOutline_data()
+{
+    addUnknownNumbers();
+}
+
+void tst_ItemRecord::penStylesThatNobodyKnowsPaintNoOutline()
+{
+    QFETCH(const QByteArray, bytes);
+    RectangleItem rectangle;
+    QCOMPARE(load(rectangle, patched(newRectangle, Offset::penStyle, bytes)).status, QDataStream::Ok);
+    QCOMPARE(rectangle.getItemPen().style(), Qt::NoPen);
+    QCOMPARE(rectangle.rect(), QRectF(0, 0, 100, 100));
+}
+
+void tst_ItemRecord::joinsThatNobodyKnowsAreRound_data()
+{
+    addUnknownNumbers();
+}
+
+void tst_ItemRecord::joinsThatNobodyKnowsAreRound()
+{
+    QFETCH(const QByteArray, bytes);
+    RectangleItem rectangle;
+    QCOMPARE(load(rectangle, patched(newRectangle, Offset::joinStyle, bytes)).status, QDataStream::Ok);
+    QCOMPARE(rectangle.getItemPen().joinStyle(), Qt::RoundJoin);
+}
+
+void tst_ItemRecord::capsThatNobodyKnowsAreFlat_data()
+{
+    addUnknownNumbers();
+}
+
+void tst_ItemRecord::capsThatNobodyKnowsAreFlat()
+{
+    QFETCH(const QByteArray, bytes);
+    RectangleItem rectangle;
+    QCOMPARE(load(rectangle, patched(newRectangle, Offset::capStyle, bytes)).status, QDataStream::Ok);
+    QCOMPARE(rectangle.getItemPenCapStyle(), Qt::FlatCap);
+    QCOMPARE(rectangle.getItemPen().capStyle(), Qt::FlatCap);
+    QCOMPARE(saved(rectangle).mid(Offset::capStyle, 4).toHex(), QByteArray("00000000"));
 }
 
 QTEST_MAIN(tst_ItemRecord)
