@@ -2,8 +2,10 @@
 #include "items/shapes/rectangleitem.h"
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
+#include "tests/support/resizing.h"
 #include "tests/support/standins.h"
 
+#include <QElapsedTimer>
 #include <QLinearGradient>
 #include <QMetaProperty>
 #include <QPainterPath>
@@ -22,17 +24,6 @@ QPainterPath pathOf(const QRectF &rect)
     QPainterPath path;
     path.addRect(rect);
     return path;
-}
-
-QSizeF resized(RectangleItem &item, int parameters, const QSizeF &size)
-{
-    if (parameters == 1)
-        item.setItemSize(size);
-    else if (parameters == 3)
-        item.setItemSize(size, false, false);
-    else
-        item.setItemSize(size, false, 1, 1, 1000, 1000, false, false);
-    return item.getItemSize();
 }
 
 } // namespace
@@ -64,6 +55,8 @@ private Q_SLOTS:
     void outlineIsPaintedInside();
     void unknownStylesArePaintedAsNothing_data();
     void unknownStylesArePaintedAsNothing();
+    void hugeDottedOutlineIsPaintedInTime_data();
+    void hugeDottedOutlineIsPaintedInTime();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
     void frameIsDrawnAtTopLevelAndInLayers_data();
@@ -170,11 +163,7 @@ void tst_RectangleItem::outlineLiesInsideTheSize()
 
 void tst_RectangleItem::everyResizeLaysTheRectangleOut_data()
 {
-    QTest::addColumn<int>("parameters");
-
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    Resizing::addRows();
 }
 
 void tst_RectangleItem::everyResizeLaysTheRectangleOut()
@@ -183,7 +172,8 @@ void tst_RectangleItem::everyResizeLaysTheRectangleOut()
     RectangleItem item;
     item.setItemFillColor(red);
     item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    QCOMPARE(resized(item, parameters, QSizeF(200, 50)), QSizeF(200, 50));
+    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
+    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 199, 49));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
     QCOMPARE(item.getItemScaleX(), 1.0);
@@ -337,14 +327,47 @@ void tst_RectangleItem::unknownStylesArePaintedAsNothing()
     RectangleItem item;
     item.setItemPenColor(red);
     item.setItemPenWidth(4);
-    item.setItemPenStyle(static_cast<Qt::PenStyle>(style));
+    item.setItemPenStyleInt(static_cast<ushort>(style));
+    item.updateItemPen();
     QCOMPARE(coloursOf(Images::painted(item, { 100, 100 })), QSet<QRgb> { whitePixel });
-    QCOMPARE(int(item.getItemPenStyle()), style);
+    QCOMPARE(item.getItemPenStyleInt(), static_cast<ushort>(style));
 
     item.setItemFillColor(blue);
     item.setItemBrushStyle(static_cast<MobraTypes::BrushStyle>(style));
     QCOMPARE(coloursOf(Images::painted(item, { 100, 100 })), QSet<QRgb> { whitePixel });
     QCOMPARE(int(item.getItemBrushStyle()), style);
+}
+
+void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime_data()
+{
+    QTest::addColumn<int>("penWidth");
+    QTest::addColumn<Qt::PenStyle>("painted");
+
+    QTest::newRow("dotted with the most dashes") << 10 << Qt::DotLine;
+}
+
+void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime()
+{
+    QFETCH(const int, penWidth);
+    QFETCH(const Qt::PenStyle, painted);
+    RectangleItem item;
+    item.setItemSize(QSizeF(1e5, 1e5));
+    item.setItemPenStyle(Qt::DotLine);
+    item.setItemPenWidth(static_cast<ushort>(penWidth));
+    QCOMPARE(item.getItemPen().style(), painted);
+
+    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(50, 50);
+    painter.rotate(10);
+    const QStyleOptionGraphicsItem option;
+    QElapsedTimer timer;
+    timer.start();
+    item.paint(&painter, &option, nullptr);
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(Images::coloursOf(image).contains(blackPixel));
 }
 
 void tst_RectangleItem::mirrorsTurnThePicture_data()

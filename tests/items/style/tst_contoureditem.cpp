@@ -3,6 +3,7 @@
 #include "tests/support/colours.h"
 #include "tests/support/contouredshape.h"
 #include "tests/support/itemrecords.h"
+#include "tests/support/resizing.h"
 #include "tests/support/standins.h"
 
 #include <QPen>
@@ -40,6 +41,11 @@ private Q_SLOTS:
     void widthIsClampedTo72();
     void noWidthOrNoStyleGivesNoPen_data();
     void noWidthOrNoStyleGivesNoPen();
+    void outlineOfTooManyDashesIsSolid_data();
+    void outlineOfTooManyDashesIsSolid();
+    void stylesOutsideTheirEnumerationsAreKept_data();
+    void stylesOutsideTheirEnumerationsAreKept();
+    void stylesOutsideTheirEnumerationsAreCopied();
     void equalValuesChangeNothing();
     void colourIsPatchedIntoThePen();
     void capIsFlatOrRoundAndPatchedIntoThePen_data();
@@ -125,11 +131,7 @@ void tst_ContouredItem::penIsLimitedToHalfTheSmallerSide()
 
 void tst_ContouredItem::everyResizeRebuildsThePen_data()
 {
-    QTest::addColumn<int>("parameters");
-
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    Resizing::addRows();
 }
 
 void tst_ContouredItem::everyResizeRebuildsThePen()
@@ -141,15 +143,7 @@ void tst_ContouredItem::everyResizeRebuildsThePen()
     QCOMPARE(shape.getItemPen().widthF(), 3.0);
     shape.calls.clear();
 
-    const QSizeF grown(20, 20);
-    bool changed = false;
-    if (parameters == 1)
-        changed = shape.setItemSize(grown);
-    else if (parameters == 3)
-        changed = shape.setItemSize(grown, false, false);
-    else
-        changed = shape.setItemSize(grown, false, 1, 1, 100, 100, false, false);
-    QVERIFY(changed);
+    QVERIFY(Resizing::resize(shape, parameters, QSizeF(20, 20)));
     QCOMPARE(shape.getItemPen().widthF(), 5.0);
     QCOMPARE(shape.calls, QStringList { u"update"_s });
 }
@@ -210,6 +204,82 @@ void tst_ContouredItem::noWidthOrNoStyleGivesNoPen()
     QCOMPARE(shape.getItemPen().widthF(), 0.0);
     QCOMPARE(int(shape.getItemPenWidth()), width);
     QCOMPARE(shape.getItemPenStyle(), style);
+}
+
+void tst_ContouredItem::outlineOfTooManyDashesIsSolid_data()
+{
+    QTest::addColumn<Qt::PenStyle>("style");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<bool>("dashed");
+
+    for (const auto style :
+        { Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine, Qt::CustomDashLine }) {
+        QTest::addRow("style %d at the limit", int(style)) << style << 1 << QSizeF(10000, 10000) << true;
+        QTest::addRow("style %d beyond it", int(style)) << style << 1 << QSizeF(10000, 10001) << false;
+        QTest::addRow("style %d, wide, at the limit", int(style)) << style << 5 << QSizeF(99990, 10) << true;
+        QTest::addRow("style %d, wide, beyond it", int(style)) << style << 5 << QSizeF(99991, 10) << false;
+    }
+    // The pen of 72 is painted as one of 2, which is what counts.
+    QTest::newRow("limited pen at the limit") << Qt::DotLine << 72 << QSizeF(2, 39998) << true;
+    QTest::newRow("limited pen beyond it") << Qt::DotLine << 72 << QSizeF(2, 39999) << false;
+}
+
+void tst_ContouredItem::outlineOfTooManyDashesIsSolid()
+{
+    QFETCH(const Qt::PenStyle, style);
+    QFETCH(const int, width);
+    QFETCH(const QSizeF, size);
+    QFETCH(const bool, dashed);
+    ContouredShape shape;
+    shape.setItemPenStyle(style);
+    shape.setItemPenWidth(static_cast<ushort>(width));
+    shape.setItemSize(size);
+    QCOMPARE(shape.getItemPen().style(), dashed ? style : Qt::SolidLine);
+    QCOMPARE(shape.getItemPenStyle(), style);
+    // The dashes come back with a smaller size.
+    shape.setItemSize(QSizeF(100, 100));
+    QCOMPARE(shape.getItemPen().style(), style);
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreKept_data()
+{
+    QTest::addColumn<int>("number");
+
+    for (const int number : { 0x200, 0x0FFF, 0x8000, 0xFFFF })
+        QTest::addRow("%d", number) << number;
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreKept()
+{
+    QFETCH(const int, number);
+    const auto style = static_cast<ushort>(number);
+    ContouredShape shape;
+    shape.setItemPenStyleInt(style);
+    shape.setItemPenCapStyleInt(style);
+    shape.setItemPenJoinStyleInt(style);
+    shape.updateItemPen();
+    QCOMPARE(shape.getItemPenStyleInt(), style);
+    QCOMPARE(shape.getItemPenCapStyleInt(), ushort(0));
+    QCOMPARE(shape.getItemPenJoinStyleInt(), style);
+    QCOMPARE(shape.getItemPen().style(), Qt::NoPen);
+
+    shape.setItemPenStyleInt(ushort(Qt::DashLine));
+    QCOMPARE(shape.getItemPen().style(), Qt::DashLine);
+    QCOMPARE(shape.getItemPen().capStyle(), Qt::FlatCap);
+    QCOMPARE(shape.getItemPen().joinStyle(), Qt::RoundJoin);
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreCopied()
+{
+    ContouredShape source;
+    source.setItemPenStyleInt(0x8001);
+    source.setItemPenJoinStyleInt(0x8002);
+    ContouredShape target;
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.getItemPenStyleInt(), ushort(0x8001));
+    QCOMPARE(target.getItemPenJoinStyleInt(), ushort(0x8002));
+    QCOMPARE(target.getItemPen().style(), Qt::NoPen);
 }
 
 void tst_ContouredItem::equalValuesChangeNothing()

@@ -2,6 +2,7 @@
 #include "tests/support/colours.h"
 #include "tests/support/fillableshape.h"
 #include "tests/support/gradients.h"
+#include "tests/support/resizing.h"
 
 #include <QBrush>
 #include <QConicalGradient>
@@ -15,6 +16,21 @@ using namespace Colours;
 using Gradients::compareStops;
 using Images::imageOf;
 using MobraTypes::BrushStyle;
+
+namespace {
+
+/// The brush of a red gradient within the bounds, at a print scaling.
+QBrush redGradientOver(const QRectF &bounds, double scaling, BrushStyle style)
+{
+    FillableShape shape;
+    shape.setBounds(bounds);
+    shape.setPrintScaling(scaling);
+    shape.setItemFillColor(red);
+    shape.setItemBrushStyle(style);
+    return shape.getItemBrush();
+}
+
+} // namespace
 
 class tst_FillBrush : public QObject
 {
@@ -172,13 +188,7 @@ void tst_FillBrush::linearGradientRunsFromTopToBottom()
 {
     QFETCH(const QRectF, bounds);
     QFETCH(const double, scaling);
-    FillableShape shape;
-    shape.setBounds(bounds);
-    shape.setPrintScaling(scaling);
-    shape.setItemFillColor(red);
-    shape.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-
-    const QBrush brush = shape.getItemBrush();
+    const QBrush brush = redGradientOver(bounds, scaling, MobraTypes::BrushLinearGradient);
     QCOMPARE(brush.style(), Qt::LinearGradientPattern);
     const auto *gradient = static_cast<const QLinearGradient *>(brush.gradient());
     QTEST(gradient->start(), "start");
@@ -207,13 +217,7 @@ void tst_FillBrush::radialGradientReflectsAboutTheCentre()
 {
     QFETCH(const QRectF, bounds);
     QFETCH(const double, scaling);
-    FillableShape shape;
-    shape.setBounds(bounds);
-    shape.setPrintScaling(scaling);
-    shape.setItemFillColor(red);
-    shape.setItemBrushStyle(MobraTypes::BrushRadialGradient);
-
-    const QBrush brush = shape.getItemBrush();
+    const QBrush brush = redGradientOver(bounds, scaling, MobraTypes::BrushRadialGradient);
     QCOMPARE(brush.style(), Qt::RadialGradientPattern);
     const auto *gradient = static_cast<const QRadialGradient *>(brush.gradient());
     QTEST(gradient->center(), "centre");
@@ -226,13 +230,7 @@ void tst_FillBrush::radialGradientReflectsAboutTheCentre()
 void tst_FillBrush::conicalGradientTurnsAboutTheOrigin()
 {
     for (const double scaling : { 1.0, 2.0 }) {
-        FillableShape shape;
-        shape.setBounds(QRectF(3, 5, 40, 20));
-        shape.setPrintScaling(scaling);
-        shape.setItemFillColor(red);
-        shape.setItemBrushStyle(MobraTypes::BrushConicalGradient);
-
-        const QBrush brush = shape.getItemBrush();
+        const QBrush brush = redGradientOver(QRectF(3, 5, 40, 20), scaling, MobraTypes::BrushConicalGradient);
         QCOMPARE(brush.style(), Qt::ConicalGradientPattern);
         const auto *gradient = static_cast<const QConicalGradient *>(brush.gradient());
         QCOMPARE(gradient->center(), QPointF(0, 0));
@@ -403,11 +401,7 @@ void tst_FillBrush::accessorsKeepWhatTheyAreGiven()
 
 void tst_FillBrush::everyResizeRebuildsTheBrush_data()
 {
-    QTest::addColumn<int>("parameters");
-
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    Resizing::addRows();
 }
 
 void tst_FillBrush::everyResizeRebuildsTheBrush()
@@ -417,15 +411,7 @@ void tst_FillBrush::everyResizeRebuildsTheBrush()
     shape.setItemFillColor(red);
     shape.setItemBrushStyle(MobraTypes::BrushLinearGradient);
 
-    const QSizeF grown(200, 250);
-    bool changed = false;
-    if (parameters == 1)
-        changed = shape.setItemSize(grown);
-    else if (parameters == 3)
-        changed = shape.setItemSize(grown, false, false);
-    else
-        changed = shape.setItemSize(grown, false, 1, 1, 300, 300, false, false);
-    QVERIFY(changed);
+    QVERIFY(Resizing::resize(shape, parameters, QSizeF(200, 250)));
     const QBrush brush = shape.getItemBrush();
     QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 250));
 }
