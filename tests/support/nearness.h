@@ -4,8 +4,7 @@
 #include <QDebug>
 #include <QPointF>
 
-/// Comparing results of floating-point geometry, whose last digits nobody promises.
-
+/// Whether two points are equal but for the last digits, which nobody promises of floating-point geometry.
 [[nodiscard]] inline bool areNear(QPointF a, QPointF b)
 {
     if ((a - b).manhattanLength() <= 1e-9)
