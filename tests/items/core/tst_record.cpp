@@ -280,10 +280,10 @@ void tst_Record::coloursOfAnyBytesAreReadAsByTheOperators()
     QRandomGenerator random(4);
     constexpr int colorAt = 39;
     constexpr int padAt = colorAt + 9;
-    for (int spec = 0; spec <= 0xFF; ++spec) {
+    for (int kind = 0; kind <= 0xFF; ++kind) {
         for (const char *pad : { "0000", "0001", "0100", "ffff" }) {
             QByteArray bytes = randomBytes(random, widthOfFields);
-            bytes[colorAt] = char(spec);
+            bytes[colorAt] = char(kind);
             bytes.replace(padAt, 2, QByteArray::fromHex(pad));
             QVERIFY2(readAsARecord(bytes) == readByOperators(bytes), bytes.toHex().constData());
         }
