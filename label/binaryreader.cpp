@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/binaryreader.h"
 
+#include "items/core/record.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "label/documentrules.h"
@@ -65,7 +66,7 @@ template <typename T> bool BinaryReader::readValue(T &value, const QString &poin
 {
     const qint64 start = m_stream.device()->pos();
     m_offsets.insert(pointer, start);
-    m_stream >> value;
+    Record::readField(m_stream, value);
     return isWhole(start);
 }
 

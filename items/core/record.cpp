@@ -18,7 +18,7 @@ constexpr char rgbSpec = 1;
 void Codec<QColor>::put(char *to, const QColor &value)
 {
     const QRgba64 rgba = value.rgba64();
-    if (value.spec() == QColor::Rgb && value == QColor(rgba)) {
+    if (value == QColor(rgba)) { // not so for any other kind of colour
         *to = rgbSpec;
         qToBigEndian(rgba.alpha(), to + 1);
         qToBigEndian(rgba.red(), to + 3);
@@ -40,6 +40,29 @@ bool Codec<QColor>::get(const char *from, QColor &value)
         return false;
     value = QColor(QRgba64::fromRgba64(part(3), part(5), part(7), part(1)));
     return true;
+}
+
+void readField(QDataStream &stream, QColor &value)
+{
+    if (stream.version() < QDataStream::Qt_4_0) {
+        stream >> value;
+        return;
+    }
+    qint8 spec;
+    std::array<quint16, 5> parts;
+    stream >> spec;
+    for (quint16 &part : parts)
+        stream >> part;
+    value = QColor();
+    if (spec < QColor::Invalid || spec > QColor::ExtendedRgb)
+        return;
+    QByteArray bytes;
+    QDataStream known(&bytes, QIODevice::ReadWrite);
+    known << spec;
+    for (const quint16 part : parts)
+        known << part;
+    known.device()->seek(0);
+    known >> value;
 }
 
 } // namespace Record

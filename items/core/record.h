@@ -84,12 +84,22 @@ template <typename... Fields> void write(QDataStream &stream, const Fields &...f
     stream.writeRawData(bytes.data(), int(bytes.size()));
 }
 
+/// One field by the stream's own operator.
+template <typename Field> void readField(QDataStream &stream, Field &value)
+{
+    stream >> value;
+}
+
+/// The same, except that a kind of colour that Qt does not know becomes an invalid colour: Qt keeps its
+/// number, and asking such a colour for anything is undefined.
+VX_EXPORT void readField(QDataStream &stream, QColor &value);
+
 /// Reads the fields, a tuple of references, from the stream. Fields that a short or failed stream does not
 /// hold become 0, false or an invalid colour, as with the operators.
 template <typename... Fields> void read(QDataStream &stream, std::tuple<Fields &...> fields)
 {
     const auto byOperators = [&fields](QDataStream &from) {
-        std::apply([&from](Fields &...field) { (from >> ... >> field); }, fields);
+        std::apply([&from](Fields &...field) { (readField(from, field), ...); }, fields);
     };
     if (!isPlain(stream)) {
         byOperators(stream);
