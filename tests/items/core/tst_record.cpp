@@ -296,11 +296,14 @@ void tst_Record::coloursOfAnyBytesAreReadAsByTheOperators()
     QRandomGenerator random(4);
     constexpr int colorAt = 39;
     constexpr int padAt = colorAt + 9;
+    constexpr int otherColorAt = colorAt + 12;
     for (int kind = 0; kind <= 0xFF; ++kind) {
         for (const char *pad : { "0000", "0001", "0100", "ffff" }) {
             QByteArray bytes = randomBytes(random, widthOfFields);
             bytes[colorAt] = char(kind);
             bytes.replace(padAt, 2, QByteArray::fromHex(pad));
+            // One unusual colour sends a whole record to the operators: the other one is plain.
+            bytes.replace(otherColorAt, 11, QByteArray::fromHex("01ffff1234567890ab0000"));
             QVERIFY2(
                 readAsARecord(bytes) == readByOperators(withKnownColors(bytes)), bytes.toHex().constData());
         }
