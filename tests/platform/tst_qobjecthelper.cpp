@@ -50,6 +50,20 @@ public:
     QStringList log;
 };
 
+/// Declares a property of its base again, with another type and its own storage.
+class Redeclaring : public Base
+{
+    Q_OBJECT
+    Q_PROPERTY(QString ratio READ text WRITE setText)
+
+public:
+    [[nodiscard]] QString text() const { return m_text; }
+    void setText(const QString &text) { m_text = text; }
+
+private:
+    QString m_text = u"one to two"_s;
+};
+
 } // namespace
 
 class tst_QObjectHelper : public QObject
@@ -63,6 +77,10 @@ private Q_SLOTS:
     void mapValuesKeepTheirDeclaredTypes();
     void ignoredPropertiesAreLeftOut();
     void emptyIgnoreListKeepsTheObjectName();
+    void ignoreListsOfOneClassMayAlternate();
+    void ignoreListOfOneClassLeavesAnotherAlone();
+    void ignoredPropertiesAreWrittenAllTheSame();
+    void redeclaredPropertyIsThatOfTheDerivedClass();
     void valuesOfTheSameTypeAreWritten();
     void valuesOfOtherTypesAreConverted_data();
     void valuesOfOtherTypesAreConverted();
@@ -115,6 +133,56 @@ void tst_QObjectHelper::emptyIgnoreListKeepsTheObjectName()
     Subject subject;
     subject.setObjectName(u"Otto"_s);
     QCOMPARE(QObjectHelper::qobject2qvariant(&subject, {}).value(u"objectName"_s), QVariant(u"Otto"_s));
+}
+
+void tst_QObjectHelper::ignoreListsOfOneClassMayAlternate()
+{
+    const Subject subject;
+    for (int turn = 0; turn < 3; ++turn) {
+        const QVariantMap withoutCount = QObjectHelper::qobject2qvariant(&subject, { u"count"_s });
+        QVERIFY(!withoutCount.contains(u"count"_s));
+        QVERIFY(withoutCount.contains(u"ratio"_s));
+        QCOMPARE(withoutCount.size(), 11);
+        const QVariantMap withoutRatio
+            = QObjectHelper::qobject2qvariant(&subject, { u"ratio"_s, u"title"_s });
+        QVERIFY(withoutRatio.contains(u"count"_s));
+        QVERIFY(!withoutRatio.contains(u"ratio"_s));
+        QVERIFY(!withoutRatio.contains(u"title"_s));
+        QCOMPARE(withoutRatio.size(), 10);
+        QCOMPARE(QObjectHelper::qobject2qvariant(&subject, {}).size(), 12);
+    }
+}
+
+void tst_QObjectHelper::ignoreListOfOneClassLeavesAnotherAlone()
+{
+    const Subject subject;
+    const Base base;
+    QVERIFY(!QObjectHelper::qobject2qvariant(&subject, { u"ratio"_s }).contains(u"ratio"_s));
+    QCOMPARE(QObjectHelper::qobject2qvariant(&base).keys(), QStringList { u"ratio"_s });
+    QVERIFY(!QObjectHelper::qobject2qvariant(&subject, { u"ratio"_s }).contains(u"ratio"_s));
+}
+
+void tst_QObjectHelper::ignoredPropertiesAreWrittenAllTheSame()
+{
+    Subject subject;
+    QVERIFY(!QObjectHelper::qobject2qvariant(&subject, { u"count"_s }).contains(u"count"_s));
+    QObjectHelper::qvariant2qobject({ { u"count"_s, 12 } }, &subject);
+    QCOMPARE(subject.count, 12);
+}
+
+void tst_QObjectHelper::redeclaredPropertyIsThatOfTheDerivedClass()
+{
+    Redeclaring object;
+    const QVariantMap map = QObjectHelper::qobject2qvariant(&object);
+    QCOMPARE(map.keys(), QStringList { u"ratio"_s });
+    QCOMPARE(map.value(u"ratio"_s), QVariant(u"one to two"_s));
+
+    QObjectHelper::qvariant2qobject({ { u"ratio"_s, u"three to four"_s } }, &object);
+    QCOMPARE(object.text(), u"three to four"_s);
+    QCOMPARE(object.ratio, 0.5);
+    QObjectHelper::qvariant2qobject({ { u"ratio"_s, 0.25 } }, &object);
+    QCOMPARE(object.text(), u"0.25"_s);
+    QCOMPARE(object.ratio, 0.5);
 }
 
 void tst_QObjectHelper::valuesOfTheSameTypeAreWritten()

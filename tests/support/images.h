@@ -4,12 +4,49 @@
 #include <QDir>
 #include <QGraphicsItem>
 #include <QImage>
+#include <QList>
 #include <QPainter>
+#include <QSet>
 #include <QString>
 #include <QStyleOptionGraphicsItem>
 
+#include <utility>
+
 /// Drawing items into images and comparing the results.
 namespace Images {
+
+/// An image of the given rows of pixels.
+inline QImage imageOf(const QList<QList<QRgb>> &rows)
+{
+    QImage image(int(rows.first().size()), int(rows.size()), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, rows[y][x]);
+    }
+    return image;
+}
+
+/// White with coloured rectangles on it, later ones above earlier ones.
+inline QImage pictureOf(QSize size, const QList<std::pair<QRect, QColor>> &rectangles)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    for (const auto &[rect, colour] : rectangles)
+        painter.fillRect(rect, colour);
+    return image;
+}
+
+/// The pixels of an image, each value once.
+inline QSet<QRgb> coloursOf(const QImage &image)
+{
+    QSet<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colours.insert(image.pixel(x, y));
+    }
+    return colours;
+}
 
 /// What the item paints on white, as a view without antialiasing would ask it to.
 inline QImage painted(QGraphicsItem &item, QSize size, QStyle::State state = QStyle::State_None)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QRectF>
+#include <QTest>
 
 #include <cmath>
 #include <limits>
@@ -35,4 +36,17 @@ inline constexpr OddNumber oddNumbers[] = {
 {
     return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width())
         && std::isfinite(rect.height());
+}
+
+/// Adds one row for each odd number as the width, the height and both.
+inline void addOddSizes()
+{
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("height");
+
+    for (const auto &[name, side] : oddNumbers) {
+        QTest::addRow("width %s", name) << side << 50.0;
+        QTest::addRow("height %s", name) << 50.0 << side;
+        QTest::addRow("both %s", name) << side << side;
+    }
 }

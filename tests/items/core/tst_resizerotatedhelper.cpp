@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/resizerotatedhelper.h"
+#include "tests/support/oddnumbers.h"
 
 #include <QGraphicsRectItem>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +29,15 @@ bool isAt(const QGraphicsItem &item, QPointF position)
     return false;
 }
 
+/// Whether Qt can work with the item's place: an item that is not at a finite one is lost to its scene.
+bool isPlacedFinitely(const QGraphicsItem &item)
+{
+    const QTransform t = item.transform();
+    const std::array numbers { item.x(), item.y(), t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(),
+        t.m31(), t.m32(), t.m33() };
+    return std::ranges::all_of(numbers, [](double number) { return std::isfinite(number); });
+}
+
 } // namespace
 
 class tst_ResizeRotatedHelper : public QObject
@@ -41,6 +55,7 @@ private Q_SLOTS:
     void resizeKeepsTheItemInPlace();
     void resizeStoresTheTranslation();
     void resizeAtTheSameAngleAndScaleDoesNotMove();
+    void idleRefitsLeaveThePositionExactlyAsItWas();
     void resizeCompensatesRelativeToTheLastOne();
     void firstResizeInAGroupSubtractsTheWholeTranslation();
     void onlyTheFirstResizeInAGroupIsSpecial();
@@ -52,6 +67,10 @@ private Q_SLOTS:
     void ungroupingKeepsTheCoefficientsOnly();
     void ungroupingFromATemporaryGroupDoesNotMove();
     void temporaryGroupIsLeftOnce();
+    void anyArgumentKeepsTheItemFinite_data();
+    void anyArgumentKeepsTheItemFinite();
+    void anyCoefficientKeepsTheItemFinite_data();
+    void anyCoefficientKeepsTheItemFinite();
 };
 
 void tst_ResizeRotatedHelper::everythingStartsAtZero()
@@ -167,6 +186,21 @@ void tst_ResizeRotatedHelper::resizeAtTheSameAngleAndScaleDoesNotMove()
     // The translation does not depend on the scale.
     helper.updateTransformOnResize(&item, cx, cy, 90.0, 7.0, 0.5);
     QVERIFY(isAt(item, QPointF(-70, 40)));
+}
+
+void tst_ResizeRotatedHelper::idleRefitsLeaveThePositionExactlyAsItWas()
+{
+    for (const double angle : { 0.0, 30.0, 123.4 }) {
+        QGraphicsRectItem item;
+        item.setPos(0.1, 0.001);
+        ResizeRotatedHelper helper;
+        helper.updateTransformOnRotation(&item, cx, cy, angle, 0.1, 0.001);
+        for (int i = 0; i < 10'000; ++i)
+            helper.updateTransformOnResize(&item, cx, cy, angle, 0.1, 0.001);
+        // Compared exactly: QCOMPARE would allow for a drift.
+        QVERIFY(item.x() == 0.1);
+        QVERIFY(item.y() == 0.001);
+    }
 }
 
 void tst_ResizeRotatedHelper::resizeCompensatesRelativeToTheLastOne()
@@ -314,6 +348,69 @@ void tst_ResizeRotatedHelper::temporaryGroupIsLeftOnce()
     helper.fixPositionOnUngroup(&item);
     helper.fixPositionOnUngroup(&item);
     QCOMPARE(item.pos(), QPointF(920, 2020));
+}
+
+void tst_ResizeRotatedHelper::anyArgumentKeepsTheItemFinite_data()
+{
+    QTest::addColumn<int>("argument");
+    QTest::addColumn<double>("value");
+
+    const char *const arguments[] = { "cx", "cy", "angle", "horizontal scale", "vertical scale" };
+    for (int argument = 0; argument < int(std::size(arguments)); ++argument) {
+        for (const auto &[name, value] : oddNumbers)
+            QTest::addRow("%s %s", arguments[argument], name) << argument << value;
+    }
+}
+
+void tst_ResizeRotatedHelper::anyArgumentKeepsTheItemFinite()
+{
+    QFETCH(const int, argument);
+    QFETCH(const double, value);
+    std::array<double, 5> arguments { cx, cy, 30.0, 2.0, 3.0 };
+    arguments[std::size_t(argument)] = value;
+    const auto [x, y, angle, scaleX, scaleY] = arguments;
+    QGraphicsRectItem item;
+    item.setPos(10, 20);
+    ResizeRotatedHelper helper;
+    helper.updateTransformOnRotation(&item, x, y, angle, scaleX, scaleY);
+    QVERIFY(isPlacedFinitely(item));
+    QCOMPARE(item.pos(), QPointF(10, 20));
+    helper.itemWasJustAddedToGroup();
+    for (int resize = 0; resize < 2; ++resize) {
+        helper.updateTransformOnResize(&item, x, y, angle, scaleX, scaleY);
+        QVERIFY(isPlacedFinitely(item));
+        QVERIFY(std::isfinite(helper.getOldTransformCoefficientM31()));
+        QVERIFY(std::isfinite(helper.getOldTransformCoefficientM32()));
+    }
+    helper.fixPositionOnUngroup(&item);
+    QVERIFY(isPlacedFinitely(item));
+}
+
+void tst_ResizeRotatedHelper::anyCoefficientKeepsTheItemFinite_data()
+{
+    QTest::addColumn<double>("value");
+
+    for (const auto &[name, value] : oddNumbers)
+        QTest::newRow(name) << value;
+}
+
+void tst_ResizeRotatedHelper::anyCoefficientKeepsTheItemFinite()
+{
+    QFETCH(const double, value);
+    using Setter = void (ResizeRotatedHelper::*)(double);
+    for (const Setter set : { &ResizeRotatedHelper::setOldTransformCoefficientM31,
+             &ResizeRotatedHelper::setOldTransformCoefficientM32, &ResizeRotatedHelper::setPositionChangeOnX,
+             &ResizeRotatedHelper::setPositionChangeOnY }) {
+        QGraphicsRectItem item;
+        item.setPos(10, 20);
+        ResizeRotatedHelper helper;
+        (helper.*set)(value);
+        helper.fixPositionOnUngroup(&item);
+        QVERIFY(isPlacedFinitely(item));
+        (helper.*set)(value);
+        helper.updateTransformOnResize(&item, cx, cy, 30.0, 2.0, 3.0);
+        QVERIFY(isPlacedFinitely(item));
+    }
 }
 
 QTEST_MAIN(tst_ResizeRotatedHelper)

@@ -1,111 +1,29 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/rectangleitem.h"
+#include "tests/support/colours.h"
 #include "tests/support/images.h"
-#include "tests/support/itemrecords.h"
+#include "tests/support/resizing.h"
 #include "tests/support/standins.h"
 
-#include <QBitmap>
-#include <QGraphicsPixmapItem>
-#include <QGraphicsScene>
+#include <QElapsedTimer>
 #include <QLinearGradient>
 #include <QMetaProperty>
-#include <QPainter>
+#include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
 
-#include <limits>
-#include <memory>
-
 using namespace Qt::StringLiterals;
+using namespace Colours;
+using Images::coloursOf;
+using Images::pictureOf;
 
 namespace {
-
-const QColor red(255, 0, 0);
-const QColor blue(0, 0, 255);
-const QColor black(0, 0, 0);
-const QColor white(255, 255, 255);
-const QColor transparent(0, 0, 0, 0);
-
-constexpr QRgb blackPixel = 0xFF000000;
-constexpr QRgb whitePixel = 0xFFFFFFFF;
-constexpr QRgb clearPixel = 0x00000000;
 
 QPainterPath pathOf(const QRectF &rect)
 {
     QPainterPath path;
     path.addRect(rect);
     return path;
-}
-
-/// White with coloured rectangles on it, later ones above earlier ones.
-QImage pictureOf(QSize size, const QList<std::pair<QRect, QColor>> &rectangles)
-{
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    for (const auto &[rect, colour] : rectangles)
-        painter.fillRect(rect, colour);
-    return image;
-}
-
-/// The pixels of an image, each value once.
-QSet<QRgb> coloursOf(const QImage &image)
-{
-    QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colours.insert(image.pixel(x, y));
-    }
-    return colours;
-}
-
-/// The print image made step by step as it is defined, with nothing but Qt.
-QImage printImageStepByStep(RectangleItem &item)
-{
-    const double scaling = item.getScaling();
-    const double width = item.getItemWidth() * scaling;
-    const double height = item.getItemHeight() * scaling;
-    QPen pen = item.getItemPen();
-    const double penWidth = pen.widthF() * scaling;
-    pen.setWidthF(penWidth);
-    item.updateItemBrush();
-    const QRectF rect(penWidth / 2, penWidth / 2, width - penWidth, height - penWidth);
-
-    QImage image(qRound(width), qRound(height), QImage::Format_ARGB32_Premultiplied);
-    image.fill(whitePixel);
-    {
-        QPainter painter(&image);
-        painter.setPen(pen);
-        painter.setBrush(item.getItemBrush());
-        painter.drawRect(rect);
-    }
-    const QImage mono = image.convertToFormat(QImage::Format_Mono, item.getPrintDitherMethod());
-
-    image.fill(whitePixel);
-    {
-        QPainter painter(&image);
-        painter.setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
-        painter.setBrush(Qt::black);
-        painter.drawRect(rect);
-    }
-    const QBitmap mask = QBitmap::fromImage(image);
-
-    image.fill(clearPixel);
-    QPainter painter(&image);
-    painter.setClipRegion(QRegion(mask), Qt::ReplaceClip);
-    painter.drawImage(0, 0, mono);
-    return image;
-}
-
-QSizeF resized(RectangleItem &item, int parameters, const QSizeF &size)
-{
-    if (parameters == 1)
-        item.setItemSize(size);
-    else if (parameters == 3)
-        item.setItemSize(size, false, false);
-    else
-        item.setItemSize(size, false, 1, 1, 1000, 1000, false, false);
-    return item.getItemSize();
 }
 
 } // namespace
@@ -137,6 +55,8 @@ private Q_SLOTS:
     void outlineIsPaintedInside();
     void unknownStylesArePaintedAsNothing_data();
     void unknownStylesArePaintedAsNothing();
+    void hugeDottedOutlineIsPaintedInTime_data();
+    void hugeDottedOutlineIsPaintedInTime();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
     void frameIsDrawnAtTopLevelAndInLayers_data();
@@ -145,27 +65,6 @@ private Q_SLOTS:
     void negativeReductionNeverPrintsATransparentOutline_data();
     void negativeReductionNeverPrintsATransparentOutline();
     void negativeReductionOfTheItemFollowsItsOutline();
-    void copyIsEqual();
-    void copyOfAnUntouchedRectangleIsEqual();
-    void recordLoadsLayTheRectangleOut();
-    void mapHoldsTheProperties();
-    void mapLoadsLayTheRectangleOut();
-    void mapLoadsLimitThePenToTheNewSize();
-    void emptyMapMovesToThePendingPosition();
-    void mapWithOneCoordinateTakesThePendingOther();
-    void mapWithUnknownKeysIsAppliedInPart();
-    void mapDropsTheTransparencyOfTheFill();
-    void printImageMatchesItsDefinition_data();
-    void printImageMatchesItsDefinition();
-    void blackFillPrintsBlack_data();
-    void blackFillPrintsBlack();
-    void emptyFillPrintsTheOutlineOnWhite();
-    void gradientPrintsInBlackAndWhite();
-    void sizesWithoutPixelsHaveNoPrintImage_data();
-    void sizesWithoutPixelsHaveNoPrintImage();
-    void reducedGradientReachesThePrintSceneAsItsImage();
-    void partialRenderingShowsThePrintImageInItsInk_data();
-    void partialRenderingShowsThePrintImageInItsInk();
 };
 
 void tst_RectangleItem::newRectangleIsAHundredSquare()
@@ -264,11 +163,7 @@ void tst_RectangleItem::outlineLiesInsideTheSize()
 
 void tst_RectangleItem::everyResizeLaysTheRectangleOut_data()
 {
-    QTest::addColumn<int>("parameters");
-
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    Resizing::addRows();
 }
 
 void tst_RectangleItem::everyResizeLaysTheRectangleOut()
@@ -277,7 +172,8 @@ void tst_RectangleItem::everyResizeLaysTheRectangleOut()
     RectangleItem item;
     item.setItemFillColor(red);
     item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    QCOMPARE(resized(item, parameters, QSizeF(200, 50)), QSizeF(200, 50));
+    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
+    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 199, 49));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
     QCOMPARE(item.getItemScaleX(), 1.0);
@@ -431,14 +327,47 @@ void tst_RectangleItem::unknownStylesArePaintedAsNothing()
     RectangleItem item;
     item.setItemPenColor(red);
     item.setItemPenWidth(4);
-    item.setItemPenStyle(static_cast<Qt::PenStyle>(style));
+    item.setItemPenStyleInt(static_cast<ushort>(style));
+    item.updateItemPen();
     QCOMPARE(coloursOf(Images::painted(item, { 100, 100 })), QSet<QRgb> { whitePixel });
-    QCOMPARE(int(item.getItemPenStyle()), style);
+    QCOMPARE(item.getItemPenStyleInt(), static_cast<ushort>(style));
 
     item.setItemFillColor(blue);
     item.setItemBrushStyle(static_cast<MobraTypes::BrushStyle>(style));
     QCOMPARE(coloursOf(Images::painted(item, { 100, 100 })), QSet<QRgb> { whitePixel });
     QCOMPARE(int(item.getItemBrushStyle()), style);
+}
+
+void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime_data()
+{
+    QTest::addColumn<int>("penWidth");
+    QTest::addColumn<Qt::PenStyle>("painted");
+
+    QTest::newRow("dotted with the most dashes") << 10 << Qt::DotLine;
+}
+
+void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime()
+{
+    QFETCH(const int, penWidth);
+    QFETCH(const Qt::PenStyle, painted);
+    RectangleItem item;
+    item.setItemSize(QSizeF(1e5, 1e5));
+    item.setItemPenStyle(Qt::DotLine);
+    item.setItemPenWidth(static_cast<ushort>(penWidth));
+    QCOMPARE(item.getItemPen().style(), painted);
+
+    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(50, 50);
+    painter.rotate(10);
+    const QStyleOptionGraphicsItem option;
+    QElapsedTimer timer;
+    timer.start();
+    item.paint(&painter, &option, nullptr);
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(Images::coloursOf(image).contains(blackPixel));
 }
 
 void tst_RectangleItem::mirrorsTurnThePicture_data()
@@ -559,394 +488,6 @@ void tst_RectangleItem::negativeReductionOfTheItemFollowsItsOutline()
     item.setItemPenColor(blue);
     QVERIFY(item.resetItemColorsNegative(red));
     QCOMPARE(item.itemFlags(), 0x01U);
-}
-
-void tst_RectangleItem::copyIsEqual()
-{
-    RectangleItem item;
-    item.setItemId(42);
-    item.setItemSize(QSizeF(60, 40));
-    item.setPos(11, 22);
-    item.setItemRotation(30);
-    item.setItemHorizontalMirror(true);
-    item.setItemVerticalMirror(true);
-    item.setItemPenColor(QColor(1, 2, 3, 4));
-    item.setItemPenWidth(3);
-    item.setItemPenStyle(Qt::DotLine);
-    item.setItemPenCapStyle(Qt::FlatCap);
-    item.setItemPenJoinStyle(Qt::BevelJoin);
-    item.setItemFillColor(QColor(5, 6, 7, 8));
-    item.setItemBrushStyle(MobraTypes::BrushRadialGradient);
-    item.setSceneBackgroundColor(blue);
-    item.setZValue(3.5);
-    item.setDatasourceId(7);
-    item.setDatasourceField(u"Name"_s);
-    item.setAllowOverprint(false);
-    item.setSelected(true);
-
-    const std::unique_ptr<Item> copied(item.createItemCopy());
-    auto *copy = dynamic_cast<RectangleItem *>(copied.get());
-    QVERIFY(copy);
-    QCOMPARE(ItemRecords::saved(*copy), ItemRecords::saved(item));
-    QCOMPARE(copy->rect(), QRectF(1.5, 1.5, 57, 37));
-    QCOMPARE(copy->getItemPen(), item.getItemPen());
-    QCOMPARE(copy->getItemBrush(), item.getItemBrush());
-    QCOMPARE(copy->getSceneBackgroundColor(), blue);
-    QCOMPARE(copy->pos(), item.pos());
-    QCOMPARE(copy->transform(), item.transform());
-    QCOMPARE(copy->getItemRotation(), 30.0);
-    QCOMPARE(copy->isSelected(), item.isSelected());
-    QVERIFY(!copy->scene());
-    QVERIFY(!copy->parentItem());
-}
-
-void tst_RectangleItem::copyOfAnUntouchedRectangleIsEqual()
-{
-    RectangleItem item;
-    const std::unique_ptr<Item> copied(item.createItemCopy());
-    auto *copy = dynamic_cast<RectangleItem *>(copied.get());
-    QVERIFY(copy);
-    QCOMPARE(ItemRecords::saved(*copy), ItemRecords::saved(item));
-    QCOMPARE(copy->rect(), QRectF(0.5, 0.5, 99, 99));
-    QCOMPARE(copy->getItemBrush(), item.getItemBrush());
-    QVERIFY(!copy->itemIsOpaque());
-}
-
-void tst_RectangleItem::recordLoadsLayTheRectangleOut()
-{
-    RectangleItem source;
-    source.setItemSize(QSizeF(10, 4));
-    source.setItemPenWidth(5);
-    source.setItemFillColor(red);
-    source.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    source.setItemScaleX(3.0);
-
-    RectangleItem loaded;
-    loaded.setItemFillColor(red);
-    QCOMPARE(ItemRecords::load(loaded, ItemRecords::saved(source)), QDataStream::Ok);
-    QCOMPARE(loaded.rect(), QRectF(1.5, 1.5, 7, 1));
-    QCOMPARE(loaded.boundingRect(), QRectF(0, 0, 10, 4));
-    QCOMPARE(loaded.getItemPenWidth(), ushort(5));
-    QCOMPARE(loaded.getItemScaleX(), 1.0);
-    const QBrush brush = loaded.getItemBrush();
-    QCOMPARE(brush.style(), Qt::LinearGradientPattern);
-    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 4));
-}
-
-void tst_RectangleItem::mapHoldsTheProperties()
-{
-    RectangleItem item;
-    item.setItemId(-7);
-    item.setItemSize(QSizeF(40, 30));
-    item.setItemVerticalMirror(true);
-    item.setItemPenColor(QColor(0x12, 0xAB, 0xEF, 0x80));
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushConicalGradient);
-    item.setPos(3, 4);
-    item.setZValue(1.5);
-    const QVariantList identity { 1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0 };
-    const QVariantMap expected { { u"itemShape"_s, 0x1002AU },
-        { u"itemId"_s, QVariant::fromValue<short>(-7) }, { u"itemFlags"_s, 0x81U },
-        { u"itemQFlags"_s, 0x107U }, { u"itemZValue"_s, 1.5 }, { u"itemRotation"_s, 0.0 },
-        { u"itemHorizontalMirror"_s, 0.0 }, { u"itemVerticalMirror"_s, 1.0 }, { u"itemWidth"_s, 40.0 },
-        { u"itemHeight"_s, 30.0 }, { u"itemScaleX"_s, 1.0 }, { u"itemScaleY"_s, 1.0 },
-        { u"itemTransform"_s, identity }, { u"allowOverprint"_s, true }, { u"itemPenColor"_s, u"#12abef"_s },
-        { u"itemFillColor"_s, u"#ff0000"_s }, { u"itemPenWidth"_s, QVariant::fromValue<ushort>(1) },
-        { u"itemPenStyle"_s, QVariant::fromValue<ushort>(1) },
-        { u"itemPenCapStyle"_s, QVariant::fromValue<ushort>(0x20) },
-        { u"itemPenJoinStyle"_s, QVariant::fromValue<ushort>(0x80) },
-        { u"itemBrushStyle"_s, QVariant::fromValue<ushort>(17) }, { u"itemPositionX"_s, 3.0 },
-        { u"itemPositionY"_s, 4.0 } };
-
-    const QVariantMap map = item.saveItemToJSON();
-    QCOMPARE(map.keys(), expected.keys());
-    for (const QString &key : expected.keys()) {
-        QCOMPARE(map.value(key).typeName(), expected.value(key).typeName());
-        QCOMPARE(map.value(key), expected.value(key));
-    }
-}
-
-void tst_RectangleItem::mapLoadsLayTheRectangleOut()
-{
-    RectangleItem source;
-    source.setItemSize(QSizeF(60, 40));
-    source.setPos(11, 22);
-    source.setItemRotation(30);
-    source.setItemPenWidth(4);
-    source.setItemPenColor(blue);
-    source.setItemFillColor(red);
-    source.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    source.setItemHorizontalMirror(true);
-
-    RectangleItem loaded;
-    loaded.loadItemFromJSON(source.saveItemToJSON(), ItemRecords::currentVersion);
-    QCOMPARE(loaded.saveItemToJSON(), source.saveItemToJSON());
-    QCOMPARE(loaded.rect(), QRectF(2, 2, 56, 36));
-    QCOMPARE(loaded.pos(), source.pos());
-    QCOMPARE(loaded.transform(), source.transform());
-    QCOMPARE(loaded.getItemPen(), source.getItemPen());
-    QCOMPARE(loaded.getItemBrush(), source.getItemBrush());
-}
-
-void tst_RectangleItem::mapLoadsLimitThePenToTheNewSize()
-{
-    // Keys are applied in alphabetical order, so the pen's width arrives before the item's.
-    RectangleItem loaded;
-    loaded.loadItemFromJSON({ { u"itemHeight"_s, 40.0 }, { u"itemPenWidth"_s, 5 }, { u"itemWidth"_s, 4.0 } },
-        ItemRecords::currentVersion);
-    QCOMPARE(loaded.getItemPen().widthF(), 3.0);
-    QCOMPARE(loaded.rect(), QRectF(1.5, 1.5, 1, 37));
-}
-
-void tst_RectangleItem::emptyMapMovesToThePendingPosition()
-{
-    RectangleItem item;
-    item.setPos(11, 22);
-    item.loadItemFromJSON({}, ItemRecords::currentVersion);
-    QCOMPARE(item.pos(), QPointF(0, 0));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
-}
-
-void tst_RectangleItem::mapWithOneCoordinateTakesThePendingOther()
-{
-    RectangleItem item;
-    item.setItemPositionY(5.0);
-    item.setPos(11, 22);
-    item.loadItemFromJSON({ { u"itemPositionX"_s, 7.0 } }, ItemRecords::currentVersion);
-    QCOMPARE(item.pos(), QPointF(7, 5));
-}
-
-void tst_RectangleItem::mapWithUnknownKeysIsAppliedInPart()
-{
-    RectangleItem item;
-    item.loadItemFromJSON(
-        { { u"noSuchKey"_s, 1 }, { u"itemId"_s, 9 }, { u"itemWidth"_s, 50.0 } }, ItemRecords::currentVersion);
-    QCOMPARE(item.itemId(), short(9));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 49, 99));
-    QVERIFY(item.dynamicPropertyNames().isEmpty());
-}
-
-void tst_RectangleItem::mapDropsTheTransparencyOfTheFill()
-{
-    RectangleItem source;
-    RectangleItem loaded;
-    loaded.loadItemFromJSON(source.saveItemToJSON(), ItemRecords::currentVersion);
-    QCOMPARE(loaded.getItemFillColor(), black);
-
-    QVariantMap map = source.saveItemToJSON();
-    map.insert(u"itemFillColor"_s, u"transparent"_s);
-    loaded.loadItemFromJSON(map, ItemRecords::currentVersion);
-    QCOMPARE(loaded.getItemFillColor(), transparent);
-    QCOMPARE(loaded.getItemBrush().style(), Qt::NoBrush);
-}
-
-void tst_RectangleItem::printImageMatchesItsDefinition_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<double>("scaling");
-    QTest::addColumn<int>("penWidth");
-    QTest::addColumn<Qt::PenStyle>("penStyle");
-    QTest::addColumn<int>("brushStyle");
-    QTest::addColumn<int>("dither");
-
-    const struct
-    {
-        int width;
-        Qt::PenStyle style;
-    } pens[] = { { 1, Qt::SolidLine }, { 5, Qt::DashLine }, { 12, Qt::SolidLine }, { 3, Qt::NoPen } };
-    for (const QSizeF &size : { QSizeF(100, 60), QSizeF(7.5, 3.25) }) {
-        for (const double scaling : { 1.0, 2.0, 0.5, 3.0 }) {
-            for (const auto &pen : pens) {
-                for (const int brush : { 0, 1, 4, 11, 15, 16, 17 }) {
-                    for (const int dither : { 0x0A, int(Qt::MonoOnly | Qt::ThresholdDither) })
-                        QTest::addRow("%g high, x %g, pen %d of style %d, brush %d, dither %d", size.height(),
-                            scaling, pen.width, int(pen.style), brush, dither)
-                            << size << scaling << pen.width << pen.style << brush << dither;
-                }
-            }
-        }
-    }
-}
-
-void tst_RectangleItem::printImageMatchesItsDefinition()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const double, scaling);
-    QFETCH(const int, penWidth);
-    QFETCH(const Qt::PenStyle, penStyle);
-    QFETCH(const int, brushStyle);
-    QFETCH(const int, dither);
-    RectangleItem item;
-    item.setItemSize(size);
-    item.setItemPenColor(QColor(0, 96, 192));
-    item.setItemPenWidth(static_cast<ushort>(penWidth));
-    item.setItemPenStyle(penStyle);
-    item.setItemFillColor(QColor(192, 64, 0));
-    item.setItemBrushStyleInt(brushStyle);
-    item.setPrintDitherMethod(QFlag(dither));
-    item.setPrintScaling(scaling);
-    item.preparePrintImage();
-
-    const QImage image = item.getPreprintedImage();
-    QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
-    const QString difference = Images::difference(image, printImageStepByStep(item), u"print-image"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    QVERIFY((QSet<QRgb> { blackPixel, whitePixel, clearPixel }).contains(coloursOf(image)));
-}
-
-void tst_RectangleItem::blackFillPrintsBlack_data()
-{
-    QTest::addColumn<double>("scaling");
-    QTest::addColumn<int>("penWidth");
-    QTest::addColumn<QRect>("covered");
-
-    QTest::newRow("hairline") << 1.0 << 1 << QRect(0, 0, 20, 10);
-    // The mask is drawn with a pen of 1 about the middle of the scaled outline, so wide outlines lose their
-    // outer half.
-    QTest::newRow("hairline, doubled") << 2.0 << 1 << QRect(1, 1, 39, 19);
-    QTest::newRow("pen of 4") << 1.0 << 4 << QRect(2, 2, 17, 7);
-    QTest::newRow("no pen") << 1.0 << 0 << QRect(0, 0, 20, 10);
-}
-
-void tst_RectangleItem::blackFillPrintsBlack()
-{
-    QFETCH(const double, scaling);
-    QFETCH(const int, penWidth);
-    QFETCH(const QRect, covered);
-    RectangleItem item;
-    item.setItemSize(QSizeF(20, 10));
-    item.setItemPenWidth(static_cast<ushort>(penWidth));
-    item.setItemFillColor(black);
-    item.setPrintScaling(scaling);
-    item.preparePrintImage();
-
-    QImage expected(qRound(20 * scaling), qRound(10 * scaling), QImage::Format_ARGB32_Premultiplied);
-    expected.fill(clearPixel);
-    QPainter(&expected).fillRect(covered, black);
-    const QString difference = Images::difference(item.getPreprintedImage(), expected, u"print-black"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
-void tst_RectangleItem::emptyFillPrintsTheOutlineOnWhite()
-{
-    RectangleItem item;
-    item.setItemSize(QSizeF(20, 10));
-    item.preparePrintImage();
-    const QImage expected
-        = pictureOf({ 20, 10 }, { { QRect(0, 0, 20, 10), black }, { QRect(1, 1, 18, 8), white } });
-    const QString difference = Images::difference(item.getPreprintedImage(), expected, u"print-outline"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
-void tst_RectangleItem::gradientPrintsInBlackAndWhite()
-{
-    RectangleItem item;
-    item.setItemPenStyle(Qt::NoPen);
-    item.setItemFillColor(black);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setPrintScaling(2.0);
-    item.preparePrintImage();
-
-    const QImage image = item.getPreprintedImage();
-    QCOMPARE(image.size(), QSize(200, 200));
-    QCOMPARE(coloursOf(image), (QSet<QRgb> { blackPixel, whitePixel }));
-    const auto blackIn = [&image](int top, int height) {
-        int count = 0;
-        for (int y = top; y < top + height; ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                count += image.pixel(x, y) == blackPixel ? 1 : 0;
-        }
-        return count;
-    };
-    // From white at the top to black at the bottom: about an eighth, and about seven eighths, of a quarter's
-    // pixels.
-    QVERIFY(qAbs(blackIn(0, 50) - 1250) < 150);
-    QVERIFY(qAbs(blackIn(150, 50) - 8750) < 150);
-}
-
-void tst_RectangleItem::sizesWithoutPixelsHaveNoPrintImage_data()
-{
-    QTest::addColumn<QSizeF>("size");
-
-    QTest::newRow("empty") << QSizeF(0, 0);
-    QTest::newRow("no height") << QSizeF(10, 0);
-    QTest::newRow("rounded to nothing") << QSizeF(10, 0.4);
-    QTest::newRow("negative") << QSizeF(-10, 10);
-    QTest::newRow("not a number") << QSizeF(std::numeric_limits<double>::quiet_NaN(), 10);
-    QTest::newRow("infinite") << QSizeF(std::numeric_limits<double>::infinity(), 10);
-    QTest::newRow("huge") << QSizeF(1e9, 1e9);
-}
-
-void tst_RectangleItem::sizesWithoutPixelsHaveNoPrintImage()
-{
-    QFETCH(const QSizeF, size);
-    RectangleItem item;
-    item.setItemSize(size);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.preparePrintImage();
-    QVERIFY(item.getPreprintedImage().isNull());
-}
-
-void tst_RectangleItem::reducedGradientReachesThePrintSceneAsItsImage()
-{
-    RectangleItem item;
-    item.setItemSize(QSizeF(40, 20));
-    item.setPos(10, 20);
-    item.setItemPenStyle(Qt::NoPen);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setPrintScaling(2.0);
-    QVERIFY(item.resetItemColors(red, true, true));
-    QCOMPARE(item.itemFlags(), 0x83U);
-    QCOMPARE(coloursOf(item.getPreprintedImage()), (QSet<QRgb> { blackPixel, whitePixel }));
-
-    QGraphicsScene scene;
-    QVERIFY(item.addItemToPrintScene(&scene, 2.0));
-    QCOMPARE(scene.items().size(), 1);
-    const auto *pixmap = qgraphicsitem_cast<QGraphicsPixmapItem *>(scene.items().first());
-    QVERIFY(pixmap);
-    QCOMPARE(pixmap->pos(), QPointF(20, 40));
-    QCOMPARE(pixmap->pixmap().size(), QSize(80, 40));
-    QVERIFY(!item.scene());
-}
-
-void tst_RectangleItem::partialRenderingShowsThePrintImageInItsInk_data()
-{
-    QTest::addColumn<double>("scaling");
-
-    QTest::newRow("plain") << 1.0;
-    QTest::newRow("cut from a larger print image") << 2.0;
-    QTest::newRow("padded to the size of the item") << 0.5;
-}
-
-void tst_RectangleItem::partialRenderingShowsThePrintImageInItsInk()
-{
-    QFETCH(const double, scaling);
-    RectangleItem item;
-    item.setItemSize(QSizeF(39.5, 20));
-    item.setItemPenStyle(Qt::NoPen);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setPrintScaling(scaling);
-    item.setItemPalette({ blue, red, QColor(255, 255, 0) });
-
-    RectangleItem blackened;
-    item.copyItemProperties(&blackened, true);
-    blackened.setItemFillColor(black);
-    const QImage printImage = printImageStepByStep(blackened);
-    QImage expected(40, 20, QImage::Format_ARGB32_Premultiplied);
-    expected.fill(clearPixel);
-    for (int y = 0; y < qMin(20, printImage.height()); ++y) {
-        for (int x = 0; x < qMin(40, printImage.width()); ++x) {
-            if (printImage.pixel(x, y) == blackPixel)
-                expected.setPixel(x, y, 0xFFFF0000);
-            else if (printImage.pixel(x, y) == whitePixel)
-                expected.setPixel(x, y, 0xFFFFFF00);
-        }
-    }
-    const QString difference = Images::difference(item.partialColorRender(), expected, u"partial"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
 QTEST_MAIN(tst_RectangleItem)

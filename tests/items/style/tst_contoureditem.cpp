@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/style/contoureditem.h"
-#include "tests/support/bareshape.h"
+#include "tests/support/colours.h"
+#include "tests/support/contouredshape.h"
 #include "tests/support/itemrecords.h"
+#include "tests/support/resizing.h"
 #include "tests/support/standins.h"
 
 #include <QPen>
@@ -9,85 +11,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace Colours;
 
 namespace {
-
-/// Writes down which of the virtual operations run.
-class ContouredShape : public BareShape<ContouredItem>
-{
-public:
-    QStringList calls;
-
-    void setItemPenColor(const QColor &color) override
-    {
-        calls << u"colour "_s + color.name();
-        ContouredItem::setItemPenColor(color);
-    }
-    void setItemPenWidth(unsigned short width) override
-    {
-        calls << u"width %1"_s.arg(width);
-        ContouredItem::setItemPenWidth(width);
-    }
-    void setItemPenStyle(Qt::PenStyle style) override
-    {
-        calls << u"style %1"_s.arg(static_cast<int>(style));
-        ContouredItem::setItemPenStyle(style);
-    }
-    void setItemPenCapStyle(Qt::PenCapStyle style) override
-    {
-        calls << u"cap %1"_s.arg(static_cast<int>(style));
-        ContouredItem::setItemPenCapStyle(style);
-    }
-    void setItemPenJoinStyle(Qt::PenJoinStyle style) override
-    {
-        calls << u"join %1"_s.arg(static_cast<int>(style));
-        ContouredItem::setItemPenJoinStyle(style);
-    }
-    void updateItemPen() override
-    {
-        calls << u"update"_s;
-        ContouredItem::updateItemPen();
-    }
-    Item *createItemCopy() override
-    {
-        auto *copy = new ContouredShape;
-        copyItemProperties(copy, true);
-        return copy;
-    }
-};
-
-/// The outlines that the print rules tell apart; the print colour is red throughout.
-struct Outline
-{
-    QColor colour;
-    Qt::PenStyle style = Qt::SolidLine;
-    ushort width = 2;
-
-    void applyTo(ContouredShape &shape) const
-    {
-        shape.setItemPenColor(colour);
-        shape.setItemPenStyle(style);
-        shape.setItemPenWidth(width);
-        shape.calls.clear();
-    }
-};
-
-const QColor red(255, 0, 0);
-const QColor black(0, 0, 0);
-const QColor white(255, 255, 255);
-const QColor blue(0, 0, 255);
-
-const Outline redSolid { red };
-const Outline redDashed { red, Qt::DashLine };
-const Outline redNoPen { red, Qt::NoPen };
-const Outline redWithoutWidth { red, Qt::SolidLine, 0 };
-const Outline translucentRed { QColor(255, 0, 0, 128) };
-const Outline blackSolid { black };
-const Outline blackDashed { black, Qt::DashLine };
-const Outline blackNoPen { black, Qt::NoPen };
-const Outline blueSolid { blue };
-const Outline whiteSolid { white };
-const Outline transparent { QColor(0, 0, 0, 0) };
 
 /// A pen that no update of the item would build: it shows what is patched and what is rebuilt.
 QPen foreignPen()
@@ -115,6 +41,11 @@ private Q_SLOTS:
     void widthIsClampedTo72();
     void noWidthOrNoStyleGivesNoPen_data();
     void noWidthOrNoStyleGivesNoPen();
+    void outlineOfTooManyDashesIsSolid_data();
+    void outlineOfTooManyDashesIsSolid();
+    void stylesOutsideTheirEnumerationsAreKept_data();
+    void stylesOutsideTheirEnumerationsAreKept();
+    void stylesOutsideTheirEnumerationsAreCopied();
     void equalValuesChangeNothing();
     void colourIsPatchedIntoThePen();
     void capIsFlatOrRoundAndPatchedIntoThePen_data();
@@ -132,16 +63,6 @@ private Q_SLOTS:
     void recordEndsWithWidthStyleCapAndJoin();
     void loadingAppliesWidthStyleCapAndJoinInThisOrder();
     void loadingKeepsTheRulesOfTheSetters();
-    void outlineIsReducedForOneInk_data();
-    void outlineIsReducedForOneInk();
-    void outlineInTheColourOfABlackInkPrints_data();
-    void outlineInTheColourOfABlackInkPrints();
-    void outlineIsReducedNegatively_data();
-    void outlineIsReducedNegatively();
-    void itemReductionWeighsBothSwitches_data();
-    void itemReductionWeighsBothSwitches();
-    void negativeItemReductionSetsTheFlag_data();
-    void negativeItemReductionSetsTheFlag();
 };
 
 void tst_ContouredItem::newItemHasARoundSolidOutlineOfOne()
@@ -210,11 +131,7 @@ void tst_ContouredItem::penIsLimitedToHalfTheSmallerSide()
 
 void tst_ContouredItem::everyResizeRebuildsThePen_data()
 {
-    QTest::addColumn<int>("parameters");
-
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    Resizing::addRows();
 }
 
 void tst_ContouredItem::everyResizeRebuildsThePen()
@@ -226,15 +143,7 @@ void tst_ContouredItem::everyResizeRebuildsThePen()
     QCOMPARE(shape.getItemPen().widthF(), 3.0);
     shape.calls.clear();
 
-    const QSizeF grown(20, 20);
-    bool changed = false;
-    if (parameters == 1)
-        changed = shape.setItemSize(grown);
-    else if (parameters == 3)
-        changed = shape.setItemSize(grown, false, false);
-    else
-        changed = shape.setItemSize(grown, false, 1, 1, 100, 100, false, false);
-    QVERIFY(changed);
+    QVERIFY(Resizing::resize(shape, parameters, QSizeF(20, 20)));
     QCOMPARE(shape.getItemPen().widthF(), 5.0);
     QCOMPARE(shape.calls, QStringList { u"update"_s });
 }
@@ -295,6 +204,82 @@ void tst_ContouredItem::noWidthOrNoStyleGivesNoPen()
     QCOMPARE(shape.getItemPen().widthF(), 0.0);
     QCOMPARE(int(shape.getItemPenWidth()), width);
     QCOMPARE(shape.getItemPenStyle(), style);
+}
+
+void tst_ContouredItem::outlineOfTooManyDashesIsSolid_data()
+{
+    QTest::addColumn<Qt::PenStyle>("style");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<bool>("dashed");
+
+    for (const auto style :
+        { Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine, Qt::CustomDashLine }) {
+        QTest::addRow("style %d at the limit", int(style)) << style << 1 << QSizeF(10000, 10000) << true;
+        QTest::addRow("style %d beyond it", int(style)) << style << 1 << QSizeF(10000, 10001) << false;
+        QTest::addRow("style %d, wide, at the limit", int(style)) << style << 5 << QSizeF(99990, 10) << true;
+        QTest::addRow("style %d, wide, beyond it", int(style)) << style << 5 << QSizeF(99991, 10) << false;
+    }
+    // The pen of 72 is painted as one of 2, which is what counts.
+    QTest::newRow("limited pen at the limit") << Qt::DotLine << 72 << QSizeF(2, 39998) << true;
+    QTest::newRow("limited pen beyond it") << Qt::DotLine << 72 << QSizeF(2, 39999) << false;
+}
+
+void tst_ContouredItem::outlineOfTooManyDashesIsSolid()
+{
+    QFETCH(const Qt::PenStyle, style);
+    QFETCH(const int, width);
+    QFETCH(const QSizeF, size);
+    QFETCH(const bool, dashed);
+    ContouredShape shape;
+    shape.setItemPenStyle(style);
+    shape.setItemPenWidth(static_cast<ushort>(width));
+    shape.setItemSize(size);
+    QCOMPARE(shape.getItemPen().style(), dashed ? style : Qt::SolidLine);
+    QCOMPARE(shape.getItemPenStyle(), style);
+    // The dashes come back with a smaller size.
+    shape.setItemSize(QSizeF(100, 100));
+    QCOMPARE(shape.getItemPen().style(), style);
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreKept_data()
+{
+    QTest::addColumn<int>("number");
+
+    for (const int number : { 0x200, 0x0FFF, 0x8000, 0xFFFF })
+        QTest::addRow("%d", number) << number;
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreKept()
+{
+    QFETCH(const int, number);
+    const auto style = static_cast<ushort>(number);
+    ContouredShape shape;
+    shape.setItemPenStyleInt(style);
+    shape.setItemPenCapStyleInt(style);
+    shape.setItemPenJoinStyleInt(style);
+    shape.updateItemPen();
+    QCOMPARE(shape.getItemPenStyleInt(), style);
+    QCOMPARE(shape.getItemPenCapStyleInt(), ushort(0));
+    QCOMPARE(shape.getItemPenJoinStyleInt(), style);
+    QCOMPARE(shape.getItemPen().style(), Qt::NoPen);
+
+    shape.setItemPenStyleInt(ushort(Qt::DashLine));
+    QCOMPARE(shape.getItemPen().style(), Qt::DashLine);
+    QCOMPARE(shape.getItemPen().capStyle(), Qt::FlatCap);
+    QCOMPARE(shape.getItemPen().joinStyle(), Qt::RoundJoin);
+}
+
+void tst_ContouredItem::stylesOutsideTheirEnumerationsAreCopied()
+{
+    ContouredShape source;
+    source.setItemPenStyleInt(0x8001);
+    source.setItemPenJoinStyleInt(0x8002);
+    ContouredShape target;
+    source.copyItemProperties(&target, true);
+    QCOMPARE(target.getItemPenStyleInt(), ushort(0x8001));
+    QCOMPARE(target.getItemPenJoinStyleInt(), ushort(0x8002));
+    QCOMPARE(target.getItemPen().style(), Qt::NoPen);
 }
 
 void tst_ContouredItem::equalValuesChangeNothing()
@@ -522,152 +507,6 @@ void tst_ContouredItem::loadingKeepsTheRulesOfTheSetters()
     QCOMPARE(target.getItemPenStyle(), Qt::CustomDashLine);
     QCOMPARE(target.getItemPenCapStyle(), Qt::RoundCap);
     QCOMPARE(target.getItemPenJoinStyle(), Qt::MPenJoinStyle);
-}
-
-void tst_ContouredItem::outlineIsReducedForOneInk_data()
-{
-    QTest::addColumn<Outline>("outline");
-    QTest::addColumn<bool>("keepBlack");
-    QTest::addColumn<bool>("printed");
-
-    QTest::newRow("red solid, black kept") << redSolid << true << true;
-    QTest::newRow("red solid, black dropped") << redSolid << false << true;
-    QTest::newRow("red dashed, black kept") << redDashed << true << true;
-    QTest::newRow("red dashed, black dropped") << redDashed << false << true;
-    QTest::newRow("red without style, black kept") << redNoPen << true << false;
-    QTest::newRow("red without style, black dropped") << redNoPen << false << false;
-    QTest::newRow("red without width, black kept") << redWithoutWidth << true << false;
-    QTest::newRow("red without width, black dropped") << redWithoutWidth << false << false;
-    QTest::newRow("translucent red, black kept") << translucentRed << true << false;
-    QTest::newRow("black solid, black kept") << blackSolid << true << true;
-    QTest::newRow("black solid, black dropped") << blackSolid << false << false;
-    QTest::newRow("black dashed, black kept") << blackDashed << true << false;
-    QTest::newRow("black dashed, black dropped") << blackDashed << false << false;
-    QTest::newRow("black without style, black kept") << blackNoPen << true << false;
-    QTest::newRow("blue solid, black kept") << blueSolid << true << false;
-    QTest::newRow("blue solid, black dropped") << blueSolid << false << false;
-    QTest::newRow("white solid, black kept") << whiteSolid << true << false;
-    QTest::newRow("transparent, black kept") << transparent << true << false;
-    QTest::newRow("transparent, black dropped") << transparent << false << false;
-}
-
-void tst_ContouredItem::outlineIsReducedForOneInk()
-{
-    QFETCH(const Outline, outline);
-    QFETCH(const bool, keepBlack);
-    QFETCH(const bool, printed);
-    ContouredShape shape;
-    outline.applyTo(shape);
-    QCOMPARE(shape.resetItemPenColors(red, keepBlack), printed);
-    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
-    QCOMPARE(shape.calls, (QStringList { printed ? u"colour #000000"_s : u"colour #ffffff"_s, u"update"_s }));
-    QCOMPARE(shape.getItemPenStyle(), outline.style);
-    QCOMPARE(shape.getItemPenWidth(), outline.width);
-}
-
-void tst_ContouredItem::outlineInTheColourOfABlackInkPrints_data()
-{
-    QTest::addColumn<Outline>("outline");
-    QTest::addColumn<bool>("printed");
-
-    QTest::newRow("black solid") << blackSolid << true;
-    QTest::newRow("black dashed") << blackDashed << true;
-    QTest::newRow("black without style") << blackNoPen << false;
-    QTest::newRow("red solid") << redSolid << false;
-    QTest::newRow("transparent is not black") << transparent << false;
-}
-
-void tst_ContouredItem::outlineInTheColourOfABlackInkPrints()
-{
-    QFETCH(const Outline, outline);
-    QFETCH(const bool, printed);
-    ContouredShape shape;
-    outline.applyTo(shape);
-    QCOMPARE(shape.resetItemPenColors(black, false), printed);
-    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
-}
-
-void tst_ContouredItem::outlineIsReducedNegatively_data()
-{
-    QTest::addColumn<Outline>("outline");
-    QTest::addColumn<bool>("printed");
-
-    QTest::newRow("red solid") << redSolid << false;
-    QTest::newRow("red dashed") << redDashed << false;
-    QTest::newRow("red without style") << redNoPen << false;
-    QTest::newRow("translucent red") << translucentRed << true;
-    QTest::newRow("black solid") << blackSolid << true;
-    QTest::newRow("black dashed") << blackDashed << true;
-    QTest::newRow("black without style") << blackNoPen << false;
-    QTest::newRow("blue without width") << Outline { blue, Qt::SolidLine, 0 } << false;
-    QTest::newRow("white solid") << whiteSolid << true;
-    QTest::newRow("transparent") << transparent << true;
-}
-
-void tst_ContouredItem::outlineIsReducedNegatively()
-{
-    QFETCH(const Outline, outline);
-    QFETCH(const bool, printed);
-    ContouredShape shape;
-    outline.applyTo(shape);
-    QCOMPARE(shape.resetItemPenColorsNegative(red), printed);
-    QCOMPARE(shape.getItemPenColor(), printed ? black : white);
-    QCOMPARE(shape.calls, (QStringList { printed ? u"colour #000000"_s : u"colour #ffffff"_s, u"update"_s }));
-}
-
-void tst_ContouredItem::itemReductionWeighsBothSwitches_data()
-{
-    QTest::addColumn<Outline>("outline");
-    QTest::addColumn<bool>("keepBlack");
-    QTest::addColumn<bool>("keepOthers");
-    QTest::addColumn<bool>("printed");
-
-    QTest::newRow("red, both kept") << redSolid << true << true << true;
-    QTest::newRow("red, none kept") << redSolid << false << false << true;
-    QTest::newRow("red dashed, none kept") << redDashed << false << false << true;
-    QTest::newRow("red without style, both kept") << redNoPen << true << true << false;
-    QTest::newRow("black, both kept") << blackSolid << true << true << true;
-    QTest::newRow("black, only black kept") << blackSolid << true << false << false;
-    QTest::newRow("black, only others kept") << blackSolid << false << true << false;
-    QTest::newRow("black, none kept") << blackSolid << false << false << false;
-    QTest::newRow("black dashed, both kept") << blackDashed << true << true << false;
-    QTest::newRow("blue, both kept") << blueSolid << true << true << false;
-    QTest::newRow("transparent, both kept") << transparent << true << true << false;
-}
-
-void tst_ContouredItem::itemReductionWeighsBothSwitches()
-{
-    QFETCH(const Outline, outline);
-    QFETCH(const bool, keepBlack);
-    QFETCH(const bool, keepOthers);
-    QFETCH(const bool, printed);
-    for (const unsigned int before : { 0x20U, 0x21U }) {
-        ContouredShape shape;
-        outline.applyTo(shape);
-        shape.setItemFlags(before);
-        QCOMPARE(shape.resetItemColors(red, keepBlack, keepOthers), printed);
-        QCOMPARE(shape.getItemPenColor(), printed ? black : white);
-        QCOMPARE(shape.itemFlags(), printed ? 0x21U : 0x20U);
-    }
-}
-
-void tst_ContouredItem::negativeItemReductionSetsTheFlag_data()
-{
-    outlineIsReducedNegatively_data();
-}
-
-void tst_ContouredItem::negativeItemReductionSetsTheFlag()
-{
-    QFETCH(const Outline, outline);
-    QFETCH(const bool, printed);
-    for (const unsigned int before : { 0x20U, 0x21U }) {
-        ContouredShape shape;
-        outline.applyTo(shape);
-        shape.setItemFlags(before);
-        QCOMPARE(shape.resetItemColorsNegative(red), printed);
-        QCOMPARE(shape.getItemPenColor(), printed ? black : white);
-        QCOMPARE(shape.itemFlags(), printed ? 0x21U : 0x20U);
-    }
 }
 
 QTEST_MAIN(tst_ContouredItem)
