@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPointF>
-#include <QSizeF>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -13,7 +12,6 @@
 namespace Limits {
 
 /// The longest side of an image in pixels: five metres of banner at 300 dpi.
-/// Qt allows
 inline constexpr int MaxImageSide = 65535;
 /// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 488 MiB in 32-bit colour.
 inline constexpr qint64 MaxImagePixels = 128'000'000;
@@ -24,10 +22,6 @@ inline constexpr double MaxGeometry = 1e7;
 inline constexpr double MaxPenWidth = 1e4;
 /// The smallest divisor: a scale closer to zero is taken as this.
 inline constexpr double MinDivisor = 1e-9;
-
-/// The most dashes along an outline: beyond, it is painted solid, since a dashed line of a huge item takes
-/// seconds.
-inline constexpr double MaxDashes = 20'000.0;
 
 /// value, or fallback where value is NaN or infinite.
 inline double finite(double value, double fallback)
@@ -51,12 +45,6 @@ inline double penWidth(double value)
 inline QPointF geometry(const QPointF &point)
 {
     return QPointF(geometry(point.x()), geometry(point.y()));
-}
-
-/// Whether an outline of the given width around the size has no more than MaxDashes dashes.
-inline bool canBeDashed(const QSizeF &size, double penWidth)
-{
-    return (std::abs(size.width()) + std::abs(size.height())) / std::max(penWidth, 1.0) <= MaxDashes;
 }
 
 /// A divisor that is never closer to zero than MinDivisor; NaN gives 1.

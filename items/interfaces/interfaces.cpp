@@ -53,7 +53,7 @@ void PenItem::applyPenStyle(int style)
 {
     if (canHold(Qt::MPenStyle, style))
         setItemPenStyle(static_cast<Qt::PenStyle>(style));
-    else
+    else if (m_penStyle != Qt::CustomDashLine)
         m_penStyle = style;
 }
 
@@ -67,7 +67,7 @@ void PenItem::applyPenJoinStyle(int style)
 {
     if (canHold(Qt::MPenJoinStyle, style))
         setItemPenJoinStyle(static_cast<Qt::PenJoinStyle>(style));
-    else
+    else if (m_penJoinStyle != Qt::MPenJoinStyle)
         m_penJoinStyle = style;
 }
 

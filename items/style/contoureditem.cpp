@@ -106,14 +106,12 @@ void ContouredItem::updateItemPen()
 
 QPen ContouredItem::penOfWidth(unsigned short width) const
 {
-    Qt::PenStyle style = paintedStyle(m_penStyle);
+    const Qt::PenStyle style = paintedStyle(m_penStyle);
     if (m_penWidth == 0 || style == Qt::NoPen) {
         QPen none(Qt::NoPen);
         none.setWidth(0);
         return none;
     }
-    if (!Limits::canBeDashed(getItemSize(), width))
-        style = Qt::SolidLine;
     return sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedJoin(m_penJoinStyle));
 }
 

@@ -306,7 +306,8 @@ void FillableItem::recombineColorsOnImage(
         return;
     }
     const QSize whole = out.size();
-    // Every pixel is written: an image of the right kind is used as it is, since fresh memory is slower than the merging.
+    // Every pixel is written: an image of the right kind is used as it is, since fresh memory is slower than
+    // the merging.
     if (whole != area || out.format() != QImage::Format_ARGB32_Premultiplied)
         out = SafeImage::create(area, QImage::Format_ARGB32_Premultiplied);
     if (out.isNull())

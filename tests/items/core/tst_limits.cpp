@@ -32,8 +32,6 @@ private Q_SLOTS:
     void numbersBecomeIntegers_data();
     void numbersBecomeIntegers();
     void onlyFiniteNumbersPass();
-    void longOutlinesCannotBeDashed_data();
-    void longOutlinesCannotBeDashed();
 };
 
 void tst_Limits::limitsAreThoseOfTheDocumentation()
@@ -126,34 +124,6 @@ void tst_Limits::onlyFiniteNumbersPass()
     QCOMPARE(Limits::finite(notANumber, 5.0), 5.0);
     QCOMPARE(Limits::finite(infinity, 5.0), 5.0);
     QCOMPARE(Limits::finite(-infinity, 5.0), 5.0);
-}
-
-void tst_Limits::longOutlinesCannotBeDashed_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<double>("penWidth");
-    QTest::addColumn<bool>("dashed");
-
-    // Half the circumference in pen widths, up to 20,000.
-    QTest::newRow("at the limit") << QSizeF(12000, 8000) << 1.0 << true;
-    QTest::newRow("beyond the limit") << QSizeF(12000, 8001) << 1.0 << false;
-    QTest::newRow("one long side at the limit") << QSizeF(0, 20000) << 1.0 << true;
-    QTest::newRow("one long side beyond the limit") << QSizeF(20000.5, 0) << 1.0 << false;
-    QTest::newRow("wide pen at the limit") << QSizeF(60000, 40000) << 5.0 << true;
-    QTest::newRow("wide pen beyond the limit") << QSizeF(60000, 40001) << 5.0 << false;
-    QTest::newRow("a pen below one is painted as one") << QSizeF(12000, 8000) << 0.0 << true;
-    QTest::newRow("no narrower than one") << QSizeF(12000, 8001) << 0.5 << false;
-    QTest::newRow("negative sides count") << QSizeF(-12000, -8001) << 1.0 << false;
-    QTest::newRow("negative sides at the limit") << QSizeF(-12000, -8000) << 1.0 << true;
-    QTest::newRow("infinite") << QSizeF(infinity, 1) << 1.0 << false;
-    QTest::newRow("no number") << QSizeF(1, notANumber) << 1.0 << false;
-}
-
-void tst_Limits::longOutlinesCannotBeDashed()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const double, penWidth);
-    QTEST(Limits::canBeDashed(size, penWidth), "dashed");
 }
 
 QTEST_MAIN(tst_Limits)

@@ -41,8 +41,6 @@ private Q_SLOTS:
     void widthIsClampedTo72();
     void noWidthOrNoStyleGivesNoPen_data();
     void noWidthOrNoStyleGivesNoPen();
-    void outlineOfTooManyDashesIsSolid_data();
-    void outlineOfTooManyDashesIsSolid();
     void stylesOutsideTheirEnumerationsAreKept_data();
     void stylesOutsideTheirEnumerationsAreKept();
     void stylesOutsideTheirEnumerationsAreCopied();
@@ -204,42 +202,6 @@ void tst_ContouredItem::noWidthOrNoStyleGivesNoPen()
     QCOMPARE(shape.getItemPen().widthF(), 0.0);
     QCOMPARE(int(shape.getItemPenWidth()), width);
     QCOMPARE(shape.getItemPenStyle(), style);
-}
-
-void tst_ContouredItem::outlineOfTooManyDashesIsSolid_data()
-{
-    QTest::addColumn<Qt::PenStyle>("style");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<bool>("dashed");
-
-    for (const auto style :
-        { Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine, Qt::CustomDashLine }) {
-        QTest::addRow("style %d at the limit", int(style)) << style << 1 << QSizeF(10000, 10000) << true;
-        QTest::addRow("style %d beyond it", int(style)) << style << 1 << QSizeF(10000, 10001) << false;
-        QTest::addRow("style %d, wide, at the limit", int(style)) << style << 5 << QSizeF(99990, 10) << true;
-        QTest::addRow("style %d, wide, beyond it", int(style)) << style << 5 << QSizeF(99991, 10) << false;
-    }
-    // The pen of 72 is painted as one of 2, which is what counts.
-    QTest::newRow("limited pen at the limit") << Qt::DotLine << 72 << QSizeF(2, 39998) << true;
-    QTest::newRow("limited pen beyond it") << Qt::DotLine << 72 << QSizeF(2, 39999) << false;
-}
-
-void tst_ContouredItem::outlineOfTooManyDashesIsSolid()
-{
-    QFETCH(const Qt::PenStyle, style);
-    QFETCH(const int, width);
-    QFETCH(const QSizeF, size);
-    QFETCH(const bool, dashed);
-    ContouredShape shape;
-    shape.setItemPenStyle(style);
-    shape.setItemPenWidth(static_cast<ushort>(width));
-    shape.setItemSize(size);
-    QCOMPARE(shape.getItemPen().style(), dashed ? style : Qt::SolidLine);
-    QCOMPARE(shape.getItemPenStyle(), style);
-    // The dashes come back with a smaller size.
-    shape.setItemSize(QSizeF(100, 100));
-    QCOMPARE(shape.getItemPen().style(), style);
 }
 
 void tst_ContouredItem::stylesOutsideTheirEnumerationsAreKept_data()
