@@ -330,6 +330,8 @@ void tst_ContouredItem::customDashLocksTheStyle()
     shape.setItemPenStyle(Qt::SolidLine);
     QCOMPARE(shape.getItemPenStyle(), Qt::CustomDashLine);
     QVERIFY(!shape.calls.contains(u"update"_s));
+    shape.setItemPenStyleInt(512); // no style at all
+    QCOMPARE(shape.getItemPenStyle(), Qt::CustomDashLine);
 }
 
 void tst_ContouredItem::joinMaskLocksTheJoin()
@@ -338,6 +340,8 @@ void tst_ContouredItem::joinMaskLocksTheJoin()
     shape.setItemPenJoinStyle(Qt::MPenJoinStyle);
     QCOMPARE(shape.getItemPenJoinStyle(), Qt::MPenJoinStyle);
     shape.setItemPenJoinStyle(Qt::MiterJoin);
+    QCOMPARE(shape.getItemPenJoinStyle(), Qt::MPenJoinStyle);
+    shape.setItemPenJoinStyleInt(1024); // no join at all
     QCOMPARE(shape.getItemPenJoinStyle(), Qt::MPenJoinStyle);
 }
 
