@@ -32,7 +32,9 @@ inline double finite(double value, double fallback)
 /// A side or coordinate as geometry: within ±MaxGeometry, 0 for NaN.
 inline double geometry(double value)
 {
-    return std::isnan(value) ? 0.0 : std::clamp(value, -MaxGeometry, MaxGeometry);
+    if (std::abs(value) <= MaxGeometry)
+        return value;
+    return std::isnan(value) ? 0.0 : std::copysign(MaxGeometry, value);
 }
 
 /// A width for a painter's pen: within [0, MaxPenWidth], 0 for NaN.
