@@ -28,7 +28,7 @@ def string(value, order, real):
 
 
 def colour(value, order, real):
-    """The specification in one byte, then alpha, three components and padding in 16 bits each."""
+    """The kind of colour in one byte, then alpha, three components and padding in 16 bits each."""
     spec, alpha, *components = value
     return struct.pack(order + "b5H", spec, alpha, *components, 0)
 
