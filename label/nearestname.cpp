@@ -14,10 +14,10 @@ qsizetype distance(const QString &from, const QString &to)
 {
     std::vector<qsizetype> row(to.size() + 1);
     std::iota(row.begin(), row.end(), 0);
-    for (qsizetype i = 0; i < from.size(); ++i) {
+    for (const QChar letter : from) {
         qsizetype diagonal = row[0]++;
         for (qsizetype j = 0; j < to.size(); ++j) {
-            const qsizetype replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            const qsizetype replaced = diagonal + (letter == to[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({ replaced, row[j] + 1, diagonal + 1 });
         }

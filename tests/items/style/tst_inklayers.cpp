@@ -34,6 +34,7 @@ std::vector<InkLayer> randomLayers(int count, QSize size)
 {
     QRandomGenerator random { quint32(count) };
     std::vector<InkLayer> layers;
+    layers.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i)
         layers.push_back({ randomLayer(size, random), qRgb(10 + i, 20 + i, 30 + i) });
     return layers;
