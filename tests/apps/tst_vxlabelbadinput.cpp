@@ -29,30 +29,41 @@ void tst_VxLabelBadInput::refusesWrongUsage_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("complaint");
-    const auto row = [](const char *name, const QStringList &arguments, const char *what) {
-        QTest::newRow(name) << arguments << "vxlabel: " + QByteArray(what) + "; see vxlabel --help\n";
+    const auto row = [](const char *name, const QString &arguments, const QByteArray &complaint) {
+        QTest::newRow(name) << arguments.split(u' ', Qt::SkipEmptyParts) << "vxlabel: " + complaint + '\n';
     };
-    row("nothing", {}, "a command is missing");
-    row("unknown command", { u"print"_s }, "The following argument was not expected: print");
-    row("unknown option", { u"inspect"_s, u"a.vxl"_s, u"--xml"_s },
-        "The following argument was not expected: --xml");
-    row("no label", { u"inspect"_s }, "LABEL is required");
-    row("empty label", { u"inspect"_s, QString() }, "LABEL: takes a name");
-    row("no output", { u"render"_s, u"a.vxl"_s }, "--output is required");
-    row("empty output", { u"separate"_s, u"a.vxl"_s, u"-o"_s, QString() }, "--output: takes a name");
-    row("resolution of letters", { u"render"_s, u"a.vxl"_s, u"-o"_s, u"a.png"_s, u"--dpi"_s, u"fine"_s },
-        "--dpi: takes a number from 10 to 9600, not fine");
-    row("resolution that is no number",
-        { u"render"_s, u"a.vxl"_s, u"-o"_s, u"a.png"_s, u"--dpi"_s, u"nan"_s },
-        "--dpi: takes a number from 10 to 9600, not nan");
-    row("resolution too low", { u"separate"_s, u"a.vxl"_s, u"-o"_s, u"a"_s, u"--dpi"_s, u"9.99"_s },
-        "--dpi: takes a number from 10 to 9600, not 9.99");
-    row("resolution too high", { u"separate"_s, u"a.vxl"_s, u"-o"_s, u"a"_s, u"--dpi"_s, u"1e9"_s },
-        "--dpi: takes a number from 10 to 9600, not 1e9");
-    row("unknown format", { u"separate"_s, u"a.vxl"_s, u"-o"_s, u"a"_s, u"--format"_s, u"gif"_s },
-        "--format: gif not in {png,pbm}");
-    QTest::newRow("target without format") << QStringList { u"convert"_s, u"a.vxl"_s,
-        u"b.txt"_s } << QByteArray("vxlabel: b.txt: the name tells no format; let it end in .vxl or .vxb\n");
+    row("nothing", {}, "a command is missing; see vxlabel --help");
+    row("unknown command", u"print"_s, "\"print\" was not expected; see vxlabel --help");
+    row("mistyped command", u"seperate a.vxl -o a"_s,
+        "\"seperate\" was not expected; did you mean \"separate\"?");
+    row("unknown option", u"inspect a.vxl --xml"_s, "\"--xml\" was not expected; see vxlabel inspect --help");
+    row("mistyped option", u"separate a.vxl -o a --Negativ"_s,
+        "\"--Negativ\" was not expected; did you mean \"--negative\"?");
+    row("one label too many", u"inspect a.vxl b.vxl c.vxl"_s,
+        "\"b.vxl\" was not expected; see vxlabel inspect --help");
+    row("no label", u"inspect"_s, "LABEL is required; see vxlabel inspect --help");
+    row("no output", u"render a.vxl"_s, "--output is required; see vxlabel render --help");
+    const QByteArray resolution = "--dpi: takes a number from 10 to 9600, not ";
+    row("resolution of letters", u"render a.vxl -o a.png --dpi fine"_s,
+        resolution + "fine; see vxlabel render --help");
+    row("resolution that is no number", u"render a.vxl -o a.png --dpi nan"_s,
+        resolution + "nan; see vxlabel render --help");
+    row("resolution too low", u"separate a.vxl -o a --dpi 9.99"_s,
+        resolution + "9.99; see vxlabel separate --help");
+    row("resolution too high", u"separate a.vxl -o a --dpi 1e9"_s,
+        resolution + "1e9; see vxlabel separate --help");
+    row("unknown format", u"separate a.vxl -o a --format gif"_s,
+        "--format: gif not in {png,pbm}; see vxlabel separate --help");
+    row("target without format", u"convert a.vxl b.txt"_s,
+        "b.txt: the name tells no format; let it end in .vxl or .vxb");
+    row("image of another format", u"render a.vxl -o a.jpg"_s,
+        "a.jpg: the image is a PNG; let the name end in .png");
+    row("image that is the label", u"render a.vxl -o a.vxl --force"_s,
+        "a.vxl: the image is a PNG; let the name end in .png");
+    QTest::newRow("empty label") << QStringList { u"inspect"_s, QString() }
+                                 << QByteArray("vxlabel: LABEL: takes a name; see vxlabel inspect --help\n");
+    QTest::newRow("empty output") << QStringList { u"separate"_s, u"a.vxl"_s, u"-o"_s,
+        QString() } << QByteArray("vxlabel: --output: takes a name; see vxlabel separate --help\n");
 }
 
 void tst_VxLabelBadInput::refusesWrongUsage()
