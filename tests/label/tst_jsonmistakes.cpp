@@ -116,25 +116,41 @@ void tst_JsonMistakes::textMistakesAreNamed_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QString>("problem");
+    QTest::addColumn<QString>("advice");
 
-    QTest::newRow("comma") << QByteArray("{\n  \"é\": 1,\n}")
-                           << u"line 3, column 2: no valid JSON, object is missing after a comma"_s;
-    QTest::newRow("not a number") << QByteArray("{\"version\": NaN}")
-                                  << u"line 1, column 13: no valid JSON, illegal number"_s;
-    QTest::newRow("huge number") << QByteArray("{\"version\": 1e999}")
-                                 << u"line 1, column 18: no valid JSON, illegal number"_s;
-    QTest::newRow("rest") << QByteArray(smallText) + "\nx"
-                          << u"line 2, column 1: no valid JSON, garbage at the end of the document"_s;
-    QTest::newRow("half a document") << QByteArray(smallText).chopped(1)
-                                     << u"line 1, column 167: no valid JSON, unterminated object"_s;
-    QTest::newRow("list") << QByteArray("[1]") << u"holds a list, not a label"_s;
+    const auto row = [](const char *name, const QByteArray &text, const char *problem, const char *advice) {
+        QTest::newRow(name) << text << QString::fromUtf8(problem) << QString::fromUtf8(advice);
+    };
+    const char *const unfinished = "look before this place for a missing comma, quote or bracket";
+    const char *const misspelt = "write text in double quotes, and numbers in digits with a point";
+    row("comma", "{\n  \"é\": 1,\n}", "line 3, column 2: no valid JSON, object is missing after a comma",
+        "remove the comma before this place");
+    row("no comma", "{\n  \"a\": 1\n  \"b\": 2\n}", "line 3, column 4: no valid JSON, unterminated object",
+        unfinished);
+    row("no comma in a list", "{\"a\": [1 2]}", "line 1, column 11: no valid JSON, missing value separator",
+        unfinished);
+    row("no colon", R"({"a" 1})", "line 1, column 7: no valid JSON, missing name separator",
+        "look before this place for a missing colon or quote");
+    row("no quotes", R"({"a": black})", "line 1, column 7: no valid JSON, illegal number", misspelt);
+    row("not a number", R"({"version": NaN})", "line 1, column 13: no valid JSON, illegal number", misspelt);
+    row("huge number", R"({"version": 1e999})", "line 1, column 18: no valid JSON, illegal number", misspelt);
+    row("rest", QByteArray(smallText) + "\nx",
+        "line 2, column 1: no valid JSON, garbage at the end of the document", "");
+    row("half a document", QByteArray(smallText).chopped(1),
+        "line 1, column 167: no valid JSON, unterminated object", unfinished);
+    row("Latin-1", "{\"a\": \"\xFC\"}", "line 1, column 8: no valid JSON, invalid UTF8 string",
+        "save the file as UTF-8");
+    row("list", "[1]", "holds a list, not a label", "");
 }
 
 void tst_JsonMistakes::textMistakesAreNamed()
 {
     QFETCH(QByteArray, text);
     QFETCH(QString, problem);
-    QCOMPARE(problemsOf(text), QStringList(problem));
+    const LoadResult result = read(text);
+    QVERIFY(!result.document);
+    QCOMPARE(shortTexts(result.problems), QStringList(problem));
+    QTEST(result.problems[0].advice, "advice");
 }
 
 void tst_JsonMistakes::itemMistakesAreNamed_data()
