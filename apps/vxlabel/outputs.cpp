@@ -49,7 +49,8 @@ Problems Outputs::conflicts() const
             problems.append({ file.path, {}, QStringLiteral("two outputs have this name"),
                 QStringLiteral("rename an ink") });
         names.insert(name);
-        if (!m_overwrite && isTaken(file.path))
+        // No option replaces a folder; writing tells.
+        if (!m_overwrite && isTaken(file.path) && !QFileInfo(file.path).isDir())
             problems.append({ file.path, {}, QStringLiteral("exists already"),
                 QStringLiteral("give --force to replace it") });
     }
@@ -60,8 +61,12 @@ bool Outputs::createFolder() const
 {
     if (m_folder.isEmpty() || QDir().mkpath(m_folder))
         return true;
-    Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
-        QStringLiteral("choose a place where you may write") });
+    if (isTaken(m_folder))
+        Terminal::complain(
+            { m_folder, {}, QStringLiteral("is no folder"), QStringLiteral("choose a folder's name") });
+    else
+        Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
+            QStringLiteral("choose a place where you may write") });
     return false;
 }
 
