@@ -20,6 +20,18 @@ bool isTaken(const QString &path)
     return info.exists() || info.isSymLink();
 }
 
+/// The folders that have to be created for a path to be one, innermost first.
+QStringList missingFolders(const QString &path)
+{
+    QStringList folders;
+    if (path.isEmpty())
+        return folders;
+    QString folder = QDir::cleanPath(QDir().absoluteFilePath(path));
+    for (; !isTaken(folder) && !QDir(folder).isRoot(); folder = QFileInfo(folder).path())
+        folders.append(folder);
+    return folders;
+}
+
 } // namespace
 
 bool Outputs::write() const
@@ -30,11 +42,11 @@ bool Outputs::write() const
         return false;
 
     const Interruption::Postponed untilWritten;
-    const bool folderIsNew = !m_folder.isEmpty() && !isTaken(m_folder);
+    const QStringList created = missingFolders(m_folder);
     if (createFolder() && writeAll())
         return true;
-    if (folderIsNew)
-        QDir().rmdir(m_folder);
+    for (const QString &folder : created)
+        QDir().rmdir(folder);
     return false;
 }
 

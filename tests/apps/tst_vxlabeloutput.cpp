@@ -171,6 +171,7 @@ void tst_VxLabelOutput::leavesNothingOnAFullDisk_data()
     QTest::newRow("image") << u"render sign.vxl -o sign.png"_s << 1;
     QTest::newRow("first plate") << u"separate sign.vxl -o plates"_s << 1;
     QTest::newRow("second plate") << u"separate sign.vxl -o plates"_s << 20;
+    QTest::newRow("plates in new folders") << u"separate sign.vxl -o new/./plates/"_s << 20;
     QTest::newRow("label") << u"convert sign.vxl sign.vxb"_s << 1;
 }
 
