@@ -23,6 +23,28 @@ QString placeOf(const QByteArray &text, qsizetype offset)
     return u"line %1, column %2"_s.arg(line).arg(column);
 }
 
+/// What to look for. The parser gives up behind the mistake rather than at it.
+QString adviceOn(QJsonParseError::ParseError error)
+{
+    switch (error) {
+    case QJsonParseError::UnterminatedObject:
+    case QJsonParseError::UnterminatedArray:
+    case QJsonParseError::MissingValueSeparator:
+        return u"look before this place for a missing comma, quote or bracket"_s;
+    case QJsonParseError::MissingNameSeparator:
+        return u"look before this place for a missing colon or quote"_s;
+    case QJsonParseError::MissingObject:
+        return u"remove the comma before this place"_s;
+    case QJsonParseError::IllegalValue:
+    case QJsonParseError::IllegalNumber:
+        return u"write text in double quotes, and numbers in digits with a point"_s;
+    case QJsonParseError::IllegalUTF8String:
+        return u"save the file as UTF-8"_s;
+    default:
+        return {};
+    }
+}
+
 /// The offset behind the string that begins at offset.
 qsizetype endOfString(const QByteArray &text, qsizetype offset)
 {
@@ -91,7 +113,8 @@ std::optional<QJsonObject> JsonScan::parse(const QByteArray &text, ProblemLog &l
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (error.error != QJsonParseError::NoError) {
-        log.add(placeOf(text, error.offset), u"no valid JSON, "_s + error.errorString());
+        log.add(
+            placeOf(text, error.offset), u"no valid JSON, "_s + error.errorString(), adviceOn(error.error));
         return {};
     }
     if (!document.isObject()) {

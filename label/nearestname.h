@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/vxlabelexport.h"
+
 #include <QString>
 #include <QStringList>
 
 /// The name that a mistyped one was probably meant to be: at most two letters away, case aside. Empty if
 /// there is none.
-[[nodiscard]] QString nearestName(const QString &mistyped, const QStringList &names);
+[[nodiscard]] VX_LABEL_EXPORT QString nearestName(const QString &mistyped, const QStringList &names);

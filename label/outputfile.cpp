@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/outputfile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -20,6 +21,10 @@ QString obstacle(const QString &path, bool overwrite, QString &advice)
     if ((info.exists() || info.isSymLink()) && !info.isFile()) {
         advice = u"choose another name"_s;
         return u"is no ordinary file"_s;
+    }
+    if (!info.dir().exists()) {
+        advice = u"create it first"_s;
+        return u"its folder does not exist"_s;
     }
     if (!info.exists() || overwrite)
         return {};

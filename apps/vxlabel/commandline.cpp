@@ -3,10 +3,13 @@
 
 #include "apps/vxlabel/terminal.h"
 #include "label/labellimits.h"
+#include "label/nearestname.h"
 
 #include <CLI/CLI.hpp>
 
 #include <sstream>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -39,10 +42,25 @@ CLI::Validator pathCheck()
         [](const std::string &path) { return path.empty() ? "takes a name" : std::string(); }, "");
 }
 
-ExitCode refuse(const QString &what)
+/// "vxlabel separate"
+QString fullName(const CLI::App &command)
 {
-    Terminal::complain({ {}, {}, what, QStringLiteral("see vxlabel --help") });
-    return ExitCode::Usage;
+    const CLI::App *program = command.get_parent();
+    const QString name = QString::fromStdString(command.get_name());
+    return program ? fullName(*program) + u' ' + name : name;
+}
+
+/// The words that can stand after a command, or instead of one that was mistyped.
+QStringList knownWords(const CLI::App &command)
+{
+    QStringList words;
+    for (const CLI::App *subcommand : command.get_subcommands({}))
+        words.append(QString::fromStdString(subcommand->get_name()));
+    for (const CLI::Option *option : command.get_options()) {
+        for (const std::string &name : option->get_lnames())
+            words.append(u"--"_s + QString::fromStdString(name));
+    }
+    return words;
 }
 
 } // namespace
@@ -78,12 +96,34 @@ std::optional<ExitCode> CommandLine::parse(int argc, char **argv)
         m_program.exit(question, answer, answer);
         return Terminal::print(QByteArray::fromStdString(answer.str())) ? ExitCode::Ok
                                                                         : ExitCode::CannotWrite;
+    } catch (const CLI::ExtrasError &) {
+        return refuseUnexpected(QString::fromLocal8Bit(m_program.remaining(true).front().c_str()));
     } catch (const CLI::ParseError &error) {
         return refuse(QString::fromLocal8Bit(error.what()));
     }
     if (!m_job)
         return refuse(QStringLiteral("a command is missing"));
     return std::nullopt;
+}
+
+const CLI::App &CommandLine::command() const
+{
+    const std::vector<CLI::App *> given = m_program.get_subcommands();
+    return given.empty() ? m_program : *given.front();
+}
+
+ExitCode CommandLine::refuse(const QString &what, const QString &advice) const
+{
+    const QString help = u"see %1 --help"_s.arg(fullName(command()));
+    Terminal::complain({ {}, {}, what, advice.isEmpty() ? help : advice });
+    return ExitCode::Usage;
+}
+
+ExitCode CommandLine::refuseUnexpected(const QString &argument) const
+{
+    const QString nearest = nearestName(argument, knownWords(command()));
+    return refuse(u"\"%1\" was not expected"_s.arg(argument),
+        nearest.isEmpty() ? QString() : u"did you mean \"%1\"?"_s.arg(nearest));
 }
 
 ExitCode CommandLine::runJob() const

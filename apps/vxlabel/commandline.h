@@ -39,6 +39,12 @@ public:
     static void addForce(CLI::App &command, bool &force);
 
 private:
+    /// The command that is given, or the program itself.
+    [[nodiscard]] const CLI::App &command() const;
+    /// Points to the help when there is no better advice.
+    [[nodiscard]] ExitCode refuse(const QString &what, const QString &advice = {}) const;
+    [[nodiscard]] ExitCode refuseUnexpected(const QString &argument) const;
+
     CLI::App m_program;
     bool m_keepGoing = false;
     Job m_job;

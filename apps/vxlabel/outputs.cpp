@@ -20,6 +20,18 @@ bool isTaken(const QString &path)
     return info.exists() || info.isSymLink();
 }
 
+/// The folders that have to be created for a path to be one, innermost first.
+QStringList missingFolders(const QString &path)
+{
+    QStringList folders;
+    if (path.isEmpty())
+        return folders;
+    QString folder = QDir::cleanPath(QDir().absoluteFilePath(path));
+    for (; !isTaken(folder) && !QDir(folder).isRoot(); folder = QFileInfo(folder).path())
+        folders.append(folder);
+    return folders;
+}
+
 } // namespace
 
 bool Outputs::write() const
@@ -30,11 +42,11 @@ bool Outputs::write() const
         return false;
 
     const Interruption::Postponed untilWritten;
-    const bool folderIsNew = !m_folder.isEmpty() && !isTaken(m_folder);
+    const QStringList created = missingFolders(m_folder);
     if (createFolder() && writeAll())
         return true;
-    if (folderIsNew)
-        QDir().rmdir(m_folder);
+    for (const QString &folder : created)
+        QDir().rmdir(folder);
     return false;
 }
 
@@ -49,7 +61,8 @@ Problems Outputs::conflicts() const
             problems.append({ file.path, {}, QStringLiteral("two outputs have this name"),
                 QStringLiteral("rename an ink") });
         names.insert(name);
-        if (!m_overwrite && isTaken(file.path))
+        // No option replaces a folder; writing tells.
+        if (!m_overwrite && isTaken(file.path) && !QFileInfo(file.path).isDir())
             problems.append({ file.path, {}, QStringLiteral("exists already"),
                 QStringLiteral("give --force to replace it") });
     }
@@ -60,8 +73,12 @@ bool Outputs::createFolder() const
 {
     if (m_folder.isEmpty() || QDir().mkpath(m_folder))
         return true;
-    Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
-        QStringLiteral("choose a place where you may write") });
+    if (isTaken(m_folder))
+        Terminal::complain(
+            { m_folder, {}, QStringLiteral("is no folder"), QStringLiteral("choose a folder's name") });
+    else
+        Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
+            QStringLiteral("choose a place where you may write") });
     return false;
 }
 

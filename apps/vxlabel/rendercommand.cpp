@@ -4,12 +4,16 @@
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/outputs.h"
+#include "apps/vxlabel/terminal.h"
 #include "label/platewriter.h"
 #include "label/proof.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,8 +25,20 @@ struct RenderOptions
     bool force = false;
 };
 
+/// An ending that promises something else, if only the label's own in front of the wrong option.
+bool promisesOtherThanPng(const QString &path)
+{
+    const QString suffix = QFileInfo(path).suffix();
+    return !suffix.isEmpty() && suffix.compare("png"_L1, Qt::CaseInsensitive) != 0;
+}
+
 ExitCode render(const RenderOptions &options, BrokenItems broken)
 {
+    const QString target = QFile::decodeName(options.output.c_str());
+    if (promisesOtherThanPng(target)) {
+        Terminal::complain({ target, {}, u"the image is a PNG"_s, u"let the name end in .png"_s });
+        return ExitCode::Usage;
+    }
     const std::optional<LabelInput> label = loadLabel(options.label, broken);
     if (!label)
         return ExitCode::BadDocument;
@@ -32,7 +48,7 @@ ExitCode render(const RenderOptions &options, BrokenItems broken)
         return ExitCode::BadDocument;
 
     Outputs outputs(options.force);
-    outputs.add(QFile::decodeName(options.output.c_str()), PlateWriter::toPng(proofOf(*separation)));
+    outputs.add(target, PlateWriter::toPng(proofOf(*separation)));
     return outputs.write() ? label->outcome : ExitCode::CannotWrite;
 }
 
@@ -45,7 +61,7 @@ void addRenderCommand(CommandLine &commandLine)
         "vxlabel render warning-sign.vxl -o warning-sign.png --dpi 600",
         [options](BrokenItems broken) { return render(*options, broken); });
     CommandLine::addLabel(command, options->label);
-    CommandLine::addPath(command, "-o,--output", "FILE", "The image", options->output);
+    CommandLine::addPath(command, "-o,--output", "FILE", "The image, a .png file", options->output);
     CommandLine::addResolution(command, options->dpi);
     CommandLine::addForce(command, options->force);
 }

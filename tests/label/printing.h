@@ -84,4 +84,24 @@ inline int dotsIn(const QImage &plate, const QRect &rect)
     return count;
 }
 
+inline Separation separated(const LabelDocument &document, const SeparationOptions &options)
+{
+    Problems problems;
+    std::optional<Separation> separation = separate(document, options, problems);
+    if (!separation)
+        qFatal("not separated: %s", qPrintable(problems.value(0).what));
+    return std::move(*separation);
+}
+
+inline Separation separatedAtDesign(
+    const LabelDocument &document, bool negative = false, bool overprint = false)
+{
+    return separated(document, { document.designDpi(), negative, overprint });
+}
+
+inline bool isEmpty(const QImage &plate)
+{
+    return difference(plate, [](int, int) { return false; }).isEmpty();
+}
+
 } // namespace Printing

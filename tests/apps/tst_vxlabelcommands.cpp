@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "tests/apps/programfolder.h"
+#include "tests/apps/samplelabels.h"
+
+#include <QFile>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace SampleLabels;
+
+/// What the commands do when nothing is wrong.
+class tst_VxLabelCommands : public QObject, private ProgramFolder
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { renew(); }
+
+    void showsHelp_data();
+    void showsHelp();
+    void showsItsVersion();
+    void separatesIntoPlates();
+    void reportsWhatPrints_data();
+    void reportsWhatPrints();
+    void writesPlatesAsBitmaps();
+    void warnsOfColoursWithoutInk();
+    void rendersTheProof_data();
+    void rendersTheProof();
+    void inspectsForPeople();
+    void inspectsForPrograms();
+    void convertsWithoutLoss_data();
+    void convertsWithoutLoss();
+    void runsWithoutEnvironment();
+};
+
+void tst_VxLabelCommands::showsHelp_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QStringList>("contents");
+    QTest::newRow("program") << QStringList { u"--help"_s }
+                             << QStringList { u"render"_s, u"separate"_s, u"inspect"_s, u"convert"_s,
+                                    u"--keep-going"_s };
+    QTest::newRow("render") << QStringList { u"render"_s, u"--help"_s }
+                            << QStringList { u"Example:\n  vxlabel render "_s, u"--dpi"_s, u"--force"_s };
+    QTest::newRow("separate") << QStringList { u"separate"_s, u"--help"_s }
+                              << QStringList { u"Example:\n  vxlabel separate "_s, u"--negative"_s,
+                                     u"--overprint"_s, u"--format"_s };
+    QTest::newRow("inspect") << QStringList { u"inspect"_s, u"--help"_s }
+                             << QStringList { u"Example:\n  vxlabel inspect "_s, u"--json"_s };
+    QTest::newRow("convert") << QStringList { u"convert"_s, u"--help"_s }
+                             << QStringList { u"Example:\n  vxlabel convert "_s, u"TARGET"_s };
+}
+
+void tst_VxLabelCommands::showsHelp()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QStringList, contents);
+    const ProgramResult result = run(arguments);
+    QCOMPARE(result.code, 0);
+    QCOMPARE(result.err, QByteArray());
+    const QString text = QString::fromUtf8(result.out);
+    for (const QString &content : contents)
+        QVERIFY2(text.contains(content), qPrintable(content));
+    static const QRegularExpression code(u"^  (\\d+) "_s, QRegularExpression::MultilineOption);
+    QStringList codes;
+    for (const auto &match : code.globalMatch(text.mid(text.indexOf(u"Exit codes:"))))
+        codes.append(match.captured(1));
+    QCOMPARE(codes, QStringList({ u"0"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"130"_s }));
+}
+
+void tst_VxLabelCommands::showsItsVersion()
+{
+    const ProgramResult result = run({ u"--version"_s });
+    QCOMPARE(result.code, 0);
+    static const QRegularExpression version(u"^vxlabel \\d+\\.\\d+\\.\\d+\\n$"_s);
+    QVERIFY2(version.match(QString::fromUtf8(result.out)).hasMatch(), result.out);
+    QCOMPARE(result.err, QByteArray());
+}
+
+void tst_VxLabelCommands::separatesIntoPlates()
+{
+    write(u"small.vxl"_s, toJson(smallLabel()));
+    const ProgramResult result = run({ u"separate"_s, u"small.vxl"_s, u"-o"_s, u"new/plates"_s });
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.code, 0);
+    QCOMPARE(files(u"new/plates"_s),
+        QStringList({ u"small.black.png"_s, u"small.proof.png"_s, u"small.red.png"_s }));
+
+    const QImage black(path(u"new/plates/small.black.png"_s));
+    const QImage red(path(u"new/plates/small.red.png"_s));
+    const QImage proof(path(u"new/plates/small.proof.png"_s));
+    for (int y = 0; y < 50; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            const bool isRed = QRect(20, 15, 20, 10).contains(x, y);
+            const bool isBlack = QRect(10, 10, 20, 10).contains(x, y) && !isRed;
+            QCOMPARE(black.pixelColor(x, y), QColor(isBlack ? Qt::black : Qt::white));
+            QCOMPARE(red.pixelColor(x, y), QColor(isRed ? Qt::black : Qt::white));
+            QCOMPARE(proof.pixelColor(x, y), QColor(isRed ? Qt::red : isBlack ? Qt::black : Qt::white));
+        }
+    }
+}
+
+void tst_VxLabelCommands::reportsWhatPrints_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("report");
+    // The page has 100 x 50 = 5000 dots and 25.4 mm x 12.7 mm = 322.58 mm².
+    QTest::newRow("knocked out") << QStringList()
+                                 << QByteArray("black  150 dots  3.00 %   9.68 mm²\n"
+                                               "red    200 dots  4.00 %  12.90 mm²\n");
+    QTest::newRow("overprinted") << QStringList { u"--overprint"_s }
+                                 << QByteArray("black  200 dots  4.00 %  12.90 mm²\n"
+                                               "red    200 dots  4.00 %  12.90 mm²\n");
+    QTest::newRow("negative") << QStringList { u"--negative"_s }
+                              << QByteArray("black  4850 dots  97.00 %  312.90 mm²\n"
+                                            "red    4800 dots  96.00 %  309.68 mm²\n");
+    QTest::newRow("finer") << QStringList { u"--dpi"_s, u"300"_s }
+                           << QByteArray("black  1350 dots  3.00 %   9.68 mm²\n"
+                                         "red    1800 dots  4.00 %  12.90 mm²\n");
+}
+
+void tst_VxLabelCommands::reportsWhatPrints()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, report);
+    write(u"small.vxl"_s, toJson(smallLabel()));
+    const ProgramResult result
+        = run(QStringList { u"separate"_s, u"small.vxl"_s, u"-o"_s, u"."_s } + options);
+    QCOMPARE(result.out, report);
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.code, 0);
+}
+
+void tst_VxLabelCommands::writesPlatesAsBitmaps()
+{
+    write(u"small.vxl"_s, toJson(smallLabel()));
+    QCOMPARE(run({ u"separate"_s, u"small.vxl"_s, u"-o"_s, u"."_s, u"--format"_s, u"pbm"_s }).code, 0);
+    QCOMPARE(files(),
+        QStringList({ u"small.black.pbm"_s, u"small.proof.png"_s, u"small.red.pbm"_s, u"small.vxl"_s }));
+
+    const QByteArray bitmap = read(u"small.black.pbm"_s);
+    const QByteArray head = "P4\n100 50\n";
+    constexpr int bytesPerRow = 13;
+    QVERIFY(bitmap.startsWith(head));
+    QCOMPARE(bitmap.size(), head.size() + 50 * bytesPerRow);
+    // Dots 10 to 29 of row 10, and 10 to 19 of row 15, where red has taken the others.
+    QCOMPARE(bitmap.mid(head.size() + 9 * bytesPerRow, bytesPerRow).toHex(), QByteArray(26, '0'));
+    QCOMPARE(bitmap.mid(head.size() + 10 * bytesPerRow, bytesPerRow).toHex(),
+        QByteArray("003ffffc000000000000000000"));
+    QCOMPARE(bitmap.mid(head.size() + 15 * bytesPerRow, bytesPerRow).toHex(),
+        QByteArray("003ff000000000000000000000"));
+}
+
+void tst_VxLabelCommands::warnsOfColoursWithoutInk()
+{
+    write(u"green.vxl"_s, toJson(smallLabelWith({ { u"itemFillColor"_s, u"#00ff00"_s } })));
+    const ProgramResult result = run({ u"separate"_s, u"green.vxl"_s, u"-o"_s, u"."_s });
+    QCOMPARE(result.code, 0);
+    QVERIFY2(isOneLine(result.err), result.err);
+    QVERIFY2(result.err.startsWith("vxlabel: green.vxl: ") && result.err.contains("items/0")
+            && result.err.contains("#00ff00"),
+        result.err);
+    QCOMPARE(result.out,
+        QByteArray("black    0 dots  0.00 %   0.00 mm²\n"
+                   "red    200 dots  4.00 %  12.90 mm²\n"));
+}
+
+void tst_VxLabelCommands::rendersTheProof_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("own resolution") << QStringList() << QSize(100, 50);
+    QTest::newRow("double") << QStringList { u"--dpi"_s, u"200"_s } << QSize(200, 100);
+    QTest::newRow("odd") << QStringList { u"--dpi=203.2"_s } << QSize(203, 102); // 203.2 x 101.6
+}
+
+void tst_VxLabelCommands::rendersTheProof()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QSize, size);
+    write(u"small.vxl"_s, toJson(smallLabel()));
+    const ProgramResult result
+        = run(QStringList { u"render"_s, u"small.vxl"_s, u"-o"_s, u"small.png"_s } + options);
+    QCOMPARE(result.code, 0);
+    QCOMPARE(result.out, QByteArray());
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(files(), QStringList({ u"small.png"_s, u"small.vxl"_s }));
+    const QImage proof(path(u"small.png"_s));
+    QCOMPARE(proof.size(), size);
+    const auto colorAt = [&](double x, double y) {
+        return proof.pixelColor(int(x / 100 * size.width()), int(y / 50 * size.height()));
+    };
+    QCOMPARE(colorAt(15, 12), QColor(Qt::black));
+    QCOMPARE(colorAt(25, 18), QColor(Qt::red));
+    QCOMPARE(colorAt(60, 40), QColor(Qt::white));
+}
+
+void tst_VxLabelCommands::inspectsForPeople()
+{
+    write(u"small.vxl"_s, toJson(smallLabelWith({ { u"itemPenStyle"_s, 2 }, { u"itemPenWidth"_s, 3 } })));
+    const ProgramResult result = run({ u"inspect"_s, u"small.vxl"_s });
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.out,
+        QByteArray(
+            "page   25.4 x 12.7 mm, 100 x 50 dots at 100 dpi\n"
+            "paper  #ffffff\n"
+            "inks   black #000000, red #ff0000\n"
+            "items  2\n"
+            "\n"
+            "index  item         x mm  y mm  width mm  height mm  rotation  pen             fill\n"
+            "    0  rectangle 1  2.54  2.54      5.08       2.54         0  dash 3 #000000  solid #000000\n"
+            "    1  rectangle 2  5.08  3.81      5.08       2.54         0  none            solid "
+            "#ff0000\n"));
+    QCOMPARE(result.code, 0);
+}
+
+void tst_VxLabelCommands::inspectsForPrograms()
+{
+    const QJsonObject translucent { { u"itemFillColor"_s, u"#80ff0000"_s }, { u"itemBrushStyle"_s, 2 } };
+    QJsonObject label = smallLabelWith(translucent);
+    label[u"items"_s] = QJsonArray { label[u"items"_s].toArray()[0] };
+    write(u"small.vxl"_s, toJson(label));
+    const ProgramResult result = run({ u"inspect"_s, u"--json"_s, u"small.vxl"_s });
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.out, QByteArray(R"({
+  "inks": [
+    {
+      "color": "#000000",
+      "name": "black"
+    },
+    {
+      "color": "#ff0000",
+      "name": "red"
+    }
+  ],
+  "items": [
+    {
+      "description": "rectangle 1",
+      "fill": {
+        "color": "#80ff0000",
+        "style": "dense 1"
+      },
+      "index": 0,
+      "pen": {
+        "color": "#000000",
+        "style": "none",
+        "width": 1
+      },
+      "position": {
+        "x": 10,
+        "y": 10
+      },
+      "rotation": 0,
+      "size": {
+        "height": 10,
+        "width": 20
+      },
+      "type": 65578
+    }
+  ],
+  "page": {
+    "dots": {
+      "height": 50,
+      "width": 100
+    },
+    "dpi": 100,
+    "height": 12.7,
+    "width": 25.4
+  },
+  "paper": "#ffffff"
+}
+)"));
+    QCOMPARE(result.code, 0);
+}
+
+void tst_VxLabelCommands::convertsWithoutLoss_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name : exampleNames())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+void tst_VxLabelCommands::convertsWithoutLoss()
+{
+    QFETCH(QString, name);
+    const QString text = exampleFile(name);
+    for (const QStringList &way :
+        { QStringList { text, u"a.vxb"_s }, { u"a.vxb"_s, u"b.vxl"_s }, { u"b.vxl"_s, u"c.vxb"_s } }) {
+        const ProgramResult result = run({ u"convert"_s, way[0], way[1] });
+        QCOMPARE(result.err, QByteArray());
+        QCOMPARE(result.out, QByteArray());
+        QCOMPARE(result.code, 0);
+    }
+    QFile original(text);
+    QVERIFY(original.open(QIODevice::ReadOnly));
+    QCOMPARE(read(u"b.vxl"_s), original.readAll());
+    QVERIFY(read(u"a.vxb"_s) != read(u"b.vxl"_s));
+    QCOMPARE(read(u"c.vxb"_s), read(u"a.vxb"_s));
+}
+
+void tst_VxLabelCommands::runsWithoutEnvironment()
+{
+    write(u"small.vxl"_s, toJson(smallLabel()));
+    QStringList arguments { u"-i"_s };
+    // How a sanitizer treats what others leak belongs to the build, not to the run.
+    if (qEnvironmentVariableIsSet("LSAN_OPTIONS"))
+        arguments.append(u"LSAN_OPTIONS=%1"_s.arg(qEnvironmentVariable("LSAN_OPTIONS")));
+    arguments += { program(), u"render"_s, u"small.vxl"_s, u"-o"_s, u"small.png"_s };
+    const ProgramResult result = runCommand(u"/usr/bin/env"_s, arguments);
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.out, QByteArray());
+    QCOMPARE(result.code, 0);
+    QCOMPARE(QImage(path(u"small.png"_s)).size(), QSize(100, 50));
+}
+
+QTEST_GUILESS_MAIN(tst_VxLabelCommands)
+
+#include "tst_vxlabelcommands.moc"
