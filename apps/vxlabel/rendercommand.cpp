@@ -32,11 +32,21 @@ bool promisesOtherThanPng(const QString &path)
     return !suffix.isEmpty() && suffix.compare("png"_L1, Qt::CaseInsensitive) != 0;
 }
 
+bool isSameFile(const QString &left, const QString &right)
+{
+    const QString path = QFileInfo(left).canonicalFilePath();
+    return !path.isEmpty() && path == QFileInfo(right).canonicalFilePath();
+}
+
 ExitCode render(const RenderOptions &options, BrokenItems broken)
 {
     const QString target = QFile::decodeName(options.output.c_str());
     if (promisesOtherThanPng(target)) {
         Terminal::complain({ target, {}, u"the image is a PNG"_s, u"let the name end in .png"_s });
+        return ExitCode::Usage;
+    }
+    if (isSameFile(target, QFile::decodeName(options.label.c_str()))) {
+        Terminal::complain({ target, {}, u"is the label itself"_s, u"choose another name"_s });
         return ExitCode::Usage;
     }
     const std::optional<LabelInput> label = loadLabel(options.label, broken);

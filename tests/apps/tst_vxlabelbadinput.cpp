@@ -18,6 +18,8 @@ private Q_SLOTS:
 
     void refusesWrongUsage_data();
     void refusesWrongUsage();
+    void refusesToRenderOverTheLabel_data();
+    void refusesToRenderOverTheLabel();
     void refusesBadLabels_data();
     void refusesBadLabels();
     void refusesDeclaredItemsThatAreMissing();
@@ -75,6 +77,26 @@ void tst_VxLabelBadInput::refusesWrongUsage()
     QCOMPARE(result.out, QByteArray());
     QCOMPARE(result.code, 2);
     QCOMPARE(files(), QStringList());
+}
+
+void tst_VxLabelBadInput::refusesToRenderOverTheLabel_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("output");
+    QTest::newRow("no ending") << u"label"_s << u"label"_s;
+    QTest::newRow("the ending of an image") << u"label.png"_s << u"label.png"_s;
+    QTest::newRow("by another path") << u"label.png"_s << u"./label.png"_s;
+}
+
+void tst_VxLabelBadInput::refusesToRenderOverTheLabel()
+{
+    QFETCH(QString, label);
+    QFETCH(QString, output);
+    write(label, "anything");
+    const ProgramResult result = run({ u"render"_s, label, u"-o"_s, output, u"--force"_s });
+    QCOMPARE(result.err, "vxlabel: " + output.toUtf8() + ": is the label itself; choose another name\n");
+    QCOMPARE(result.code, 2);
+    QCOMPARE(read(label), QByteArray("anything"));
 }
 
 void tst_VxLabelBadInput::refusesBadLabels_data()
