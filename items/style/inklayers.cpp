@@ -35,6 +35,16 @@ template <bool First, std::size_t Count> void mergeRow(QRgb *out, Pass pass, QRg
     }
 }
 
+/// Clears the upper halves of the vector registers. Other code of the process may leave them in use, and then
+/// the narrower instructions of this file take four times as long.
+void clearUpperVectorHalves()
+{
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__AVX__)
+    if (__builtin_cpu_supports("avx"))
+        asm volatile("vzeroupper");
+#endif
+}
+
 using RowMerger = void (*)(QRgb *, Pass, QRgb, int);
 
 template <bool First, std::size_t... Counts>
@@ -54,6 +64,7 @@ RowMerger mergerFor(bool first, std::size_t count)
 
 void recombineInkLayers(QImage &out, const std::vector<InkLayer> &layers, QRgb paper)
 {
+    clearUpperVectorHalves();
     for (int y = 0; y < out.height(); ++y) {
         auto *row = reinterpret_cast<QRgb *>(out.scanLine(y));
         for (std::size_t from = 0; from < layers.size(); from += layersPerPass) {
