@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/classfactory.h"
 
+#include "items/shapes/diamonditem.h"
+#include "items/shapes/ellipseitem.h"
+#include "items/shapes/equilateraltriangleitem.h"
+#include "items/shapes/hexagonitem.h"
+#include "items/shapes/lineitem.h"
+#include "items/shapes/octagonitem.h"
+#include "items/shapes/pentagonitem.h"
+#include "items/shapes/pieitem.h"
 #include "items/shapes/rectangleitem.h"
+#include "items/shapes/righttriangleitem.h"
+#include "items/shapes/roundedrectangleitem.h"
 
 namespace {
 
@@ -17,7 +27,17 @@ template <typename T> Item *make()
 }
 
 constexpr Registration registrations[] = {
+    { MobraTypes::LineShape, &make<LineItem> },
     { MobraTypes::RectangleShape, &make<RectangleItem> },
+    { MobraTypes::RoundedRectangleShape, &make<RoundedRectangleItem> },
+    { MobraTypes::EllipseShape, &make<EllipseItem> },
+    { MobraTypes::PieShape, &make<PieItem> },
+    { MobraTypes::RightTriangleShape, &make<RightTriangleItem> },
+    { MobraTypes::EquilateralTriangleShape, &make<EquilateralTriangleItem> },
+    { MobraTypes::DiamondShape, &make<DiamondItem> },
+    { MobraTypes::PentagonShape, &make<PentagonItem> },
+    { MobraTypes::HexagonShape, &make<HexagonItem> },
+    { MobraTypes::OctagonShape, &make<OctagonItem> },
 };
 
 } // namespace

@@ -179,6 +179,11 @@ QSizeF Item::getItemSize() const
     return QSizeF(m_width, m_height);
 }
 
+QRectF Item::sizeRect() const
+{
+    return QRectF(0.0, 0.0, Limits::geometry(m_width), Limits::geometry(m_height));
+}
+
 void Item::storeItemSize(const QSizeF &size)
 {
     announceGeometryChange();

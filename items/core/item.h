@@ -8,6 +8,7 @@
 
 #include <QMap>
 #include <QPointF>
+#include <QRectF>
 #include <QString>
 #include <QStringList>
 #include <QTransform>
@@ -20,7 +21,6 @@ class QGraphicsItem;
 class QGraphicsScene;
 class QImage;
 class QPainter;
-class QRectF;
 class QStyleOptionGraphicsItem;
 
 /// The base of every canvas item: identity, flags, size and scale, rotation, mirroring, datasource binding,
@@ -206,6 +206,9 @@ protected:
         copyItemProperties(copy.get(), true);
         return copy;
     }
+
+    /// (0, 0, width, height), within the drawable range.
+    QRectF sizeRect() const;
 
     /// The last step of paint(): the selection frame, which an item draws when it has no parent or lies in a
     /// layer.

@@ -49,6 +49,7 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
     double z;
     qint32 graphicsFlags;
     bool visible;
+    double rotation;
     QSizeF size;
     std::array<double, 9> m;
     QPointF position;
@@ -56,7 +57,7 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
     const auto head = std::tie(id, flags);
     const auto mirrors = std::tie(horizontal, vertical, m_allowOverprint);
     const auto rest
-        = std::tie(z, graphicsFlags, visible, m_rotation, size.rwidth(), size.rheight(), m_scaleX, m_scaleY,
+        = std::tie(z, graphicsFlags, visible, rotation, size.rwidth(), size.rheight(), m_scaleX, m_scaleY,
             m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8], position.rx(), position.ry(), datasourceId);
     if (version >= mirrorsSinceVersion)
         Record::read(stream, std::tuple_cat(head, mirrors, rest));
@@ -70,6 +71,7 @@ void Item::loadItemFromData(QDataStream &stream, unsigned int version)
     setItemZValue(z);
     setItemQFlags(static_cast<unsigned int>(graphicsFlags));
     setItemIsVisible(visible);
+    m_rotation = rotation; // after the mirrors, which a line turns into a rotation
     storeItemSize(size);
     setItemTransform(QTransform(m[0], m[1], m[2], m[3], m[4], m[5], m[6], m[7], m[8]));
     moveItem(position);

@@ -11,15 +11,11 @@ MirrorScope::MirrorScope(const Item &item, QPainter &painter, double width, doub
     if (item.getItemHorizontalMirror() || item.getItemVerticalMirror())
         item.painterMirrorTransform(&painter, width, height);
     else
-        m_upright = PenAndBrush { painter.pen(), painter.brush() };
+        m_upright.emplace(painter);
 }
 
 MirrorScope::~MirrorScope()
 {
-    if (!m_upright) {
+    if (!m_upright)
         m_painter.restore();
-        return;
-    }
-    m_painter.setPen(m_upright->pen);
-    m_painter.setBrush(m_upright->brush);
 }

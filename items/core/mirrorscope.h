@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/penandbrushscope.h"
 #include "items/core/vxexport.h"
-
-#include <QBrush>
-#include <QPen>
 
 #include <optional>
 
@@ -22,14 +20,7 @@ public:
     Q_DISABLE_COPY_MOVE(MirrorScope)
 
 private:
-    struct PenAndBrush
-    {
-        QPen pen;
-        QBrush brush;
-    };
-
     QPainter &m_painter;
-    /// What an upright item has to put back; saving the painter's whole state for it would cost several times
-    /// as much.
-    std::optional<PenAndBrush> m_upright;
+    /// Of an upright item, whose painter is not saved as a whole.
+    std::optional<PenAndBrushScope> m_upright;
 };

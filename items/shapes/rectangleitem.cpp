@@ -2,8 +2,6 @@
 #include "items/shapes/rectangleitem.h"
 
 #include "items/core/itemcolors.h"
-#include "items/core/limits.h"
-#include "items/core/mirrorscope.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -34,31 +32,19 @@ QString RectangleItem::toDescriptionString() const
     return QStringLiteral("rectangle %1").arg(itemId());
 }
 
-QRectF RectangleItem::boundingRect() const
-{
-    return QRectF(0, 0, Limits::geometry(m_width), Limits::geometry(m_height));
-}
-
 QPainterPath RectangleItem::shape() const
 {
-    return pathOf(boundingRect());
+    return pathOf(sizeRect());
 }
 
 QPainterPath RectangleItem::opaqueArea() const
 {
-    return itemIsOpaque() ? pathOf(boundingRect()) : QPainterPath();
+    return itemIsOpaque() ? pathOf(sizeRect()) : QPainterPath();
 }
 
 void RectangleItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
 {
-    const QRectF bounds = boundingRect();
-    {
-        const MirrorScope mirrored(*this, *painter, bounds.width(), bounds.height());
-        painter->setPen(itemPen());
-        painter->setBrush(itemBrush());
-        painter->drawRect(rect());
-    }
-    paintSelectionFrame(painter, option, bounds);
+    paintShape(painter, option, [this](QPainter &mirrored) { mirrored.drawRect(rect()); });
 }
 
 void RectangleItem::setItemPenColor(const QColor &color)

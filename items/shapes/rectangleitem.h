@@ -24,7 +24,7 @@ public:
     // QGraphicsItem
     enum { Type = MobraTypes::RectangleShape };
     int type() const override { return Type; }
-    QRectF boundingRect() const override;
+    QRectF boundingRect() const override { return sizeRect(); }
     QPainterPath shape() const override;
     QPainterPath opaqueArea() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;

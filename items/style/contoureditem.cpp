@@ -22,24 +22,6 @@ unsigned short penWidthLimit(const QSizeF &size)
     return static_cast<unsigned short>(std::min(Limits::toInt(std::trunc(limit)), 0xFFFF));
 }
 
-/// A stored style as Qt knows it. Records and maps may hold any number.
-Qt::PenStyle paintedStyle(int style)
-{
-    return style >= Qt::NoPen && style <= Qt::CustomDashLine ? static_cast<Qt::PenStyle>(style) : Qt::NoPen;
-}
-
-Qt::PenJoinStyle paintedJoin(int join)
-{
-    switch (join) {
-    case Qt::MiterJoin:
-    case Qt::BevelJoin:
-    case Qt::SvgMiterJoin:
-        return static_cast<Qt::PenJoinStyle>(join);
-    default:
-        return Qt::RoundJoin;
-    }
-}
-
 /// The pen of the given values. Items of one look share it: a pen of its own for each item would cost two
 /// allocations and, in a large scene, a cache miss at every painting.
 QPen sharedPen(const QColor &color, int width, Qt::PenStyle style, Qt::PenCapStyle cap, Qt::PenJoinStyle join)
@@ -96,7 +78,7 @@ void ContouredItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
     if (style == m_penJoinStyle || m_penJoinStyle == Qt::MPenJoinStyle)
         return;
     m_penJoinStyle = style;
-    m_pen.setJoinStyle(paintedJoin(style));
+    m_pen.setJoinStyle(paintedPenJoinStyle());
 }
 
 void ContouredItem::updateItemPen()
@@ -104,15 +86,33 @@ void ContouredItem::updateItemPen()
     m_pen = penOfWidth(std::min(m_penWidth, penWidthLimit(getItemSize())));
 }
 
+Qt::PenStyle ContouredItem::paintedPenStyle() const
+{
+    return m_penStyle >= Qt::NoPen && m_penStyle <= Qt::CustomDashLine ? static_cast<Qt::PenStyle>(m_penStyle)
+                                                                       : Qt::NoPen;
+}
+
+Qt::PenJoinStyle ContouredItem::paintedPenJoinStyle() const
+{
+    switch (m_penJoinStyle) {
+    case Qt::MiterJoin:
+    case Qt::BevelJoin:
+    case Qt::SvgMiterJoin:
+        return static_cast<Qt::PenJoinStyle>(m_penJoinStyle);
+    default:
+        return Qt::RoundJoin;
+    }
+}
+
 QPen ContouredItem::penOfWidth(unsigned short width) const
 {
-    const Qt::PenStyle style = paintedStyle(m_penStyle);
+    const Qt::PenStyle style = paintedPenStyle();
     if (m_penWidth == 0 || style == Qt::NoPen) {
         QPen none(Qt::NoPen);
         none.setWidth(0);
         return none;
     }
-    return sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedJoin(m_penJoinStyle));
+    return sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedPenJoinStyle());
 }
 
 QRectF ContouredItem::insideOutline(const QSizeF &size, double penWidth)

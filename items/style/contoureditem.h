@@ -54,6 +54,9 @@ protected:
     static QRectF insideOutline(const QSizeF &size, double penWidth);
     /// The pen to paint with, without a copy.
     const QPen &itemPen() const { return m_pen; }
+    /// The stored style and join as Qt knows them; records and maps may hold any number.
+    Qt::PenStyle paintedPenStyle() const;
+    Qt::PenJoinStyle paintedPenJoinStyle() const;
     bool penIsVisible() const { return m_penWidth > 0 && m_penStyle != Qt::NoPen; }
     /// Makes the outline black if it prints, else white. Returns prints.
     bool reducePen(bool prints);

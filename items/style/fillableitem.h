@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/mirrorscope.h"
 #include "items/core/mobratypes.h"
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/ibrushitem.h"
@@ -9,6 +10,7 @@
 #include <QBrush>
 #include <QImage>
 #include <QList>
+#include <QPainter>
 #include <QSize>
 
 #include <functional>
@@ -84,6 +86,21 @@ protected:
 
     /// The brush to paint with, without a copy.
     const QBrush &itemBrush() const { return m_brush; }
+    /// The body of paint(): what draw draws into a painter that holds the item's pen, brush and mirrors, and
+    /// the selection frame.
+    template <typename Draw>
+    void paintShape(QPainter *painter, const QStyleOptionGraphicsItem *option, Draw &&draw) const
+    {
+        const QRectF bounds = sizeRect();
+        {
+            const MirrorScope mirrored(*this, *painter, bounds.width(), bounds.height());
+            painter->setPen(itemPen());
+            painter->setBrush(m_brush);
+            draw(*painter);
+        }
+        paintSelectionFrame(painter, option, bounds);
+    }
+
     /// Draws a shape with the pen and brush that the painter holds, at a print scaling and the scaled pen's
     /// width.
     using ScaledDrawing = std::function<void(QPainter &, double scaling, double penWidth)>;

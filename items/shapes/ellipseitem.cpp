@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/ellipseitem.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+EllipseItem::EllipseItem()
+{
+    setItemShape(MobraTypes::EllipseShape);
+    EllipseItem::updateItemPen();
+    updateItemBrush();
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
+}
+
+EllipseItem::~EllipseItem() = default;
+
+QString EllipseItem::toDescriptionString() const
+{
+    return QStringLiteral("ellipse %1").arg(itemId());
+}
+
+QPainterPath EllipseItem::shape() const
+{
+    QPainterPath path;
+    path.addEllipse(sizeRect());
+    return path;
+}
+
+QPainterPath EllipseItem::opaqueArea() const
+{
+    return itemIsOpaque() ? EllipseItem::shape() : QPainterPath();
+}
+
+void EllipseItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
+{
+    paintShape(painter, option, [this](QPainter &mirrored) { mirrored.drawEllipse(rect()); });
+}
+
+void EllipseItem::updateItemPen()
+{
+    FillableItem::updateItemPen();
+    updateRect();
+}
+
+void EllipseItem::updateRect()
+{
+    setRect(insideOutline(getItemSize(), itemPen().width()));
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    prepareGeometryChange();
+}
+
+void EllipseItem::itemSizeChanged()
+{
+    FillableItem::itemSizeChanged();
+    updateRect();
+}
+
+void EllipseItem::updateItemSize(const QSizeF &size)
+{
+    FillableItem::updateItemSize(size);
+    itemSizeChanged();
+}
+
+void EllipseItem::preparePrintImage()
+{
+    const ScaledDrawing draw = [this](QPainter &painter, double scaling, double penWidth) {
+        painter.drawEllipse(insideOutline(getItemSize() * scaling, penWidth));
+    };
+    const ScaledDrawing drawArea = [this](QPainter &painter, double scaling, double /*penWidth*/) {
+        painter.setPen(Qt::NoPen);
+        painter.drawEllipse(insideOutline(getItemSize() * scaling, 0.0));
+    };
+    prepareShapeImage(draw, drawArea);
+}
+
+Item *EllipseItem::createItemCopy()
+{
+    auto copy = copyAs<EllipseItem>();
+    copy->setRect(rect());
+    return copy.release();
+}
+
+void EllipseItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    FillableItem::loadItemFromData(stream, version);
+    updateRect();
+}
+
+QVariantMap EllipseItem::saveItemToJSON()
+{
+    return FillableItem::saveItemToJSON();
+}
+
+void EllipseItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
+{
+    FillableItem::loadItemFromJSON(map, version);
+    updateRect();
+}

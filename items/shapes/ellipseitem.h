@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "items/core/itemproperties.h"
+#include "items/style/fillableitem.h"
+
+#include <QGraphicsEllipseItem>
+#include <QObject>
+
+/// The ellipse inscribed in the logical size, with its outline inside. Both scale factors stay 1: a new size
+/// lays the ellipse out again.
+class VX_EXPORT EllipseItem : public QObject, public QGraphicsEllipseItem, public FillableItem
+{
+    Q_OBJECT
+    Q_INTERFACES(QGraphicsItem)
+    VX_SHAPE_PROPERTY
+    VX_IDENTITY_PROPERTIES
+    VX_ROTATION_PROPERTIES
+    VX_SIZE_PROPERTIES
+    VX_TRANSFORM_PROPERTY
+    VX_OVERPRINT_PROPERTY
+    VX_DATASOURCE_PROPERTIES
+    VX_PEN_COLOR_PROPERTY
+    VX_FILL_COLOR_PROPERTY
+    VX_PEN_PROPERTIES
+    VX_BRUSH_PROPERTY
+    VX_POSITION_PROPERTIES
+
+public:
+    EllipseItem();
+    ~EllipseItem() override;
+
+    // QGraphicsItem
+    enum { Type = MobraTypes::EllipseShape };
+    int type() const override { return Type; }
+    QRectF boundingRect() const override { return sizeRect(); }
+    QPainterPath shape() const override;
+    QPainterPath opaqueArea() const override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
+
+    /// Fits the ellipse into the size so that an outline of the pen's whole width lies inside, and sets both
+    /// scale factors to 1.
+    void updateRect();
+
+    // Item
+    [[nodiscard]] Item *createItemCopy() override;
+    QString toDescriptionString() const override;
+    void updateItemSize(const QSizeF &size) override;
+    void loadItemFromData(QDataStream &stream, unsigned int version) override;
+    QVariantMap saveItemToJSON() override;
+    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
+
+    // ContouredItem, FillableItem
+    void updateItemPen() override;
+    void preparePrintImage() override;
+
+protected:
+    void announceGeometryChange() override { prepareGeometryChange(); }
+    void itemSizeChanged() override;
+};

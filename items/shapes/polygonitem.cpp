@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/polygonitem.h"
+
+#include "items/core/limits.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QTransform>
+
+#include <algorithm>
+
+namespace {
+
+enum JoinClass { Miter, Bevel, OtherJoin };
+
+JoinClass joinClass(int join)
+{
+    switch (join) {
+    case Qt::MiterJoin:
+        return Miter;
+    case Qt::BevelJoin:
+        return Bevel;
+    default:
+        return OtherJoin;
+    }
+}
+
+QPolygonF drawable(QPolygonF polygon)
+{
+    std::ranges::transform(
+        polygon, polygon.begin(), [](const QPointF &point) { return Limits::geometry(point); });
+    return polygon;
+}
+
+} // namespace
+
+PolygonItem::PolygonItem()
+{
+    updateItemBrush();
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
+}
+
+PolygonItem::~PolygonItem() = default;
+
+void PolygonItem::initialize(MobraTypes::ShapeType shape)
+{
+    setItemShape(shape);
+    setPolygonShape();
+    PolygonItem::updateItemPen();
+}
+
+void PolygonItem::setReference(
+    const QPolygonF &points, const QSizeF &size, double bevelReach, double roundReach)
+{
+    m_originalPolygon = points;
+    m_resizedPolygon = points;
+    setOutlines({ points, points });
+    storeItemSize(size);
+    m_overshoot = { 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.0, bevelReach, roundReach };
+    calculateOvershoot();
+}
+
+QPainterPath PolygonItem::shape() const
+{
+    QPainterPath path;
+    path.addPolygon(m_shapePolygon);
+    return path;
+}
+
+QPainterPath PolygonItem::opaqueArea() const
+{
+    return itemIsOpaque() ? PolygonItem::shape() : QPainterPath();
+}
+
+void PolygonItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
+{
+    paintShape(painter, option, [this](QPainter &mirrored) { mirrored.drawConvexPolygon(polygon()); });
+}
+
+void PolygonItem::setItemSizeLocal()
+{
+    m_resizedPolygon = QTransform::fromScale(getItemScaleX(), getItemScaleY()).map(m_originalPolygon);
+    setPolygon(drawable(m_resizedPolygon));
+    updateItemBrush();
+    adjustForPen();
+    prepareGeometryChange();
+}
+
+void PolygonItem::rebuildOutline()
+{
+    calculateOvershoot();
+    setItemSizeLocal();
+}
+
+void PolygonItem::itemSizeChanged()
+{
+    FillableItem::itemSizeChanged();
+    rebuildOutline();
+}
+
+void PolygonItem::updateItemSize(const QSizeF &size)
+{
+    applySize(size);
+}
+
+void PolygonItem::updateItemPen()
+{
+    const QPen before = itemPen();
+    FillableItem::updateItemPen();
+    if (itemPen() != before)
+        adjustForPen();
+}
+
+void PolygonItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
+{
+    const int before = m_penJoinStyle;
+    FillableItem::setItemPenJoinStyle(style);
+    if (m_penJoinStyle != before)
+        adjustForPen();
+}
+
+void PolygonItem::setOutlines(const Outlines &outlines)
+{
+    setPolygon(drawable(outlines.drawn));
+    m_shapePolygon = drawable(outlines.shape);
+}
+
+void PolygonItem::insetOutlines(double measure, const Inset &inset)
+{
+    const bool extended = getItemWidth() != 0.0 && getItemHeight() != 0.0;
+    if (measure == 0.0 || !extended)
+        setOutlines({ m_resizedPolygon, m_resizedPolygon });
+    else
+        setOutlines(inset(m_resizedPolygon, measure, joinClass(m_penJoinStyle)));
+}
+
+QPointF PolygonItem::grown(const QPointF &point, double width, double height) const
+{
+    const QPointF centre(getItemWidth() / 2.0, getItemHeight() / 2.0);
+    const QPointF arm = point - centre;
+    return centre
+        + QPointF(arm.x() * (getItemWidth() + width) / getItemWidth(),
+            arm.y() * (getItemHeight() + height) / getItemHeight());
+}
+
+QPolygonF PolygonItem::grown(const QPolygonF &polygon, double width, double height) const
+{
+    QPolygonF larger;
+    for (const QPointF &point : polygon)
+        larger << grown(point, width, height);
+    return larger;
+}
+
+void PolygonItem::preparePrintImage()
+{
+    const ScaledDrawing draw = [this](QPainter &painter, double scaling, double /*penWidth*/) {
+        painter.drawConvexPolygon(drawable(QTransform::fromScale(scaling, scaling).map(polygon())));
+    };
+    const ScaledDrawing drawArea = [&draw](QPainter &painter, double scaling, double penWidth) {
+        painter.setPen(Qt::NoPen);
+        draw(painter, scaling, penWidth);
+    };
+    prepareShapeImage(draw, drawArea);
+}
+
+void PolygonItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    FillableItem::loadItemFromData(stream, version);
+    rebuildOutline();
+}
+
+QVariantMap PolygonItem::saveItemToJSON()
+{
+    return FillableItem::saveItemToJSON();
+}
+
+void PolygonItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
+{
+    FillableItem::loadItemFromJSON(map, version);
+    rebuildOutline();
+}
