@@ -8,6 +8,7 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -23,6 +24,13 @@ JoinClass joinClass(int join)
     default:
         return OtherJoin;
     }
+}
+
+/// A size of 0, or one that is no number, leaves a scale from which no later size leads back.
+double usableScale(double scale, double side, double referenceSide)
+{
+    const bool usable = std::isfinite(scale) && std::abs(scale) > Limits::MinDivisor;
+    return usable ? scale : side / referenceSide;
 }
 
 QPolygonF drawable(QPolygonF polygon)
@@ -95,6 +103,9 @@ void PolygonItem::rebuildOutline()
 void PolygonItem::itemSizeChanged()
 {
     FillableItem::itemSizeChanged();
+    const QSizeF reference = m_originalPolygon.boundingRect().size();
+    setItemScaleX(usableScale(getItemScaleX(), getItemWidth(), reference.width()));
+    setItemScaleY(usableScale(getItemScaleY(), getItemHeight(), reference.height()));
     rebuildOutline();
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/core/basicconversions.h"
 #include "tests/support/allitems.h"
 #include "tests/support/images.h"
 #include "tests/support/itemrecords.h"
@@ -24,16 +25,43 @@ const QSize canvas(160, 160);
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-const QStringList filledShapeProperties { u"itemShape"_s, u"itemId"_s, u"itemFlags"_s, u"itemQFlags"_s,
-    u"itemZValue"_s, u"itemRotation"_s, u"itemHorizontalMirror"_s, u"itemVerticalMirror"_s, u"itemWidth"_s,
-    u"itemHeight"_s, u"itemScaleX"_s, u"itemScaleY"_s, u"itemTransform"_s, u"allowOverprint"_s,
-    u"itemPenColor"_s, u"itemFillColor"_s, u"itemPenWidth"_s, u"itemPenStyle"_s, u"itemPenCapStyle"_s,
-    u"itemPenJoinStyle"_s, u"itemBrushStyle"_s, u"itemPositionX"_s, u"itemPositionY"_s };
+// The groups of which every class makes its list.
+const QStringList identity { u"itemShape"_s, u"itemId"_s, u"itemFlags"_s, u"itemQFlags"_s, u"itemZValue"_s };
+const QStringList turning { u"itemRotation"_s, u"itemHorizontalMirror"_s, u"itemVerticalMirror"_s };
+const QStringList size { u"itemWidth"_s, u"itemHeight"_s, u"itemScaleX"_s, u"itemScaleY"_s };
+const QStringList transform { u"itemTransform"_s };
+const QStringList overprint { u"allowOverprint"_s };
+const QStringList binding { u"itemDatasourceId"_s, u"itemDatasourceField"_s };
+const QStringList colors { u"itemPenColor"_s, u"itemFillColor"_s };
+const QStringList pen { u"itemPenWidth"_s, u"itemPenStyle"_s, u"itemPenCapStyle"_s, u"itemPenJoinStyle"_s };
+const QStringList brush { u"itemBrushStyle"_s };
+const QStringList position { u"itemPositionX"_s, u"itemPositionY"_s };
 
-/// The property names of every class in their order. A class without a row fails: its properties may be
-/// missing altogether, which neither moc nor the compiler reports.
+const QStringList rectangle
+    = identity + turning + size + transform + overprint + colors + pen + brush + position;
+const QStringList ellipse
+    = identity + turning + size + transform + overprint + binding + colors + pen + brush + position;
+const QStringList polygon
+    = identity + turning + overprint + size + transform + binding + colors + pen + brush + position;
+const QStringList line = identity + turning + size + transform + overprint + binding + pen
+    + QStringList { u"itemPenColor"_s, u"itemArrows"_s, u"itemLength"_s } + position;
+
+/// The property names of every class in their order, those of its base first. A class without a row fails:
+/// its properties may be missing altogether, which neither moc nor the compiler reports.
 const QMap<ShapeType, QStringList> propertiesOfShapes {
-    { MobraTypes::RectangleShape, filledShapeProperties },
+    { MobraTypes::LineShape, line },
+    { MobraTypes::RectangleShape, rectangle },
+    { MobraTypes::RoundedRectangleShape,
+        rectangle + QStringList { u"roundingRadiusX"_s, u"roundingRadiusY"_s } },
+    { MobraTypes::EllipseShape, ellipse },
+    { MobraTypes::PieShape,
+        ellipse + QStringList { u"drawCircle"_s, u"startPieAngle"_s, u"spanPieAngle"_s } },
+    { MobraTypes::RightTriangleShape, polygon },
+    { MobraTypes::EquilateralTriangleShape, polygon },
+    { MobraTypes::DiamondShape, polygon },
+    { MobraTypes::PentagonShape, polygon },
+    { MobraTypes::HexagonShape, polygon },
+    { MobraTypes::OctagonShape, polygon },
 };
 
 /// The class's own properties in declared order.
@@ -148,7 +176,7 @@ class tst_ItemContract : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void factoryMakesTheRectangle();
+    void everyRowHasAClass();
     void propertiesAreDeclaredInOrder_data() { AllItems::addRows(); }
     void propertiesAreDeclaredInOrder();
     void propertiesCanBeReadAndWritten_data() { AllItems::addRows(); }
@@ -187,9 +215,9 @@ private Q_SLOTS:
     void shortTransformListsChangeNothing();
 };
 
-void tst_ItemContract::factoryMakesTheRectangle()
+void tst_ItemContract::everyRowHasAClass()
 {
-    QVERIFY(AllItems::shapes().contains(MobraTypes::RectangleShape));
+    QCOMPARE(AllItems::shapes(), propertiesOfShapes.keys());
 }
 
 void tst_ItemContract::propertiesAreDeclaredInOrder()
@@ -218,8 +246,8 @@ void tst_ItemContract::itemKnowsItsCode()
     const std::unique_ptr<Item> item = AllItems::made(shape);
     QCOMPARE(item->getItemShape(), shape);
     // The six polygons answer their common code.
-    const bool polygon = shape >= MobraTypes::RightTriangleShape && shape <= MobraTypes::OctagonShape;
-    QCOMPARE(AllItems::graphics(*item).type(), int(polygon ? MobraTypes::PolygonShape : shape));
+    const bool isPolygon = shape >= MobraTypes::RightTriangleShape && shape <= MobraTypes::OctagonShape;
+    QCOMPARE(AllItems::graphics(*item).type(), int(isPolygon ? MobraTypes::PolygonShape : shape));
 }
 
 void tst_ItemContract::newItemIsUnboundAndPrintable()
@@ -418,8 +446,14 @@ void tst_ItemContract::unusableSizesAreDrawnAsWhateverTheyAre()
         drawInEveryWay(*item);
 
         // Nothing of it is for ever.
-        item->updateItemSize(QSizeF(50.0, 40.0));
-        QCOMPARE(item->getItemSize(), QSizeF(50.0, 40.0));
+        const std::unique_ptr<Item> untouched = madeOrChanged(shape, changed);
+        for (Item *resized : { item.get(), untouched.get() })
+            resized->updateItemSize(QSizeF(50.0, 40.0));
+        QCOMPARE(item->getItemSize(), untouched->getItemSize());
+        const QRectF area = AllItems::graphics(*item).shape().boundingRect();
+        const QRectF expected = AllItems::graphics(*untouched).shape().boundingRect();
+        QVERIFY(BasicConversions::almostEqual(area.topLeft(), expected.topLeft(), 1e-9));
+        QVERIFY(BasicConversions::almostEqual(area.size(), expected.size(), 1e-9));
     }
 }
 

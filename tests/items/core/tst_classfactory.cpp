@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
+#include "items/shapes/diamonditem.h"
+#include "items/shapes/ellipseitem.h"
+#include "items/shapes/equilateraltriangleitem.h"
+#include "items/shapes/hexagonitem.h"
+#include "items/shapes/lineitem.h"
+#include "items/shapes/octagonitem.h"
+#include "items/shapes/pentagonitem.h"
+#include "items/shapes/pieitem.h"
 #include "items/shapes/rectangleitem.h"
+#include "items/shapes/righttriangleitem.h"
+#include "items/shapes/roundedrectangleitem.h"
 
 #include <QGraphicsItem>
 #include <QRegularExpression>
@@ -93,7 +103,18 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<IsExactly>("isExactly");
 
+    QTest::newRow("line") << 0x1001FU << 0x1001F << IsExactly(isExactly<LineItem>);
     QTest::newRow("rectangle") << 0x1002AU << 0x1002A << IsExactly(isExactly<RectangleItem>);
+    QTest::newRow("rounded rectangle") << 0x1002BU << 0x1002B << IsExactly(isExactly<RoundedRectangleItem>);
+    QTest::newRow("ellipse") << 0x1002CU << 0x1002C << IsExactly(isExactly<EllipseItem>);
+    QTest::newRow("pie") << 0x1002EU << 0x1002E << IsExactly(isExactly<PieItem>);
+    QTest::newRow("right triangle") << 0x10033U << 0x10065 << IsExactly(isExactly<RightTriangleItem>);
+    QTest::newRow("equilateral triangle")
+        << 0x10034U << 0x10065 << IsExactly(isExactly<EquilateralTriangleItem>);
+    QTest::newRow("diamond") << 0x10035U << 0x10065 << IsExactly(isExactly<DiamondItem>);
+    QTest::newRow("pentagon") << 0x10036U << 0x10065 << IsExactly(isExactly<PentagonItem>);
+    QTest::newRow("hexagon") << 0x10037U << 0x10065 << IsExactly(isExactly<HexagonItem>);
+    QTest::newRow("octagon") << 0x10038U << 0x10065 << IsExactly(isExactly<OctagonItem>);
 }
 
 void tst_ClassFactory::everyCodeMakesItsClass()
@@ -115,7 +136,17 @@ void tst_ClassFactory::descriptionsShowTheId_data()
     QTest::addColumn<short>("id");
     QTest::addColumn<QString>("description");
 
+    QTest::newRow("line") << 0x1001FU << short(7) << u"line 7"_s;
     QTest::newRow("rectangle") << 0x1002AU << short(7) << u"rectangle 7"_s;
+    QTest::newRow("rounded rectangle") << 0x1002BU << short(7) << u"rounded rectangle 7"_s;
+    QTest::newRow("ellipse") << 0x1002CU << short(7) << u"ellipse 7"_s;
+    QTest::newRow("pie") << 0x1002EU << short(7) << u"pie 7"_s;
+    QTest::newRow("right triangle") << 0x10033U << short(7) << u"right triangle 7"_s;
+    QTest::newRow("equilateral triangle") << 0x10034U << short(7) << u"equilateral triangle 7"_s;
+    QTest::newRow("diamond") << 0x10035U << short(7) << u"diamond 7"_s;
+    QTest::newRow("pentagon") << 0x10036U << short(7) << u"pentagon 7"_s;
+    QTest::newRow("hexagon") << 0x10037U << short(7) << u"hexagon 7"_s;
+    QTest::newRow("octagon") << 0x10038U << short(7) << u"octagon 7"_s;
     QTest::newRow("rectangle, new") << 0x1002AU << short(-1) << u"rectangle -1"_s;
     QTest::newRow("rectangle, smallest id") << 0x1002AU << short(-32768) << u"rectangle -32768"_s;
     QTest::newRow("rectangle, largest id") << 0x1002AU << short(32767) << u"rectangle 32767"_s;
