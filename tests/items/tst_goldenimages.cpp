@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/interfaces/fillcoloritem.h"
+#include "tests/items/looks.h"
 #include "tests/support/allitems.h"
 #include "tests/support/images.h"
 #include "tests/support/itemrecords.h"
+#include "tests/support/standins.h"
 
 #include <QApplication>
 #include <QGraphicsScene>
@@ -9,158 +12,109 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <functional>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Qt rounds gradients differently on processors with other vector instructions; everything else is exact.
-constexpr int gradientTolerance = 2;
-
-const QColor orange(0xF0, 0x90, 0x20);
-
-/// How a picture comes about: the changes to a new item of 64 x 48, and whether it is drawn as selected.
-struct Look
-{
-    QByteArray name;
-    std::function<void(FillableItem &)> change;
-    bool selected = false;
-    int tolerance = 0;
-};
-
-/// A class whose items are drawn in every look.
-struct Subject
-{
-    const char *name;
-    MobraTypes::ShapeType shape;
-};
-
-constexpr Subject subjects[] = { { "rectangle", MobraTypes::RectangleShape } };
-
-void paint(FillableItem &item, int penWidth, int brushStyle, const QColor &fill = orange)
-{
-    item.setItemPenColor(QColor(0x20, 0x40, 0xC0));
-    item.setItemPenWidth(static_cast<ushort>(penWidth));
-    item.setItemFillColor(fill);
-    item.setItemBrushStyleInt(brushStyle);
-}
-
-void paintRotated(FillableItem &item, int brushStyle)
-{
-    paint(item, 3, brushStyle);
-    item.setItemRotation(30.0);
-}
-
-QList<Look> plainLooks()
-{
-    const QColor translucent(0xF0, 0x90, 0x20, 0x60);
-    return {
-        { "new", [](FillableItem &) {} },
-        { "solid", [](FillableItem &item) { paint(item, 3, 1); } },
-        { "translucent", [=](FillableItem &item) { paint(item, 3, 1, translucent); } },
-        { "without-pen", [](FillableItem &item) { paint(item, 0, 1); } },
-        { "without-brush", [](FillableItem &item) { paint(item, 6, 0); } },
-        { "pen-limited", [](FillableItem &item) { paint(item, 72, 1); } },
-        { "rotated", [](FillableItem &item) { paintRotated(item, 1); } },
-        { "selected-new", [](FillableItem &) {}, true },
-        { "selected", [](FillableItem &item) { paint(item, 3, 1); }, true },
-        { "rotated-selected", [](FillableItem &item) { paintRotated(item, 11); }, true },
-    };
-}
-
-QList<Look> joinLooks()
-{
-    const auto joined = [](Qt::PenJoinStyle join) {
-        return [join](FillableItem &item) {
-            paint(item, 12, 1);
-            item.setItemPenJoinStyle(join);
-        };
-    };
-    return { { "join-miter", joined(Qt::MiterJoin) }, { "join-bevel", joined(Qt::BevelJoin) },
-        { "join-round", joined(Qt::RoundJoin) } };
-}
-
-QList<Look> dashLooks()
-{
-    const std::pair<QByteArray, Qt::PenStyle> pens[] = { { "dash", Qt::DashLine }, { "dot", Qt::DotLine },
-        { "dash-dot", Qt::DashDotLine }, { "dash-dot-dot", Qt::DashDotDotLine } };
-    const std::pair<QByteArray, Qt::PenCapStyle> caps[]
-        = { { "flat", Qt::FlatCap }, { "round", Qt::RoundCap } };
-    QList<Look> looks;
-    for (const auto &pen : pens) {
-        for (const auto &cap : caps)
-            looks << Look { "pen-" + pen.first + '-' + cap.first,
-                [style = pen.second, end = cap.second](FillableItem &item) {
-                    paint(item, 4, 1);
-                    item.setItemPenCapStyle(end);
-                    item.setItemPenStyle(style);
-                } };
-    }
-    return looks;
-}
-
-QList<Look> patternLooks()
-{
-    const QByteArrayList names { "dense1", "dense2", "dense3", "dense4", "dense5", "dense6", "dense7",
-        "horizontal", "vertical", "cross", "backward-diagonal", "forward-diagonal", "diagonal-cross" };
-    QList<Look> looks;
-    int style = MobraTypes::BrushDense1;
-    for (const QByteArray &name : names) {
-        looks << Look { "brush-" + name, [style](FillableItem &item) { paint(item, 2, style); } };
-        ++style;
-    }
-    return looks;
-}
-
-QList<Look> gradientLooks()
-{
-    const QByteArrayList mirrors { "", "-mirrored-horizontally", "-mirrored-vertically", "-mirrored-both" };
-    QList<Look> looks;
-    int style = MobraTypes::BrushLinearGradient;
-    for (const QByteArray &name : { QByteArray("linear"), QByteArray("radial"), QByteArray("conical") }) {
-        for (int mirrored = 0; mirrored < mirrors.size(); ++mirrored)
-            looks << Look { name + mirrors[mirrored],
-                [style, mirrored](FillableItem &item) {
-                    paint(item, 2, style);
-                    item.setItemHorizontalMirror(mirrored & 1);
-                    item.setItemVerticalMirror(mirrored & 2);
-                },
-                false, gradientTolerance };
-        ++style;
-    }
-    return looks;
-}
-
-QList<Look> allLooks()
-{
-    return plainLooks() + joinLooks() + dashLooks() + patternLooks() + gradientLooks();
-}
-
-QString nameOf(const Subject &subject, const Look &look)
-{
-    return QString::fromLatin1(subject.name) + u'-' + QString::fromLatin1(look.name);
-}
-
-/// The scene's picture of the item alone, in the middle of 96 x 80 pixels.
-QImage rendered(Item &item, bool selected)
-{
-    QGraphicsScene scene(0.0, 0.0, 96.0, 80.0);
-    QGraphicsItem &graphics = AllItems::graphics(item);
-    scene.addItem(&graphics);
-    graphics.setSelected(selected);
-    QImage image(96, 80, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    scene.render(&painter);
-    scene.removeItem(&graphics);
-    return image;
-}
+const QSize cellSize(96, 80);
+constexpr int columns = 8;
+constexpr int scales[] = { 1, 2 };
 
 /// The folder of the references in the source tree.
 QString goldenFolder()
 {
     return QStringLiteral(VX_TEST_DATA_DIR "/golden/");
+}
+
+/// The sheet that holds all looks of a class, row by row.
+QString sheetName(const Subject &subject, int scale)
+{
+    const QString name = QString::fromLatin1(subject.name);
+    return scale == 1 ? name + u".png"_s : name + u"@%1x.png"_s.arg(scale);
+}
+
+QSize sheetSize(const Subject &subject, int scale)
+{
+    const int rows = (int(subject.looks.size()) + columns - 1) / columns;
+    return QSize(columns * cellSize.width(), rows * cellSize.height()) * scale;
+}
+
+/// Null if it is missing.
+QImage sheetOf(const Subject &subject, int scale)
+{
+    static QHash<QString, QImage> sheets;
+    QImage &sheet = sheets[sheetName(subject, scale)];
+    if (sheet.isNull())
+        sheet.load(goldenFolder() + sheetName(subject, scale));
+    return sheet;
+}
+
+QRect cellOf(qsizetype look, int scale)
+{
+    const QPoint cell(int(look) % columns * cellSize.width(), int(look) / columns * cellSize.height());
+    return QRect(cell * scale, cellSize * scale);
+}
+
+/// The scene's picture of the item, in the middle of a cell.
+QImage rendered(Item &item, Look::Place place, int scale)
+{
+    QGraphicsScene scene(QRectF(QPointF(), cellSize));
+    QGraphicsItem &graphics = AllItems::graphics(item);
+    ParentStandIn group(MobraTypes::GroupShape);
+    scene.addItem(&group);
+    if (place == Look::SelectedInGroup)
+        graphics.setParentItem(&group);
+    else
+        scene.addItem(&graphics);
+    graphics.setSelected(place != Look::Alone);
+    QImage image(cellSize * scale, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    scene.render(&painter);
+    graphics.setParentItem(nullptr);
+    scene.removeItem(&graphics);
+    scene.removeItem(&group);
+    return image;
+}
+
+std::unique_ptr<Item> makeItem(const Subject &subject, const Look &look)
+{
+    std::unique_ptr<Item> item = AllItems::made(subject.shape);
+    item->setItemSize(QSizeF(64.0, 48.0));
+    AllItems::graphics(*item).setPos(16.0, 40.0 - item->getItemHeight() / 2.0);
+    look.change(*item);
+    return item;
+}
+
+std::unique_ptr<Item> loadedFromRecord(Item &item)
+{
+    std::unique_ptr<Item> loaded = AllItems::made(item.getItemShape());
+    ItemRecords::load(*loaded, ItemRecords::saved(item));
+    return loaded;
+}
+
+/// Property maps hold no translucent colours: a host adds them, and so does this.
+std::unique_ptr<Item> loadedFromMap(Item &item)
+{
+    QVariantMap map = item.saveItemToJSON();
+    if (const auto *fill = dynamic_cast<FillColorItem *>(&item))
+        map[u"itemFillColor"_s] = fill->getItemFillColor().name(QColor::HexArgb);
+    std::unique_ptr<Item> loaded = AllItems::made(item.getItemShape());
+    loaded->loadItemFromJSON(map, ItemRecords::currentVersion);
+    return loaded;
+}
+
+void writeSheet(const Subject &subject, int scale)
+{
+    QImage sheet(sheetSize(subject, scale), QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    QPainter painter(&sheet);
+    for (qsizetype i = 0; i < subject.looks.size(); ++i) {
+        const Look &look = subject.looks[i];
+        painter.drawImage(cellOf(i, scale), rendered(*makeItem(subject, look), look.place, scale));
+    }
+    painter.end();
+    QVERIFY(sheet.save(goldenFolder() + sheetName(subject, scale)));
 }
 
 } // namespace
@@ -177,61 +131,79 @@ private Q_SLOTS:
 
     void itemPaintsItsReference_data();
     void itemPaintsItsReference();
-    void everyReferenceHasALook();
+    void everyClassHasLooks();
+    void everySheetIsFull();
 };
 
 void tst_GoldenImages::initTestCase()
 {
-    QVERIFY(QDir(goldenFolder()).exists());
     QPalette palette;
     palette.setColor(QPalette::WindowText, Qt::black); // the selection frame
     QApplication::setPalette(palette);
+    if (qEnvironmentVariableIntValue("VX_UPDATE_REFERENCES") != 1)
+        return;
+    for (const Subject &subject : subjectsWithLooks()) {
+        for (const int scale : scales)
+            writeSheet(subject, scale);
+    }
 }
 
 void tst_GoldenImages::itemPaintsItsReference_data()
 {
     QTest::addColumn<Subject>("subject");
-    QTest::addColumn<Look>("look");
-    for (const Subject &subject : subjects) {
-        for (const Look &look : allLooks())
-            QTest::newRow(qPrintable(nameOf(subject, look))) << subject << look;
+    QTest::addColumn<qsizetype>("look");
+    QTest::addColumn<int>("scale");
+    for (const Subject &subject : subjectsWithLooks()) {
+        for (qsizetype i = 0; i < subject.looks.size(); ++i) {
+            for (const int scale : scales)
+                QTest::addRow(
+                    "%s %s @%dx", subject.name.constData(), subject.looks[i].name.constData(), scale)
+                    << subject << i << scale;
+        }
     }
 }
 
 void tst_GoldenImages::itemPaintsItsReference()
 {
     QFETCH(const Subject, subject);
-    QFETCH(const Look, look);
-    const QString name = nameOf(subject, look);
-    const QString path = goldenFolder() + name + u".png"_s;
-    const std::unique_ptr<Item> made = AllItems::made(subject.shape);
-    made->setItemSize(QSizeF(64.0, 48.0));
-    AllItems::graphics(*made).setPos(16.0, 16.0);
-    look.change(dynamic_cast<FillableItem &>(*made));
-    if (qEnvironmentVariableIntValue("VX_UPDATE_REFERENCES") == 1)
-        QVERIFY(rendered(*made, look.selected).save(path));
+    QFETCH(const qsizetype, look);
+    QFETCH(const int, scale);
+    const auto &[lookName, change, place, tolerance] = subject.looks[look];
+    const QImage sheet = sheetOf(subject, scale);
+    QVERIFY2(!sheet.isNull(), "the sheet is missing; VX_UPDATE_REFERENCES=1 makes it");
+    const QImage reference = sheet.copy(cellOf(look, scale));
 
-    const QImage reference(path);
-    QVERIFY2(!reference.isNull(), qPrintable(path + u" is missing; VX_UPDATE_REFERENCES=1 makes it"_s));
+    const std::unique_ptr<Item> made = makeItem(subject, subject.looks[look]);
     const std::unique_ptr<Item> copied(made->createItemCopy());
-    const std::unique_ptr<Item> loaded = AllItems::made(subject.shape);
-    QCOMPARE(ItemRecords::load(*loaded, ItemRecords::saved(*made)), QDataStream::Ok);
-
-    const std::pair<QString, Item *> items[]
-        = { { u"made"_s, made.get() }, { u"copied"_s, copied.get() }, { u"loaded"_s, loaded.get() } };
+    const std::unique_ptr<Item> fromRecord = loadedFromRecord(*made);
+    const std::unique_ptr<Item> fromMap = loadedFromMap(*made);
+    const std::pair<QString, Item *> items[] = { { u"made"_s, made.get() }, { u"copied"_s, copied.get() },
+        { u"loaded from its record"_s, fromRecord.get() }, { u"loaded from its map"_s, fromMap.get() } };
     for (const auto &[origin, item] : items) {
-        const QString difference = Images::difference(
-            rendered(*item, look.selected), reference, name + u'-' + origin, look.tolerance);
+        const QString name = QString::fromLatin1(subject.name + '-' + lookName) + u'-' + origin;
+        const QString difference
+            = Images::difference(rendered(*item, place, scale), reference, name, tolerance);
         QVERIFY2(difference.isEmpty(), qPrintable(origin + u": "_s + difference));
     }
 }
 
-void tst_GoldenImages::everyReferenceHasALook()
+void tst_GoldenImages::everyClassHasLooks()
+{
+    QList<MobraTypes::ShapeType> shapes;
+    for (const Subject &subject : subjectsWithLooks())
+        shapes << subject.shape;
+    std::ranges::sort(shapes);
+    QCOMPARE(shapes, AllItems::shapes());
+}
+
+void tst_GoldenImages::everySheetIsFull()
 {
     QStringList files;
-    for (const Subject &subject : subjects) {
-        for (const Look &look : allLooks())
-            files << nameOf(subject, look) + u".png"_s;
+    for (const Subject &subject : subjectsWithLooks()) {
+        for (const int scale : scales) {
+            files << sheetName(subject, scale);
+            QCOMPARE(sheetOf(subject, scale).size(), sheetSize(subject, scale));
+        }
     }
     files.sort();
     QStringList kept = QDir(goldenFolder()).entryList({ u"*.png"_s }, QDir::Files);
