@@ -16,6 +16,7 @@ namespace {
 constexpr double leastLength = 1.0;
 constexpr unsigned short leastPenWidth = 1;
 constexpr unsigned short mostPenWidth = 72;
+constexpr double penMiterLimit = 2.0;
 constexpr unsigned int leftEnd = 0xF0;
 constexpr unsigned int rightEnd = 0x0F;
 
@@ -49,12 +50,12 @@ void LineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, 
         const PenAndBrushScope scope(*painter);
         const double length = Limits::geometry(line().x2());
         painter->setPen(itemPen());
-        painter->setBrush(Qt::NoBrush);
         painter->drawLine(QPointF(), QPointF(length, 0.0));
         if (m_arrows != MobraTypes::ArrowNone) {
             QPen solid = itemPen();
             solid.setStyle(Qt::SolidLine);
             painter->setPen(solid);
+            painter->setBrush(Qt::NoBrush);
             m_decoration.paint(*painter, length);
         }
     }
@@ -233,10 +234,11 @@ void LineItem::usePen(const QPen &pen)
 
 void LineItem::updateItemPen()
 {
-    const QPen pen(QBrush(getItemPenColor(), Qt::SolidPattern), m_penWidth, paintedPenStyle(),
-        getItemPenCapStyle(), paintedPenJoinStyle());
-    if (pen != itemPen())
-        usePen(pen);
+    const QPen before = itemPen();
+    setItemPen(sharedPen(getItemPenColor(), m_penWidth, paintedPenStyle(), getItemPenCapStyle(),
+        paintedPenJoinStyle(), penMiterLimit));
+    if (itemPen() != before)
+        updateLineItem();
 }
 
 Item *LineItem::createItemCopy()

@@ -22,20 +22,6 @@ unsigned short penWidthLimit(const QSizeF &size)
     return static_cast<unsigned short>(std::min(Limits::toInt(std::trunc(limit)), 0xFFFF));
 }
 
-/// The pen of the given values. Items of one look share it: a pen of its own for each item would cost two
-/// allocations and, in a large scene, a cache miss at every painting.
-QPen sharedPen(const QColor &color, int width, Qt::PenStyle style, Qt::PenCapStyle cap, Qt::PenJoinStyle join)
-{
-    static QPen last;
-    const bool same = last.width() == width && last.style() == style && last.capStyle() == cap
-        && last.joinStyle() == join && last.color() == color && last.miterLimit() == penMiterLimit;
-    if (!same) {
-        last = QPen(QBrush(color, Qt::SolidPattern), width, style, cap, join);
-        last.setMiterLimit(penMiterLimit);
-    }
-    return last;
-}
-
 } // namespace
 
 ContouredItem::ContouredItem() = default;
@@ -112,7 +98,21 @@ QPen ContouredItem::penOfWidth(unsigned short width) const
         none.setWidth(0);
         return none;
     }
-    return sharedPen(getItemPenColor(), width, style, getItemPenCapStyle(), paintedPenJoinStyle());
+    return sharedPen(
+        getItemPenColor(), width, style, getItemPenCapStyle(), paintedPenJoinStyle(), penMiterLimit);
+}
+
+QPen ContouredItem::sharedPen(const QColor &color, int width, Qt::PenStyle style, Qt::PenCapStyle cap,
+    Qt::PenJoinStyle join, double miterLimit)
+{
+    static QPen last;
+    const bool same = last.width() == width && last.style() == style && last.capStyle() == cap
+        && last.joinStyle() == join && last.color() == color && last.miterLimit() == miterLimit;
+    if (!same) {
+        last = QPen(QBrush(color, Qt::SolidPattern), width, style, cap, join);
+        last.setMiterLimit(miterLimit);
+    }
+    return last;
 }
 
 QRectF ContouredItem::insideOutline(const QSizeF &size, double penWidth)
