@@ -28,6 +28,8 @@ private Q_SLOTS:
     void sidesThatAreNoneGiveANullImage();
     void wholeSidesHaveTheSameLimits();
     void formatIsTheRequestedOne();
+    void largeImagesAreLikeAnyOther_data();
+    void largeImagesAreLikeAnyOther();
 };
 
 void tst_SafeImage::sidesAreRoundedHalfAwayFromZero_data()
@@ -118,6 +120,42 @@ void tst_SafeImage::formatIsTheRequestedOne()
     for (const auto format :
         { QImage::Format_Mono, QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB32 })
         QCOMPARE(SafeImage::create(3.0, 2.0, format).format(), format);
+}
+
+void tst_SafeImage::largeImagesAreLikeAnyOther_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<QSize>("size");
+
+    // 4 MiB are 1,024 × 1,024 pixels of 4 bytes, or 5,793 × 5,793 of one bit.
+    QTest::newRow("colour, below") << QImage::Format_ARGB32_Premultiplied << QSize(1023, 1024);
+    QTest::newRow("colour, above") << QImage::Format_ARGB32_Premultiplied << QSize(1025, 1024);
+    QTest::newRow("one bit, below") << QImage::Format_Mono << QSize(5780, 5780);
+    QTest::newRow("one bit, above") << QImage::Format_Mono << QSize(5801, 5800);
+    QTest::newRow("grey, uneven lines") << QImage::Format_Grayscale8 << QSize(2501, 2000);
+    QTest::newRow("24 bits, uneven lines") << QImage::Format_RGB888 << QSize(1501, 1000);
+}
+
+void tst_SafeImage::largeImagesAreLikeAnyOther()
+{
+    QFETCH(const QImage::Format, format);
+    QFETCH(const QSize, size);
+    QImage image = SafeImage::create(size, format);
+    QImage plain(size, format);
+    QCOMPARE(image.format(), format);
+    QCOMPARE(image.bytesPerLine(), plain.bytesPerLine());
+    QCOMPARE(image.sizeInBytes(), plain.sizeInBytes());
+    QCOMPARE(image.colorTable(), plain.colorTable());
+    for (QImage *each : { &image, &plain }) {
+        each->fill(0xFFFFFFFF);
+        each->scanLine(size.height() - 1)[0] = 0;
+    }
+    QVERIFY(image == plain);
+
+    const QImage before = image;
+    image.fill(0);
+    QVERIFY(image != before);
+    QVERIFY(before == plain);
 }
 
 QTEST_MAIN(tst_SafeImage)
