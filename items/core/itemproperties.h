@@ -54,14 +54,17 @@
     Q_PROPERTY(double itemPositionX READ getItemPositionX WRITE setItemPositionX)                            \
     Q_PROPERTY(double itemPositionY READ getItemPositionY WRITE setItemPositionY)
 
-/// All properties of a filled shape without a datasource: the rectangles.
-#define VX_FILLED_SHAPE_PROPERTIES                                                                           \
+/// What most classes begin with.
+#define VX_GEOMETRY_PROPERTIES                                                                               \
     VX_SHAPE_PROPERTY                                                                                        \
     VX_IDENTITY_PROPERTIES                                                                                   \
     VX_ROTATION_PROPERTIES                                                                                   \
     VX_SIZE_PROPERTIES                                                                                       \
     VX_TRANSFORM_PROPERTY                                                                                    \
-    VX_OVERPRINT_PROPERTY                                                                                    \
+    VX_OVERPRINT_PROPERTY
+
+/// What all filled shapes end with.
+#define VX_FILLED_SHAPE_PROPERTIES                                                                           \
     VX_PEN_COLOR_PROPERTY                                                                                    \
     VX_FILL_COLOR_PROPERTY                                                                                   \
     VX_PEN_PROPERTIES                                                                                        \

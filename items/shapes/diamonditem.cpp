@@ -8,8 +8,6 @@ DiamondItem::DiamondItem()
     initialize(MobraTypes::DiamondShape);
 }
 
-DiamondItem::~DiamondItem() = default;
-
 QString DiamondItem::toDescriptionString() const
 {
     return QStringLiteral("diamond %1").arg(itemId());

@@ -10,7 +10,6 @@ class VX_EXPORT DiamondItem : public PolygonItem
 
 public:
     DiamondItem();
-    ~DiamondItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

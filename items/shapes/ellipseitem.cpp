@@ -50,12 +50,6 @@ void EllipseItem::updateRect()
     prepareGeometryChange();
 }
 
-void EllipseItem::itemSizeChanged()
-{
-    FillableItem::itemSizeChanged();
-    updateRect();
-}
-
 void EllipseItem::updateItemSize(const QSizeF &size)
 {
     FillableItem::updateItemSize(size);
@@ -79,21 +73,4 @@ Item *EllipseItem::createItemCopy()
     auto copy = copyAs<EllipseItem>();
     copy->setRect(rect());
     return copy.release();
-}
-
-void EllipseItem::loadItemFromData(QDataStream &stream, unsigned int version)
-{
-    FillableItem::loadItemFromData(stream, version);
-    updateRect();
-}
-
-QVariantMap EllipseItem::saveItemToJSON()
-{
-    return FillableItem::saveItemToJSON();
-}
-
-void EllipseItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
-{
-    FillableItem::loadItemFromJSON(map, version);
-    updateRect();
 }

@@ -13,18 +13,9 @@ class VX_EXPORT EllipseItem : public QObject, public QGraphicsEllipseItem, publi
 {
     Q_OBJECT
     Q_INTERFACES(QGraphicsItem)
-    VX_SHAPE_PROPERTY
-    VX_IDENTITY_PROPERTIES
-    VX_ROTATION_PROPERTIES
-    VX_SIZE_PROPERTIES
-    VX_TRANSFORM_PROPERTY
-    VX_OVERPRINT_PROPERTY
+    VX_GEOMETRY_PROPERTIES
     VX_DATASOURCE_PROPERTIES
-    VX_PEN_COLOR_PROPERTY
-    VX_FILL_COLOR_PROPERTY
-    VX_PEN_PROPERTIES
-    VX_BRUSH_PROPERTY
-    VX_POSITION_PROPERTIES
+    VX_FILLED_SHAPE_PROPERTIES
 
 public:
     EllipseItem();
@@ -46,9 +37,6 @@ public:
     [[nodiscard]] Item *createItemCopy() override;
     QString toDescriptionString() const override;
     void updateItemSize(const QSizeF &size) override;
-    void loadItemFromData(QDataStream &stream, unsigned int version) override;
-    QVariantMap saveItemToJSON() override;
-    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
     // ContouredItem, FillableItem
     void updateItemPen() override;
@@ -56,5 +44,5 @@ public:
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
-    void itemSizeChanged() override;
+    void layOut() override { updateRect(); }
 };

@@ -14,8 +14,6 @@ EquilateralTriangleItem::EquilateralTriangleItem()
     initialize(MobraTypes::EquilateralTriangleShape);
 }
 
-EquilateralTriangleItem::~EquilateralTriangleItem() = default;
-
 QString EquilateralTriangleItem::toDescriptionString() const
 {
     return QStringLiteral("equilateral triangle %1").arg(itemId());

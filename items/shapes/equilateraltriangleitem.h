@@ -10,7 +10,6 @@ class VX_EXPORT EquilateralTriangleItem : public PolygonItem
 
 public:
     EquilateralTriangleItem();
-    ~EquilateralTriangleItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

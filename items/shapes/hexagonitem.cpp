@@ -14,8 +14,6 @@ HexagonItem::HexagonItem()
     initialize(MobraTypes::HexagonShape);
 }
 
-HexagonItem::~HexagonItem() = default;
-
 QString HexagonItem::toDescriptionString() const
 {
     return QStringLiteral("hexagon %1").arg(itemId());

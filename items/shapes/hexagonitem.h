@@ -10,7 +10,6 @@ class VX_EXPORT HexagonItem : public PolygonItem
 
 public:
     HexagonItem();
-    ~HexagonItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

@@ -218,14 +218,6 @@ void LineItem::setItemPenStyle(Qt::PenStyle style)
     usePen(pen);
 }
 
-void LineItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
-{
-    const int before = m_penJoinStyle;
-    ContouredItem::setItemPenJoinStyle(style);
-    if (m_penJoinStyle != before)
-        updateLineItem();
-}
-
 void LineItem::usePen(const QPen &pen)
 {
     setItemPen(pen);
@@ -234,11 +226,8 @@ void LineItem::usePen(const QPen &pen)
 
 void LineItem::updateItemPen()
 {
-    const QPen before = itemPen();
-    setItemPen(sharedPen(getItemPenColor(), m_penWidth, paintedPenStyle(), getItemPenCapStyle(),
+    replacePen(sharedPen(getItemPenColor(), m_penWidth, paintedPenStyle(), getItemPenCapStyle(),
         paintedPenJoinStyle(), penMiterLimit));
-    if (itemPen() != before)
-        updateLineItem();
 }
 
 Item *LineItem::createItemCopy()

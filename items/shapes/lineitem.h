@@ -15,12 +15,7 @@ class VX_EXPORT LineItem : public QObject, public QGraphicsLineItem, public Cont
 {
     Q_OBJECT
     Q_INTERFACES(QGraphicsItem)
-    VX_SHAPE_PROPERTY
-    VX_IDENTITY_PROPERTIES
-    VX_ROTATION_PROPERTIES
-    VX_SIZE_PROPERTIES
-    VX_TRANSFORM_PROPERTY
-    VX_OVERPRINT_PROPERTY
+    VX_GEOMETRY_PROPERTIES
     VX_DATASOURCE_PROPERTIES
     VX_PEN_PROPERTIES
     VX_PEN_COLOR_PROPERTY
@@ -84,7 +79,6 @@ public:
 
     // ContouredItem
     void setItemPenStyle(Qt::PenStyle style) override;
-    void setItemPenJoinStyle(Qt::PenJoinStyle style) override;
     void updateItemPen() override;
 
 public Q_SLOTS:
@@ -99,6 +93,7 @@ public Q_SLOTS:
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
+    void penChanged() override { updateLineItem(); }
 
 private:
     bool replaceArrows(unsigned int arrows);

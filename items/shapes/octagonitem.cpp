@@ -6,8 +6,6 @@ OctagonItem::OctagonItem()
     initialize(MobraTypes::OctagonShape);
 }
 
-OctagonItem::~OctagonItem() = default;
-
 QString OctagonItem::toDescriptionString() const
 {
     return QStringLiteral("octagon %1").arg(itemId());

@@ -10,7 +10,6 @@ class VX_EXPORT OctagonItem : public PolygonItem
 
 public:
     OctagonItem();
-    ~OctagonItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

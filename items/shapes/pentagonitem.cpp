@@ -17,8 +17,6 @@ PentagonItem::PentagonItem()
     initialize(MobraTypes::PentagonShape);
 }
 
-PentagonItem::~PentagonItem() = default;
-
 QString PentagonItem::toDescriptionString() const
 {
     return QStringLiteral("pentagon %1").arg(itemId());

@@ -10,7 +10,6 @@ class VX_EXPORT PentagonItem : public PolygonItem
 
 public:
     PentagonItem();
-    ~PentagonItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

@@ -54,7 +54,7 @@ void PolygonItem::initialize(MobraTypes::ShapeType shape)
 {
     setItemShape(shape);
     setPolygonShape();
-    PolygonItem::updateItemPen();
+    updateItemPen();
 }
 
 void PolygonItem::setReference(
@@ -94,7 +94,7 @@ void PolygonItem::setItemSizeLocal()
     prepareGeometryChange();
 }
 
-void PolygonItem::rebuildOutline()
+void PolygonItem::layOut()
 {
     calculateOvershoot();
     setItemSizeLocal();
@@ -102,32 +102,15 @@ void PolygonItem::rebuildOutline()
 
 void PolygonItem::itemSizeChanged()
 {
-    FillableItem::itemSizeChanged();
     const QSizeF reference = m_originalPolygon.boundingRect().size();
     setItemScaleX(usableScale(getItemScaleX(), getItemWidth(), reference.width()));
     setItemScaleY(usableScale(getItemScaleY(), getItemHeight(), reference.height()));
-    rebuildOutline();
+    FillableItem::itemSizeChanged();
 }
 
 void PolygonItem::updateItemSize(const QSizeF &size)
 {
     applySize(size);
-}
-
-void PolygonItem::updateItemPen()
-{
-    const QPen before = itemPen();
-    FillableItem::updateItemPen();
-    if (itemPen() != before)
-        adjustForPen();
-}
-
-void PolygonItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
-{
-    const int before = m_penJoinStyle;
-    FillableItem::setItemPenJoinStyle(style);
-    if (m_penJoinStyle != before)
-        adjustForPen();
 }
 
 void PolygonItem::setOutlines(const Outlines &outlines)
@@ -172,21 +155,4 @@ void PolygonItem::preparePrintImage()
         draw(painter, scaling, penWidth);
     };
     prepareShapeImage(draw, drawArea);
-}
-
-void PolygonItem::loadItemFromData(QDataStream &stream, unsigned int version)
-{
-    FillableItem::loadItemFromData(stream, version);
-    rebuildOutline();
-}
-
-QVariantMap PolygonItem::saveItemToJSON()
-{
-    return FillableItem::saveItemToJSON();
-}
-
-void PolygonItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
-{
-    FillableItem::loadItemFromJSON(map, version);
-    rebuildOutline();
 }

@@ -28,11 +28,7 @@ class VX_EXPORT PolygonItem : public QObject, public QGraphicsPolygonItem, publi
     VX_SIZE_PROPERTIES
     VX_TRANSFORM_PROPERTY
     VX_DATASOURCE_PROPERTIES
-    VX_PEN_COLOR_PROPERTY
-    VX_FILL_COLOR_PROPERTY
-    VX_PEN_PROPERTIES
-    VX_BRUSH_PROPERTY
-    VX_POSITION_PROPERTIES
+    VX_FILLED_SHAPE_PROPERTIES
 
 public:
     PolygonItem();
@@ -72,13 +68,8 @@ public:
 
     // Item
     void updateItemSize(const QSizeF &size) override;
-    void loadItemFromData(QDataStream &stream, unsigned int version) override;
-    QVariantMap saveItemToJSON() override;
-    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
-    // ContouredItem, FillableItem
-    void setItemPenJoinStyle(Qt::PenJoinStyle style) override;
-    void updateItemPen() override;
+    // FillableItem
     void preparePrintImage() override;
 
 protected:
@@ -93,9 +84,10 @@ protected:
 
     void announceGeometryChange() override { prepareGeometryChange(); }
     void itemSizeChanged() override;
+    void penChanged() override { adjustForPen(); }
+    /// What follows every change of size or scale, and loading.
+    void layOut() override;
 
-    /// What follows every change of size or scale.
-    void rebuildOutline();
     /// The last steps of a subclass's constructor.
     void initialize(MobraTypes::ShapeType shape);
     /// The body of setPolygonShape(): points fill a rectangle of the given size from (0, 0); bevelReach and
@@ -108,7 +100,7 @@ protected:
     template <typename T> [[nodiscard]] T *copyOutline()
     {
         auto copy = copyAs<T>();
-        copy->rebuildOutline();
+        copy->layOut();
         return copy.release();
     }
     double halfPenWidth() const { return itemPen().widthF() / 2.0; }

@@ -20,7 +20,7 @@ QPainterPath pathOf(const QRectF &rect)
 RectangleItem::RectangleItem()
 {
     setItemShape(MobraTypes::RectangleShape);
-    RectangleItem::updateItemPen();
+    updateItemPen();
     updateItemBrush();
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
 }
@@ -67,26 +67,12 @@ void RectangleItem::copyPrivatePropeties(const QColor &fill, const QColor &pen)
     m_colorCopies = differ ? std::make_unique<ColorCopies>(ColorCopies { fill, pen }) : nullptr;
 }
 
-void RectangleItem::updateItemPen()
-{
-    const QPen before = itemPen();
-    FillableItem::updateItemPen();
-    if (itemPen() != before)
-        updateRect();
-}
-
 void RectangleItem::updateRect()
 {
     setRect(insideOutline(getItemSize(), itemPen().widthF()));
     setItemScaleX(1.0);
     setItemScaleY(1.0);
     prepareGeometryChange();
-}
-
-void RectangleItem::itemSizeChanged()
-{
-    FillableItem::itemSizeChanged();
-    updateRect();
 }
 
 void RectangleItem::updateItemSize(const QSizeF &size)
@@ -118,25 +104,14 @@ Item *RectangleItem::createItemCopy()
     return copy.release();
 }
 
-void RectangleItem::refreshAfterLoading()
-{
-    m_colorCopies.reset();
-    updateRect();
-}
-
 void RectangleItem::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     FillableItem::loadItemFromData(stream, version);
-    refreshAfterLoading();
-}
-
-QVariantMap RectangleItem::saveItemToJSON()
-{
-    return FillableItem::saveItemToJSON();
+    m_colorCopies.reset();
 }
 
 void RectangleItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
 {
     FillableItem::loadItemFromJSON(map, version);
-    refreshAfterLoading();
+    m_colorCopies.reset();
 }

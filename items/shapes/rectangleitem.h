@@ -15,6 +15,7 @@ class VX_EXPORT RectangleItem : public QObject, public QGraphicsRectItem, public
 {
     Q_OBJECT
     Q_INTERFACES(QGraphicsItem)
+    VX_GEOMETRY_PROPERTIES
     VX_FILLED_SHAPE_PROPERTIES
 
 public:
@@ -34,13 +35,11 @@ public:
     QString toDescriptionString() const override;
     void updateItemSize(const QSizeF &size) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;
-    QVariantMap saveItemToJSON() override;
     void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
     // ContouredItem, FillableItem
     void setItemPenColor(const QColor &color) override;
     void setItemFillColor(const QColor &color) override;
-    void updateItemPen() override;
     /// A transparent outline never prints.
     bool resetItemPenColorsNegative(const QColor &printColor) override;
     void preparePrintImage() override;
@@ -51,11 +50,11 @@ public:
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
-    void itemSizeChanged() override;
+    void penChanged() override { updateRect(); }
+    void layOut() override { updateRect(); }
 
 private:
     void updateRect();
-    void refreshAfterLoading();
 
     struct ColorCopies
     {

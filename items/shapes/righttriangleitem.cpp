@@ -8,8 +8,6 @@ RightTriangleItem::RightTriangleItem()
     initialize(MobraTypes::RightTriangleShape);
 }
 
-RightTriangleItem::~RightTriangleItem() = default;
-
 QString RightTriangleItem::toDescriptionString() const
 {
     return QStringLiteral("right triangle %1").arg(itemId());

@@ -10,7 +10,6 @@ class VX_EXPORT RightTriangleItem : public PolygonItem
 
 public:
     RightTriangleItem();
-    ~RightTriangleItem() override;
 
     // PolygonItem
     void setPolygonShape() override;

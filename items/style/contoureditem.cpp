@@ -65,12 +65,23 @@ void ContouredItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
         return;
     m_penJoinStyle = style;
     m_pen.setJoinStyle(paintedPenJoinStyle());
+    penChanged();
 }
 
 void ContouredItem::updateItemPen()
 {
-    m_pen = penOfWidth(std::min(m_penWidth, penWidthLimit(getItemSize())));
+    replacePen(penOfWidth(std::min(m_penWidth, penWidthLimit(getItemSize()))));
 }
+
+void ContouredItem::replacePen(const QPen &pen)
+{
+    const bool another = pen != m_pen;
+    m_pen = pen;
+    if (another)
+        penChanged();
+}
+
+void ContouredItem::penChanged() { }
 
 Qt::PenStyle ContouredItem::paintedPenStyle() const
 {

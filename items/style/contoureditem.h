@@ -47,6 +47,11 @@ public:
 protected:
     void itemSizeChanged() override;
 
+    /// Runs when the outline needs more or less room than before: the pen or its join has changed.
+    virtual void penChanged();
+    /// Replaces the painted pen, and runs penChanged() if it is another one.
+    void replacePen(const QPen &pen);
+
     /// The pen of the stored colour, style, cap and join in a width of its own; no pen for an invisible
     /// outline.
     QPen penOfWidth(unsigned short width) const;

@@ -149,7 +149,10 @@ void FillableItem::itemSizeChanged()
 {
     ContouredItem::itemSizeChanged();
     updateItemBrush();
+    layOut();
 }
+
+void FillableItem::layOut() { }
 
 QSize FillableItem::getItemAbsSize() const
 {
@@ -367,6 +370,12 @@ void FillableItem::loadItemFromData(QDataStream &stream, unsigned int version)
     m_brushStyle = static_cast<MobraTypes::BrushStyle>(style);
     setItemFillColor(fill);
     updateItemBrush(); // a fill equal to the present one has not rebuilt the brush with the new style
+    layOut();
+}
+
+QVariantMap FillableItem::saveItemToJSON()
+{
+    return ContouredItem::saveItemToJSON();
 }
 
 void FillableItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
@@ -375,4 +384,5 @@ void FillableItem::loadItemFromJSON(const QVariantMap &map, unsigned int version
     // The keys came in alphabetical order: the pen may have been limited by the old width.
     updateItemPen();
     updateItemBrush();
+    layOut();
 }

@@ -79,10 +79,13 @@ public:
     bool addItemToPrintScene(QGraphicsScene *scene, double scale) override;
     void saveItemToData(QDataStream &stream) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;
+    QVariantMap saveItemToJSON() override;
     void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
 protected:
     void itemSizeChanged() override;
+    /// Fits what the item draws into its size: runs after each change of the size and after loading.
+    virtual void layOut();
 
     /// The brush to paint with, without a copy.
     const QBrush &itemBrush() const { return m_brush; }
