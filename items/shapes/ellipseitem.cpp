@@ -4,6 +4,17 @@
 #include <QPainter>
 #include <QPainterPath>
 
+namespace {
+
+QPainterPath ellipseIn(const QRectF &rect)
+{
+    QPainterPath path;
+    path.addEllipse(rect);
+    return path;
+}
+
+} // namespace
+
 EllipseItem::EllipseItem()
 {
     setItemShape(MobraTypes::EllipseShape);
@@ -21,9 +32,7 @@ QString EllipseItem::toDescriptionString() const
 
 QPainterPath EllipseItem::shape() const
 {
-    QPainterPath path;
-    path.addEllipse(sizeRect());
-    return path;
+    return ellipseIn(sizeRect());
 }
 
 QPainterPath EllipseItem::opaqueArea() const
@@ -62,8 +71,9 @@ void EllipseItem::preparePrintImage()
         painter.drawEllipse(insideOutline(getItemSize() * scaling, penWidth));
     };
     const ScaledDrawing drawArea = [this](QPainter &painter, double scaling, double /*penWidth*/) {
+        // As a path: drawEllipse() covers other pixels along the edge than clipping to the ellipse does.
         painter.setPen(Qt::NoPen);
-        painter.drawEllipse(insideOutline(getItemSize() * scaling, 0.0));
+        painter.drawPath(ellipseIn(insideOutline(getItemSize() * scaling, 0.0)));
     };
     prepareShapeImage(draw, drawArea);
 }
