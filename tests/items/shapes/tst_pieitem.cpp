@@ -129,6 +129,17 @@ void tst_PieItem::propertiesAndSlotsAreDeclaredInOrder()
     QVERIFY(item.setProperty("spanPieAngle", 6000));
     QCOMPARE(item.property("startPieAngle"), QVariant(-17));
     QCOMPARE(item.property("spanPieAngle"), QVariant(6000));
+
+    auto *interface = dynamic_cast<IPieItem *>(&item);
+    QVERIFY(interface);
+    QVERIFY(interface->setDrawCircle(true));
+    QVERIFY(interface->getDrawCircle());
+    interface->setStartPieAngle(3);
+    interface->setSpanPieAngle(4);
+    QCOMPARE(item.startAngle(), interface->startPieAngle());
+    QCOMPARE(item.startAngle(), 3);
+    QCOMPARE(item.spanAngle(), interface->spanPieAngle());
+    QCOMPARE(item.spanAngle(), 4);
 }
 
 // Angles and outline
