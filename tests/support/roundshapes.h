@@ -11,19 +11,19 @@
 #include <QGraphicsItem>
 #include <QGraphicsRectItem>
 #include <QGraphicsScene>
+#include <QImage>
+#include <QList>
 #include <QMetaMethod>
 #include <QMetaObject>
 #include <QMetaProperty>
 #include <QPainter>
 #include <QPainterPath>
-#include <QSignalSpy>
 #include <QStringList>
 #include <QStyleOptionGraphicsItem>
 #include <QTest>
+#include <QTransform>
 
 #include <functional>
-#include <initializer_list>
-#include <memory>
 
 /// What the tests of the rounded rectangle, the ellipse and the pie have in common.
 namespace RoundShapes {
