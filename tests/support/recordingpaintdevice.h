@@ -5,10 +5,12 @@
 #include <QList>
 #include <QPaintDevice>
 #include <QPaintEngine>
+#include <QPainterPath>
 #include <QPen>
 #include <QRectF>
+#include <QTransform>
 
-/// A paint device of 1000 × 1000 that notes each rectangle drawn, with its pen and brush.
+/// A paint device of 1000 × 1000 that notes each figure drawn, with its pen and brush.
 class RecordingPaintDevice : public QPaintDevice
 {
 public:
@@ -18,8 +20,21 @@ public:
         QPen pen;
         QBrush brush;
     };
+    enum class Kind { Rect, Ellipse, Path };
+    /// A rectangle, ellipse or path, and the painter's state for it.
+    struct Figure
+    {
+        Kind kind;
+        QPainterPath path;
+        QPen pen;
+        QBrush brush;
+        QTransform transform;
+        bool clipped;
+    };
 
     [[nodiscard]] const QList<Drawing> &drawings() const { return m_engine.drawings; }
+    /// Rectangles, ellipses and paths in the order in which they were drawn.
+    [[nodiscard]] const QList<Figure> &figures() const { return m_engine.figures; }
     /// How often something other than a rectangle was drawn.
     [[nodiscard]] int otherDrawings() const { return m_engine.otherDrawings; }
 
@@ -61,13 +76,31 @@ private:
                 m_pen = changed.pen();
             if (changed.state() & DirtyBrush)
                 m_brush = changed.brush();
+            if (changed.state() & DirtyTransform)
+                m_transform = changed.transform();
+            m_clipped = changed.isClipEnabled() && changed.clipOperation() != Qt::NoClip;
         }
         void drawRects(const QRectF *rects, int count) override
         {
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < count; ++i) {
                 drawings.append({ rects[i], m_pen, m_brush });
+                QPainterPath path;
+                path.addRect(rects[i]);
+                note(Kind::Rect, path);
+            }
         }
-        void drawPath(const QPainterPath & /*path*/) override { ++otherDrawings; }
+        void drawEllipse(const QRectF &rect) override
+        {
+            ++otherDrawings;
+            QPainterPath path;
+            path.addEllipse(rect);
+            note(Kind::Ellipse, path);
+        }
+        void drawPath(const QPainterPath &path) override
+        {
+            ++otherDrawings;
+            note(Kind::Path, path);
+        }
         void drawPolygon(const QPointF * /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override
         {
             ++otherDrawings;
@@ -79,11 +112,19 @@ private:
         }
 
         QList<Drawing> drawings;
+        QList<Figure> figures;
         int otherDrawings = 0;
 
     private:
+        void note(Kind kind, const QPainterPath &path)
+        {
+            figures.append({ kind, path, m_pen, m_brush, m_transform, m_clipped });
+        }
+
         QPen m_pen;
         QBrush m_brush;
+        QTransform m_transform;
+        bool m_clipped = false;
     };
 
     mutable Engine m_engine;

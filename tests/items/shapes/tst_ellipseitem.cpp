@@ -1,0 +1,595 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/ellipseitem.h"
+#include "tests/support/colours.h"
+#include "tests/support/images.h"
+#include "tests/support/resizing.h"
+#include "tests/support/roundshapes.h"
+
+#include <QGraphicsScene>
+#include <QLinearGradient>
+#include <QPainterPath>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace Colours;
+using RoundShapes::ellipse;
+using RoundShapes::recorded;
+using Kind = RecordingPaintDevice::Kind;
+
+namespace {
+
+/// Counts how often its pen is updated.
+class PenCounter : public EllipseItem
+{
+public:
+    int updates = 0;
+
+    void updateItemPen() override
+    {
+        ++updates;
+        EllipseItem::updateItemPen();
+    }
+};
+
+QPointF endOfGradient(const FillableItem &item)
+{
+    const QBrush brush = item.getItemBrush();
+    return static_cast<const QLinearGradient *>(brush.gradient())->finalStop();
+}
+
+QPen roundPen(const QColor &colour, int width, Qt::PenStyle style)
+{
+    QPen pen(QBrush(colour), width, style, Qt::RoundCap, Qt::RoundJoin);
+    pen.setMiterLimit(4.0);
+    return pen;
+}
+
+} // namespace
+
+/// The ellipse: its layout in the logical size, its areas, its picture and its copies.
+class tst_EllipseItem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void newEllipseIsAHundredWide();
+    void descriptionNamesTheId_data();
+    void descriptionNamesTheId();
+    void propertiesAreDeclaredInOrder();
+
+    // Layout
+    void outlineLiesInsideTheSize_data();
+    void outlineLiesInsideTheSize();
+    void wholeWidthOfThePenInsetsTheEllipse_data();
+    void wholeWidthOfThePenInsetsTheEllipse();
+    void everyResizeLaysTheEllipseOut_data();
+    void everyResizeLaysTheEllipseOut();
+    void resizeHandsAllItsParametersOn_data();
+    void resizeHandsAllItsParametersOn();
+    void equalSizeChangesNothing();
+    void singleSidesAreOnlyStored();
+    void updatedSizeLaysEverythingOut();
+    void everyPenUpdateResetsTheScales();
+    void layoutFollowsTheScene();
+    void layoutRepaintsTheEllipse();
+
+    // Areas
+    void boundsAndShapeIgnoreThePen_data();
+    void boundsAndShapeIgnoreThePen();
+    void opaqueAreaIsTheEllipseOfAnOpaqueFill_data();
+    void opaqueAreaIsTheEllipseOfAnOpaqueFill();
+
+    // Painting
+    void oneEllipseIsPaintedInside_data();
+    void oneEllipseIsPaintedInside();
+    void negativeRectangleIsPaintedAsItIs();
+    void pictureIsTheEllipse_data();
+    void pictureIsTheEllipse();
+    void mirrorsTurnThePicture_data();
+    void mirrorsTurnThePicture();
+    void verticalMirrorTurnsTheGradient();
+    void frameIsDrawnAtTopLevelAndInLayers();
+    void frameIsNeitherMirroredNorClipped();
+
+    // Copies
+    void copyIsEqual();
+    void copyTakesTheRectangleAsItIs();
+    void copyStartsUnscaled();
+};
+
+void tst_EllipseItem::newEllipseIsAHundredWide()
+{
+    EllipseItem item;
+    QCOMPARE(item.getItemShape(), MobraTypes::EllipseShape);
+    QCOMPARE(item.type(), 0x1002C);
+    QCOMPARE(item.getItemSize(), QSizeF(100, 100));
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
+    QCOMPARE(item.startAngle(), 0);
+    QCOMPARE(item.spanAngle(), 5760);
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
+    QCOMPARE(item.itemQFlags(), 0x107U);
+    QCOMPARE(item.itemFlags(), 0x01U);
+    QCOMPARE(item.itemId(), short(-1));
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+    QCOMPARE(item.getItemPenColor(), black);
+    QCOMPARE(item.getItemPenWidth(), ushort(1));
+    QCOMPARE(item.getItemFillColor(), transparent);
+    QVERIFY(!item.itemIsOpaque());
+    QCOMPARE(item.getItemPen(), roundPen(black, 1, Qt::SolidLine));
+    QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
+}
+
+void tst_EllipseItem::descriptionNamesTheId_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("new") << -1 << u"ellipse -1"_s;
+    QTest::newRow("zero") << 0 << u"ellipse 0"_s;
+    QTest::newRow("no padding") << 7 << u"ellipse 7"_s;
+    QTest::newRow("largest") << 32767 << u"ellipse 32767"_s;
+}
+
+void tst_EllipseItem::descriptionNamesTheId()
+{
+    QFETCH(const int, id);
+    EllipseItem item;
+    item.setItemId(static_cast<short>(id));
+    QTEST(item.toDescriptionString(), "text");
+}
+
+void tst_EllipseItem::propertiesAreDeclaredInOrder()
+{
+    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
+        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
+        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"double itemWidth"_s,
+        u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
+        u"QVariantList itemTransform"_s, u"bool allowOverprint"_s, u"int itemDatasourceId"_s,
+        u"QString itemDatasourceField"_s, u"QString itemPenColor"_s, u"QString itemFillColor"_s,
+        u"ushort itemPenWidth"_s, u"ushort itemPenStyle"_s, u"ushort itemPenCapStyle"_s,
+        u"ushort itemPenJoinStyle"_s, u"ushort itemBrushStyle"_s, u"double itemPositionX"_s,
+        u"double itemPositionY"_s };
+    QCOMPARE(RoundShapes::ownProperties(EllipseItem::staticMetaObject), expected);
+    QCOMPARE(RoundShapes::ownMethods(EllipseItem::staticMetaObject), QStringList());
+}
+
+// Layout
+
+void tst_EllipseItem::outlineLiesInsideTheSize_data()
+{
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<int>("penWidth");
+    QTest::addColumn<QRectF>("rect");
+
+    QTest::newRow("no pen") << QSizeF(200, 50) << 0 << QRectF(0, 0, 200, 50);
+    QTest::newRow("default pen") << QSizeF(200, 50) << 1 << QRectF(0.5, 0.5, 199, 49);
+    QTest::newRow("odd pen") << QSizeF(200, 50) << 7 << QRectF(3.5, 3.5, 193, 43);
+    QTest::newRow("even pen") << QSizeF(200, 50) << 8 << QRectF(4, 4, 192, 42);
+    QTest::newRow("half the height") << QSizeF(200, 50) << 25 << QRectF(12.5, 12.5, 175, 25);
+    // A pen is never wider than half the smaller side and one more.
+    QTest::newRow("pen wider than that") << QSizeF(200, 50) << 72 << QRectF(13, 13, 174, 24);
+    QTest::newRow("limited pen") << QSizeF(10, 4) << 5 << QRectF(1.5, 1.5, 7, 1);
+    QTest::newRow("nothing left") << QSizeF(10, 2) << 5 << QRectF(1, 1, 8, 0);
+    QTest::newRow("hardly anything left") << QSizeF(10, 1.5) << 1 << QRectF(0.5, 0.5, 9, 0.5);
+    QTest::newRow("smaller than its pen") << QSizeF(0.5, 0.5) << 1 << QRectF(0.5, 0.5, -0.5, -0.5);
+    QTest::newRow("broken size") << QSizeF(33.25, 17.5) << 3 << QRectF(1.5, 1.5, 30.25, 14.5);
+}
+
+void tst_EllipseItem::outlineLiesInsideTheSize()
+{
+    QFETCH(const QSizeF, size);
+    QFETCH(const int, penWidth);
+    EllipseItem sizedFirst;
+    sizedFirst.setItemSize(size);
+    sizedFirst.setItemPenWidth(static_cast<ushort>(penWidth));
+    QTEST(sizedFirst.rect(), "rect");
+    EllipseItem sizedLast;
+    sizedLast.setItemPenWidth(static_cast<ushort>(penWidth));
+    sizedLast.setItemSize(size);
+    QTEST(sizedLast.rect(), "rect");
+    QCOMPARE(sizedLast.boundingRect(), QRectF(QPointF(0, 0), size));
+}
+
+void tst_EllipseItem::wholeWidthOfThePenInsetsTheEllipse_data()
+{
+    QTest::addColumn<double>("penWidth");
+    QTest::addColumn<QRectF>("rect");
+
+    QTest::newRow("0") << 0.0 << QRectF(0, 0, 40, 30);
+    QTest::newRow("0.4, less than half") << 0.4 << QRectF(0, 0, 40, 30);
+    QTest::newRow("0.5") << 0.5 << QRectF(0.5, 0.5, 39, 29);
+    QTest::newRow("1.49") << 1.49 << QRectF(0.5, 0.5, 39, 29);
+    QTest::newRow("2.5") << 2.5 << QRectF(1.5, 1.5, 37, 27);
+    QTest::newRow("3.25") << 3.25 << QRectF(1.5, 1.5, 37, 27);
+    QTest::newRow("as wide as the height") << 30.0 << QRectF(15, 15, 10, 0);
+    QTest::newRow("wider than the height") << 35.0 << QRectF(17.5, 17.5, 5, -5);
+    QTest::newRow("wider than both sides") << 50.0 << QRectF(25, 25, -10, -20);
+}
+
+void tst_EllipseItem::wholeWidthOfThePenInsetsTheEllipse()
+{
+    QFETCH(const double, penWidth);
+    EllipseItem item;
+    item.setItemSize(QSizeF(40, 30));
+    item.setItemScaleX(2.0);
+    item.setItemScaleY(3.0);
+    item.setItemPen(QPen(red, penWidth));
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 39, 29));
+    item.updateRect();
+    QTEST(item.rect(), "rect");
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 30));
+    QCOMPARE(item.getItemPen().widthF(), penWidth);
+}
+
+void tst_EllipseItem::everyResizeLaysTheEllipseOut_data()
+{
+    Resizing::addRows();
+}
+
+void tst_EllipseItem::everyResizeLaysTheEllipseOut()
+{
+    QFETCH(const int, parameters);
+    EllipseItem item;
+    item.setItemFillColor(red);
+    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    item.setItemPenWidth(6);
+    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
+    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
+    QCOMPARE(item.rect(), QRectF(3, 3, 194, 44));
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+    QCOMPARE(endOfGradient(item), QPointF(0, 50));
+}
+
+void tst_EllipseItem::resizeHandsAllItsParametersOn_data()
+{
+    QTest::addColumn<bool>("keepRatio");
+    QTest::addColumn<bool>("heightLeads");
+    QTest::addColumn<bool>("limited");
+    QTest::addColumn<QRectF>("rect");
+
+    // From 100 x 50 to 300 x 10, in limits of 30 x 20 to 240 x 200.
+    QTest::newRow("free") << false << false << false << QRectF(0.5, 0.5, 299, 9);
+    QTest::newRow("width leads") << true << false << false << QRectF(0.5, 0.5, 299, 149);
+    QTest::newRow("height leads") << true << true << false << QRectF(0.5, 0.5, 19, 9);
+    QTest::newRow("free, limited") << false << false << true << QRectF(0.5, 0.5, 239, 19);
+    QTest::newRow("width leads, limited") << true << false << true << QRectF(0.5, 0.5, 239, 119);
+    QTest::newRow("height leads, limited") << true << true << true << QRectF(0.5, 0.5, 39, 19);
+}
+
+void tst_EllipseItem::resizeHandsAllItsParametersOn()
+{
+    QFETCH(const bool, keepRatio);
+    QFETCH(const bool, heightLeads);
+    QFETCH(const bool, limited);
+    EllipseItem item;
+    item.setItemSize(QSizeF(100, 50));
+    const QSizeF size(300, 10);
+    QVERIFY(limited ? item.setItemSize(size, keepRatio, 30, 20, 240, 200, heightLeads, false)
+                    : item.setItemSize(size, keepRatio, heightLeads));
+    QTEST(item.rect(), "rect");
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+}
+
+void tst_EllipseItem::equalSizeChangesNothing()
+{
+    EllipseItem item;
+    item.setItemScaleX(2.0);
+    QVERIFY(!item.setItemSize(QSizeF(100, 100)));
+    QVERIFY(!item.setItemSize(QSizeF(100, 100), true, false));
+    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, false));
+    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, true));
+    QCOMPARE(item.getItemScaleX(), 2.0);
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
+}
+
+void tst_EllipseItem::singleSidesAreOnlyStored()
+{
+    EllipseItem item;
+    item.setItemWidth(40.0);
+    item.setItemHeight(30.0);
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 30));
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
+    item.updateRect();
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 39, 29));
+}
+
+void tst_EllipseItem::updatedSizeLaysEverythingOut()
+{
+    PenCounter item;
+    item.setItemPenWidth(5);
+    item.setItemFillColor(red);
+    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    item.setItemScaleX(2.0);
+    item.updates = 0;
+    item.updateItemSize(QSizeF(10, 4));
+    QVERIFY(item.updates > 0);
+    QCOMPARE(item.getItemSize(), QSizeF(10, 4));
+    QCOMPARE(item.getItemPen().widthF(), 3.0);
+    QCOMPARE(item.getItemPenWidth(), ushort(5));
+    QCOMPARE(item.rect(), QRectF(1.5, 1.5, 7, 1));
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+    QCOMPARE(endOfGradient(item), QPointF(0, 4));
+    item.updateItemSize(QSizeF(20, 20));
+    QCOMPARE(item.rect(), QRectF(2.5, 2.5, 15, 15));
+}
+
+void tst_EllipseItem::everyPenUpdateResetsTheScales()
+{
+    EllipseItem item;
+    item.setItemScaleX(2.0);
+    item.setItemScaleY(3.0);
+    item.updateItemPen();
+    QCOMPARE(item.getItemScaleX(), 1.0);
+    QCOMPARE(item.getItemScaleY(), 1.0);
+    item.setItemWidth(40.0);
+    item.updateItemPen();
+    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 39, 99));
+}
+
+void tst_EllipseItem::layoutFollowsTheScene()
+{
+    EllipseItem item;
+    QGraphicsScene scene(0, 0, 1000, 1000);
+    scene.addItem(&item);
+    QVERIFY(scene.items(QPointF(50, 50)).contains(&item));
+    QVERIFY(scene.items(QPointF(800, 800)).isEmpty());
+    item.setItemSize(QSizeF(900, 1000));
+    QVERIFY(scene.items(QPointF(800, 700)).contains(&item));
+    item.setItemSize(QSizeF(20, 10));
+    QVERIFY(scene.items(QPointF(800, 700)).isEmpty());
+    QVERIFY(scene.items(QPointF(10, 5)).contains(&item));
+    scene.removeItem(&item);
+}
+
+void tst_EllipseItem::layoutRepaintsTheEllipse()
+{
+    EllipseItem item;
+    const auto areas = RoundShapes::repaintedBy(item, [&item] { item.updateRect(); });
+    QVERIFY(RoundShapes::united(areas).contains(QRectF(0, 0, 100, 100)));
+}
+
+// Areas
+
+void tst_EllipseItem::boundsAndShapeIgnoreThePen_data()
+{
+    QTest::addColumn<int>("penWidth");
+
+    for (const int width : { 0, 1, 3, 40 })
+        QTest::addRow("pen of %d", width) << width;
+}
+
+void tst_EllipseItem::boundsAndShapeIgnoreThePen()
+{
+    QFETCH(const int, penWidth);
+    EllipseItem item;
+    item.setItemPenWidth(static_cast<ushort>(penWidth));
+    item.setItemSize(QSizeF(33.25, 17.5));
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 33.25, 17.5));
+    QCOMPARE(item.shape(), ellipse(QRectF(0, 0, 33.25, 17.5)));
+    QVERIFY(!item.shape().contains(QPointF(1, 1)));
+    QVERIFY(item.shape().contains(QPointF(16, 1)));
+}
+
+void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill_data()
+{
+    RoundShapes::addFillRows();
+}
+
+void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill()
+{
+    QFETCH(const QColor, fill);
+    QFETCH(const MobraTypes::BrushStyle, style);
+    QFETCH(const bool, opaque);
+    EllipseItem item;
+    item.setItemSize(QSizeF(40, 30));
+    item.setItemPenWidth(4);
+    item.setItemFillColor(fill);
+    item.setItemBrushStyle(style);
+    QCOMPARE(item.opaqueArea(), opaque ? ellipse(QRectF(0, 0, 40, 30)) : QPainterPath());
+}
+
+// Painting
+
+void tst_EllipseItem::oneEllipseIsPaintedInside_data()
+{
+    RoundShapes::addMirrorRows();
+}
+
+void tst_EllipseItem::oneEllipseIsPaintedInside()
+{
+    QFETCH(const bool, horizontal);
+    QFETCH(const bool, vertical);
+    EllipseItem item;
+    item.setItemSize(QSizeF(100, 60));
+    item.setItemPenWidth(7);
+    item.setItemPenColor(red);
+    item.setItemPenStyle(Qt::DashLine);
+    item.setItemFillColor(blue);
+    item.setItemBrushStyle(MobraTypes::BrushDense3);
+    item.setItemHorizontalMirror(horizontal);
+    item.setItemVerticalMirror(vertical);
+
+    const auto figures = recorded(item);
+    QCOMPARE(figures.size(), 1);
+    QCOMPARE(figures.first().kind, Kind::Ellipse);
+    QCOMPARE(figures.first().path, ellipse(QRectF(3.5, 3.5, 93, 53)));
+    QCOMPARE(figures.first().pen, roundPen(red, 7, Qt::DashLine));
+    QCOMPARE(figures.first().brush, QBrush(blue, Qt::Dense3Pattern));
+    QTEST(figures.first().transform, "transform");
+    QVERIFY(!figures.first().clipped);
+}
+
+void tst_EllipseItem::negativeRectangleIsPaintedAsItIs()
+{
+    EllipseItem item;
+    item.setItemSize(QSizeF(0.5, 0.5));
+    const auto figures = recorded(item);
+    QCOMPARE(figures.size(), 1);
+    // Painters take (0.5, 0.5, -0.5, -0.5) for the rectangle of the same corners.
+    QCOMPARE(figures.first().path, ellipse(QRectF(0, 0, 0.5, 0.5)));
+}
+
+void tst_EllipseItem::pictureIsTheEllipse_data()
+{
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<int>("penWidth");
+    QTest::addColumn<QColor>("fill");
+    QTest::addColumn<QRectF>("rect");
+
+    QTest::newRow("outline") << QSizeF(60, 40) << 1 << transparent << QRectF(0.5, 0.5, 59, 39);
+    QTest::newRow("odd pen and fill") << QSizeF(60, 40) << 5 << blue << QRectF(2.5, 2.5, 55, 35);
+    QTest::newRow("fill alone") << QSizeF(60, 40) << 0 << blue << QRectF(0, 0, 60, 40);
+    QTest::newRow("broken size") << QSizeF(33.25, 17.5) << 4 << blue << QRectF(2, 2, 29.25, 13.5);
+    QTest::newRow("pen over all of it") << QSizeF(2, 2) << 9 << blue << QRectF(1, 1, 0, 0);
+}
+
+void tst_EllipseItem::pictureIsTheEllipse()
+{
+    QFETCH(const QSizeF, size);
+    QFETCH(const int, penWidth);
+    QFETCH(const QColor, fill);
+    QFETCH(const QRectF, rect);
+    EllipseItem item;
+    item.setItemSize(size);
+    item.setItemPenColor(red);
+    item.setItemPenWidth(static_cast<ushort>(penWidth));
+    item.setItemFillColor(fill);
+    const QSize canvas(70, 50);
+    const QImage expected = RoundShapes::drawn(canvas, [&](QPainter &painter) {
+        const double width = qMin(penWidth, int(qMin(size.width(), size.height()) / 2 + 1));
+        painter.setPen(
+            penWidth > 0 ? QPen(red, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin) : QPen(Qt::NoPen));
+        painter.setBrush(fill == transparent ? QBrush(Qt::NoBrush) : QBrush(fill));
+        painter.drawEllipse(rect);
+    });
+    const QString difference = Images::difference(Images::painted(item, canvas), expected, u"ellipse"_s);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+}
+
+void tst_EllipseItem::mirrorsTurnThePicture_data()
+{
+    RoundShapes::addMirrorRows();
+}
+
+void tst_EllipseItem::mirrorsTurnThePicture()
+{
+    QFETCH(const bool, horizontal);
+    QFETCH(const bool, vertical);
+    QFETCH(const QTransform, transform);
+    EllipseItem item;
+    item.setItemSize(QSizeF(100, 60));
+    item.setItemPenStyle(Qt::NoPen);
+    item.setItemFillColor(red);
+    item.setItemBrushStyle(MobraTypes::BrushConicalGradient);
+    item.setItemHorizontalMirror(horizontal);
+    item.setItemVerticalMirror(vertical);
+    QConicalGradient gradient(0, 0, 135);
+    gradient.setColorAt(0, white);
+    gradient.setColorAt(1, red);
+    const QImage expected = RoundShapes::drawn({ 110, 70 }, [&](QPainter &painter) {
+        painter.setTransform(transform);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(gradient);
+        painter.drawEllipse(QRectF(0, 0, 100, 60));
+    });
+    const QString difference
+        = Images::difference(Images::painted(item, expected.size()), expected, u"mirrored"_s);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+}
+
+void tst_EllipseItem::verticalMirrorTurnsTheGradient()
+{
+    EllipseItem item;
+    item.setItemPenStyle(Qt::NoPen);
+    item.setItemFillColor(red);
+    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    const auto greenAt = [&item](int y) { return qGreen(Images::painted(item, { 100, 100 }).pixel(50, y)); };
+    // From white at the top to red at the bottom.
+    QVERIFY(qAbs(greenAt(10) - 228) <= 3);
+    QVERIFY(qAbs(greenAt(90) - 24) <= 3);
+    item.setItemVerticalMirror(true);
+    QVERIFY(qAbs(greenAt(10) - 26) <= 3);
+    QVERIFY(qAbs(greenAt(90) - 230) <= 3);
+}
+
+void tst_EllipseItem::frameIsDrawnAtTopLevelAndInLayers()
+{
+    EllipseItem item;
+    item.setItemSize(QSizeF(40, 30));
+    RoundShapes::compareFrames(item, QRectF(0, 0, 40, 30));
+}
+
+void tst_EllipseItem::frameIsNeitherMirroredNorClipped()
+{
+    EllipseItem item;
+    item.setItemHorizontalMirror(true);
+    const auto figures = recorded(item, QStyle::State_Selected);
+    QCOMPARE(figures.size(), 2);
+    QVERIFY(RoundShapes::isFrame(figures.last(), QRectF(0, 0, 100, 100)));
+    QVERIFY(figures.last().transform.isIdentity());
+    QVERIFY(!figures.last().clipped);
+}
+
+// Copies
+
+void tst_EllipseItem::copyIsEqual()
+{
+    EllipseItem item;
+    item.setItemId(42);
+    item.setItemSize(QSizeF(60, 40));
+    item.setPos(11, 22);
+    item.setItemRotation(30);
+    item.setItemVerticalMirror(true);
+    item.setItemPenWidth(3);
+    item.setItemPenStyle(Qt::DotLine);
+    item.setItemPenCapStyle(Qt::FlatCap);
+    item.setItemFillColor(red);
+    item.setItemBrushStyle(MobraTypes::BrushRadialGradient);
+    item.setDatasourceId(7);
+    item.setDatasourceField(u"Name"_s);
+
+    const std::unique_ptr<Item> copied(item.createItemCopy());
+    auto *copy = dynamic_cast<EllipseItem *>(copied.get());
+    QVERIFY(copy);
+    QCOMPARE(copy->type(), 0x1002C);
+    QCOMPARE(copy->saveItemToJSON(), item.saveItemToJSON());
+    QCOMPARE(copy->rect(), QRectF(1.5, 1.5, 57, 37));
+    QCOMPARE(copy->getItemPen(), item.getItemPen());
+    QCOMPARE(copy->getItemBrush(), item.getItemBrush());
+    QVERIFY(!copy->scene());
+}
+
+void tst_EllipseItem::copyTakesTheRectangleAsItIs()
+{
+    EllipseItem item;
+    item.setItemWidth(40.0);
+    const std::unique_ptr<Item> copied(item.createItemCopy());
+    QCOMPARE(copied->getItemSize(), QSizeF(40, 100));
+    QCOMPARE(dynamic_cast<EllipseItem &>(*copied).rect(), QRectF(0.5, 0.5, 99, 99));
+}
+
+void tst_EllipseItem::copyStartsUnscaled()
+{
+    // Copying ends with an update of the copy's pen, which lays it out.
+    EllipseItem item;
+    item.setItemScaleX(2.0);
+    item.setItemScaleY(3.0);
+    const std::unique_ptr<Item> copied(item.createItemCopy());
+    QCOMPARE(copied->getItemScaleX(), 1.0);
+    QCOMPARE(copied->getItemScaleY(), 1.0);
+}
+
+QTEST_MAIN(tst_EllipseItem)
+#include "tst_ellipseitem.moc"
