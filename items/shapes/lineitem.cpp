@@ -50,12 +50,12 @@ void LineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, 
         const PenAndBrushScope scope(*painter);
         const double length = Limits::geometry(line().x2());
         painter->setPen(itemPen());
+        painter->setBrush(Qt::NoBrush);
         painter->drawLine(QPointF(), QPointF(length, 0.0));
         if (m_arrows != MobraTypes::ArrowNone) {
             QPen solid = itemPen();
             solid.setStyle(Qt::SolidLine);
             painter->setPen(solid);
-            painter->setBrush(Qt::NoBrush);
             m_decoration.paint(*painter, length);
         }
     }
