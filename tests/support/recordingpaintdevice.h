@@ -5,10 +5,12 @@
 #include <QList>
 #include <QPaintDevice>
 #include <QPaintEngine>
+#include <QPainterPath>
 #include <QPen>
+#include <QPolygonF>
 #include <QRectF>
 
-/// A paint device of 1000 × 1000 that notes each rectangle drawn, with its pen and brush.
+/// A paint device of 1000 × 1000 that notes each rectangle and each polygon drawn, with its pen and brush.
 class RecordingPaintDevice : public QPaintDevice
 {
 public:
@@ -19,7 +21,18 @@ public:
         QBrush brush;
     };
 
+    /// A line, a polyline, a polygon or a part of a path, whichever of Qt's operations drew it; a closed one
+    /// does not repeat its first point.
+    struct Outline
+    {
+        QPolygonF points;
+        bool closed;
+        QPen pen;
+        QBrush brush;
+    };
+
     [[nodiscard]] const QList<Drawing> &drawings() const { return m_engine.drawings; }
+    [[nodiscard]] const QList<Outline> &outlines() const { return m_engine.outlines; }
     /// How often something other than a rectangle was drawn.
     [[nodiscard]] int otherDrawings() const { return m_engine.otherDrawings; }
 
@@ -67,10 +80,16 @@ private:
             for (int i = 0; i < count; ++i)
                 drawings.append({ rects[i], m_pen, m_brush });
         }
-        void drawPath(const QPainterPath & /*path*/) override { ++otherDrawings; }
-        void drawPolygon(const QPointF * /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override
+        void drawPath(const QPainterPath &path) override
         {
             ++otherDrawings;
+            for (const QPolygonF &part : path.toSubpathPolygons())
+                noteOutline(part, part.isClosed());
+        }
+        void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
+        {
+            ++otherDrawings;
+            noteOutline(QPolygonF(QList<QPointF>(points, points + count)), mode != PolylineMode);
         }
         void drawPixmap(
             const QRectF & /*rect*/, const QPixmap & /*pixmap*/, const QRectF & /*source*/) override
@@ -79,9 +98,17 @@ private:
         }
 
         QList<Drawing> drawings;
+        QList<Outline> outlines;
         int otherDrawings = 0;
 
     private:
+        void noteOutline(QPolygonF points, bool closed)
+        {
+            if (closed && points.isClosed())
+                points.removeLast();
+            outlines.append({ points, closed, m_pen, m_brush });
+        }
+
         QPen m_pen;
         QBrush m_brush;
     };
