@@ -2,13 +2,17 @@
 #include "items/shapes/lineitem.h"
 #include "tests/support/lines.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QGraphicsScene>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QStyleOptionGraphicsItem>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using Lines::Look;
@@ -118,6 +122,7 @@ private Q_SLOTS:
     void boundsEqualTheCalculatedOnes();
     void shapeIsTheBoundingRectangle();
     void everyChangeUpdatesTheBounds();
+    void changesAreAnnouncedToTheScene();
     void paintedPixelsLieInsideTheBounds();
 
 private:
@@ -254,6 +259,31 @@ void tst_LineBounds::everyChangeUpdatesTheBounds()
     QCOMPARE(item.boundingRect(), QRectF(-7, -7, 94, 14));
     item.updateItemSize(QSizeF(70, 30));
     QCOMPARE(item.boundingRect(), QRectF(-7, -7, 84, 14));
+}
+
+void tst_LineBounds::changesAreAnnouncedToTheScene()
+{
+    // The scene looks items up in an index that only announced changes keep up to date.
+    QGraphicsScene scene(-1000, -1000, 4000, 2000);
+    auto *item = new LineItem;
+    scene.addItem(item);
+    const auto isFoundAt = [&scene, item](double x, double y) {
+        QCoreApplication::processEvents();
+        return scene.items(QPointF(x, y)).contains(item);
+    };
+    QVERIFY(isFoundAt(50, 0));
+    QVERIFY(!isFoundAt(900, 0));
+    item->setItemLength(1000);
+    QVERIFY(isFoundAt(900, 0));
+    QVERIFY(!isFoundAt(900, 35));
+    item->setItemPenWidth(72);
+    QVERIFY(isFoundAt(900, 35));
+    QVERIFY(!isFoundAt(900, 180));
+    item->setItemArrows(0x80);
+    QVERIFY(isFoundAt(900, 180));
+    item->setItemPoint2({ 0, 900 });
+    QVERIFY(isFoundAt(0, 900));
+    QVERIFY(!isFoundAt(900, 0));
 }
 
 void tst_LineBounds::paintedPixelsLieInsideTheBounds()

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void colourIsPutIntoThePen();
     void updateRebuildsThePen();
     void updateOfAnEqualPenKeepsIt();
+    void reductionToOneInkRepaintsThePen_data();
+    void reductionToOneInkRepaintsThePen();
 };
 
 void tst_LinePen::widthStaysWithinLimits_data()
@@ -180,6 +182,36 @@ void tst_LinePen::updateOfAnEqualPenKeepsIt()
     item.updateItemPen();
     QCOMPARE(item.getItemPen(), before);
     QCOMPARE(item.boundingRect(), bounds);
+}
+
+void tst_LinePen::reductionToOneInkRepaintsThePen_data()
+{
+    QTest::addColumn<QColor>("colour");
+    QTest::addColumn<bool>("printed");
+
+    QTest::newRow("ink of the line") << red << true;
+    QTest::newRow("other ink") << blue << false;
+}
+
+void tst_LinePen::reductionToOneInkRepaintsThePen()
+{
+    QFETCH(const QColor, colour);
+    QFETCH(const bool, printed);
+    LineItem item;
+    item.setItemPenColor(red);
+    item.setItemPenWidth(40);
+    QCOMPARE(item.resetItemColors(colour, false, false), printed);
+    QCOMPARE(item.itemFlags(), printed ? 0x01U : 0x00U);
+    QCOMPARE(item.getItemPenColor(), printed ? black : white);
+    QCOMPARE(item.getItemPen().color(), printed ? black : white);
+    QCOMPARE(item.getItemPen().widthF(), 40.0);
+
+    LineItem negative;
+    negative.setItemPenColor(red);
+    negative.setItemPenWidth(40);
+    QCOMPARE(negative.resetItemColorsNegative(colour), !printed);
+    QCOMPARE(negative.getItemPen().color(), printed ? white : black);
+    QCOMPARE(negative.getItemPen().widthF(), 40.0);
 }
 
 QTEST_MAIN(tst_LinePen)
