@@ -53,6 +53,7 @@ private Q_SLOTS:
     void rotationKeepsTheCentreOfTheBounds();
     void rotationKeepsTheCentreInATurnedParent();
     void rotationAfterAChangeOfLengthKeepsTheNewCentre();
+    void rotationPutsTheSizeRight();
     void horizontalMirrorTurnsByHalfACircle_data();
     void horizontalMirrorTurnsByHalfACircle();
     void mirrorOfALopsidedLineTurnsAboutTheBounds();
@@ -144,6 +145,16 @@ void tst_LineRotation::rotationAfterAChangeOfLengthKeepsTheNewCentre()
         item.setItemRotation(degrees);
         QVERIFY(areNear(boundsCentre(item), centre));
     }
+}
+
+void tst_LineRotation::rotationPutsTheSizeRight()
+{
+    LineItem item;
+    item.setItemWidth(33);
+    item.setItemHeight(44);
+    item.setItemRotation(30);
+    QCOMPARE(item.getItemSize(), QSizeF(100, 0));
+    QCOMPARE(item.getItemLength(), 100.0);
 }
 
 void tst_LineRotation::horizontalMirrorTurnsByHalfACircle_data()
