@@ -14,6 +14,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
+using Images::coloursOf;
 
 namespace {
 
@@ -127,6 +128,7 @@ private Q_SLOTS:
     void shortLineIsDrawnInItsTrueLength();
     void onlyFilledHeadsHaveABrush_data();
     void onlyFilledHeadsHaveABrush();
+    void brushOfThePainterIsNeverSeen();
     void endsOfADashedLineAreSolid_data();
     void endsOfADashedLineAreSolid();
     void allPartsHaveThePenOfTheLine();
@@ -263,21 +265,32 @@ void tst_LinePainting::onlyFilledHeadsHaveABrush()
     LineItem item;
     item.setItemPenColor(QColor(10, 200, 30, 128));
     item.setItemArrows(ushort(arrows));
-    RecordingPaintDevice device;
-    QPainter painter(&device);
-    painter.setBrush(blue);
-    const QStyleOptionGraphicsItem option;
-    item.paint(&painter, &option, nullptr);
-    painter.end();
-
     QString filled;
-    for (const Outline &outline : device.outlines()) {
+    for (const Outline &outline : paintedOutlines(item)) {
         const bool hasBrush = outline.brush.style() != Qt::NoBrush;
         filled += hasBrush ? u'1' : u'0';
         if (hasBrush)
             QCOMPARE(outline.brush, QBrush(QColor(10, 200, 30, 128), Qt::SolidPattern));
     }
     QTEST(filled, "filled");
+}
+
+void tst_LinePainting::brushOfThePainterIsNeverSeen()
+{
+    for (const ushort arrows :
+        { 0x00, 0x10, 0x01, 0x11, 0x33, 0x31, 0x13, 0x55, 0x88, 0x18, 0x81, 0x38, 0x83 }) {
+        LineItem item;
+        item.setItemPenColor(red);
+        Lines::apply(item, { arrows, 60, 4 });
+        QImage image(80, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setBrush(blue);
+        painter.translate(10, 20);
+        const QStyleOptionGraphicsItem option;
+        item.paint(&painter, &option, nullptr);
+        QCOMPARE(coloursOf(image), (QSet<QRgb> { redPixel, whitePixel }));
+    }
 }
 
 void tst_LinePainting::endsOfADashedLineAreSolid_data()
