@@ -7,6 +7,7 @@
 #include <QPaintEngine>
 #include <QPainterPath>
 #include <QPen>
+#include <QPolygonF>
 #include <QRectF>
 #include <QTransform>
 
@@ -32,7 +33,18 @@ public:
         bool clipped;
     };
 
+    /// A line, a polyline, a polygon or a part of a path, whichever of Qt's operations drew it; a closed one
+    /// does not repeat its first point.
+    struct Outline
+    {
+        QPolygonF points;
+        bool closed;
+        QPen pen;
+        QBrush brush;
+    };
+
     [[nodiscard]] const QList<Drawing> &drawings() const { return m_engine.drawings; }
+    [[nodiscard]] const QList<Outline> &outlines() const { return m_engine.outlines; }
     /// Rectangles, ellipses and paths in the order in which they were drawn.
     [[nodiscard]] const QList<Figure> &figures() const { return m_engine.figures; }
     /// How often something other than a rectangle was drawn.
@@ -100,10 +112,13 @@ private:
         {
             ++otherDrawings;
             note(Kind::Path, path);
+            for (const QPolygonF &part : path.toSubpathPolygons())
+                noteOutline(part, part.isClosed());
         }
-        void drawPolygon(const QPointF * /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override
+        void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
         {
             ++otherDrawings;
+            noteOutline(QPolygonF(QList<QPointF>(points, points + count)), mode != PolylineMode);
         }
         void drawPixmap(
             const QRectF & /*rect*/, const QPixmap & /*pixmap*/, const QRectF & /*source*/) override
@@ -113,9 +128,16 @@ private:
 
         QList<Drawing> drawings;
         QList<Figure> figures;
+        QList<Outline> outlines;
         int otherDrawings = 0;
 
     private:
+        void noteOutline(QPolygonF points, bool closed)
+        {
+            if (closed && points.isClosed())
+                points.removeLast();
+            outlines.append({ points, closed, m_pen, m_brush });
+        }
         void note(Kind kind, const QPainterPath &path)
         {
             figures.append({ kind, path, m_pen, m_brush, m_transform, m_clipped });
