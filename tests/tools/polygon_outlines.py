@@ -213,6 +213,7 @@ class Octagon(Polygon):
         return self.all_about_centre(-2 * half, -2 * half)
 
 
+HEADING = "# SPDX-License-Identifier: BSD-3-Clause"
 CLASSES = (RightTriangle, EquilateralTriangle, Diamond, Pentagon, Hexagon, Octagon)
 
 
@@ -230,6 +231,7 @@ def flat(points):
 
 
 def rows():
+    yield HEADING
     for cls in CLASSES:
         for size in (cls.reference_size, *OTHER_SIZES):
             polygon = cls(*size)

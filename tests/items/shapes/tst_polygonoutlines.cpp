@@ -51,8 +51,11 @@ QList<Row> rowsOfTheFile()
     QList<Row> rows;
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return rows;
-    while (!file.atEnd())
-        rows << rowOf(QString::fromLatin1(file.readLine().trimmed()));
+    while (!file.atEnd()) {
+        const QString line = QString::fromLatin1(file.readLine().trimmed());
+        if (!line.startsWith(u'#'))
+            rows << rowOf(line);
+    }
     return rows;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/colours.h"
+#include "tests/support/oddnumbers.h"
 #include "tests/support/polygons.h"
 #include "tests/support/resizing.h"
 #include "tests/support/sketchpolygon.h"
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void limitsHoldTheSize();
     void zeroSideKeepsItsScale();
     void zeroSidesHaveNoRatioToKeep();
+    void outlineComesBackFromAnySize_data();
+    void outlineComesBackFromAnySize();
     void singleSidesAreOnlyStored();
     void updatedSizeRebuildsTheOutline_data() { Polygons::addRows(); }
     void updatedSizeRebuildsTheOutline();
@@ -181,6 +184,30 @@ void tst_PolygonSize::zeroSidesHaveNoRatioToKeep()
     const auto high = Polygons::made(Polygons::hexagon, QSizeF(50, 0));
     QVERIFY(high->setItemSize(QSizeF(30, 40), true, true));
     QCOMPARE(high->getItemSize(), QSizeF(30, 40));
+}
+
+void tst_PolygonSize::outlineComesBackFromAnySize_data()
+{
+    addOddSizes();
+}
+
+void tst_PolygonSize::outlineComesBackFromAnySize()
+{
+    QFETCH(const double, width);
+    QFETCH(const double, height);
+    for (const Polygons::Class &kind : Polygons::classes()) {
+        const auto expected = Polygons::made(kind, QSizeF(40, 30));
+        const auto resized = Polygons::made(kind, QSizeF(width, height));
+        QVERIFY(resized->setItemSize(QSizeF(40, 30)));
+        Polygons::compare(resized->getResizedPolygon(), expected->getResizedPolygon());
+        Polygons::compare(resized->polygon(), expected->polygon());
+
+        const auto updated = Polygons::made(kind.shape);
+        updated->updateItemSize(QSizeF(width, height));
+        updated->updateItemSize(QSizeF(40, 30));
+        Polygons::compare(updated->getResizedPolygon(), expected->getResizedPolygon());
+        Polygons::compare(updated->polygon(), expected->polygon());
+    }
 }
 
 void tst_PolygonSize::singleSidesAreOnlyStored()
