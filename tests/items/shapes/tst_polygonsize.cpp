@@ -5,6 +5,7 @@
 #include "tests/support/resizing.h"
 #include "tests/support/sketchpolygon.h"
 
+#include <QGraphicsScene>
 #include <QLinearGradient>
 #include <QRegularExpression>
 #include <QTest>
@@ -47,6 +48,9 @@ private Q_SLOTS:
     void outlineComesBackFromAnySize_data();
     void outlineComesBackFromAnySize();
     void singleSidesAreOnlyStored();
+    void localSizeRebuildsOutlineAndBrush();
+    void sceneFindsTheResizedPolygon_data() { Resizing::addRows(); }
+    void sceneFindsTheResizedPolygon();
     void updatedSizeRebuildsTheOutline_data() { Polygons::addRows(); }
     void updatedSizeRebuildsTheOutline();
     void updatedSizeRebuildsTheBrush();
@@ -220,6 +224,39 @@ void tst_PolygonSize::singleSidesAreOnlyStored()
     QCOMPARE(item->polygon(), drawn);
     QCOMPARE(item->getItemScaleX(), 1.0);
     QCOMPARE(item->getItemScaleY(), 1.0);
+}
+
+void tst_PolygonSize::localSizeRebuildsOutlineAndBrush()
+{
+    const auto item = Polygons::made(Polygons::rightTriangle.shape);
+    item->setItemFillColor(red);
+    item->setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    item->setItemWidth(40.0);
+    item->setItemHeight(30.0);
+    item->setItemScaleX(0.5);
+    item->setItemSizeLocal();
+    // Of the scales, not of the size; half a pen of 1 inside.
+    Polygons::compare(item->getResizedPolygon(), { { 0, 0 }, { 50, 100 }, { 0, 100 } });
+    Polygons::compare(item->polygon(), { { 0.5, 0.5 }, { 49.5, 99.5 }, { 0.5, 99.5 } });
+    const QBrush brush = item->getItemBrush();
+    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 30));
+}
+
+void tst_PolygonSize::sceneFindsTheResizedPolygon()
+{
+    QFETCH(const int, parameters);
+    QGraphicsScene scene(-500, -500, 1000, 1000);
+    const auto item = Polygons::made(Polygons::octagon.shape);
+    scene.addItem(item.get());
+    QVERIFY(scene.items(QPointF(200, 150)).isEmpty());
+    Resizing::resize(*item, parameters, QSizeF(400, 300));
+    QCOMPARE(scene.items(QPointF(200, 150)), QList<QGraphicsItem *> { item.get() });
+    QCOMPARE(scene.items(QPointF(390, 150)), QList<QGraphicsItem *> { item.get() });
+    item->updateItemSize(QSizeF(20, 20));
+    QVERIFY(scene.items(QPointF(200, 150)).isEmpty());
+    item->updateItemSize(QSizeF(400, 300));
+    QCOMPARE(scene.items(QPointF(390, 150)), QList<QGraphicsItem *> { item.get() });
+    scene.removeItem(item.get());
 }
 
 void tst_PolygonSize::updatedSizeRebuildsTheOutline()
