@@ -166,7 +166,7 @@ void tst_PolygonItem::accessorsKeepWhatTheyAreGiven()
 {
     SketchPolygon item;
     const QPolygonF first({ { 1, 2 }, { 3, 4 }, { 5, 6 } });
-    const QPolygonF second({ { 7, 8 }, { 9, 10 } });
+    const QPolygonF second(QList<QPointF> { { 7, 8 }, { 9, 10 } });
     const QPolygonF third({ { 11, 12 } });
     item.setShapePolygon(first);
     item.setOriginalPolygon(second);

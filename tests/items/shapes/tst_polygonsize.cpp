@@ -95,7 +95,7 @@ void tst_PolygonSize::resizeRunsTheStepsInOrder()
     QFETCH(const int, parameters);
     SketchPolygon item;
     item.setItemSize(QSizeF(100, 100));
-    item.setOriginalPolygon(QPolygonF({ { 1, 2 }, { 3, 4 } }));
+    item.setOriginalPolygon(QList<QPointF> { { 1, 2 }, { 3, 4 } });
     item.setItemScaleX(1);
     item.setItemScaleY(1);
     item.takeCalls();
@@ -105,7 +105,7 @@ void tst_PolygonSize::resizeRunsTheStepsInOrder()
     QCOMPARE(item.calls.last(), u"pen"_s);
     QVERIFY(item.calls.contains(u"overshoot"_s));
     QVERIFY(item.calls.lastIndexOf(u"overshoot"_s) < item.calls.lastIndexOf(u"pen"_s));
-    QCOMPARE(item.getResizedPolygon(), QPolygonF({ { 2, 1 }, { 6, 2 } }));
+    QCOMPARE(item.getResizedPolygon(), QPolygonF(QList<QPointF> { { 2, 1 }, { 6, 2 } }));
     QCOMPARE(item.drawnBeforeThePen, item.getResizedPolygon());
     item.takeCalls();
     QVERIFY(!Resizing::resize(item, parameters, QSizeF(200, 50)));
