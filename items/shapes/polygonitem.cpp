@@ -2,6 +2,7 @@
 #include "items/shapes/polygonitem.h"
 
 #include "items/core/limits.h"
+#include "platform/json/qobjecthelper.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -155,4 +156,9 @@ void PolygonItem::preparePrintImage()
         draw(painter, scaling, penWidth);
     };
     prepareShapeImage(draw, drawArea);
+}
+
+QVariantMap PolygonItem::saveItemToJSON()
+{
+    return QJson::QObjectHelper::qobject2qvariant(this);
 }

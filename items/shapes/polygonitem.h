@@ -68,6 +68,8 @@ public:
 
     // Item
     void updateItemSize(const QSizeF &size) override;
+    /// All properties but "objectName", also those with the names of Qt's own that other items leave out.
+    QVariantMap saveItemToJSON() override;
 
     // FillableItem
     void preparePrintImage() override;
