@@ -162,6 +162,8 @@ private Q_SLOTS:
     void jsonHoldsEveryProperty_data() { AllItems::addRows(); }
     void jsonHoldsEveryProperty();
     void ownFieldsAreRead();
+    void documentsOfAnotherWriterAreRead_data();
+    void documentsOfAnotherWriterAreRead();
     void ownKeysHaveTheirType_data();
     void ownKeysHaveTheirType();
     void wholeNumbersFitTheirProperty_data();
@@ -244,6 +246,42 @@ void tst_ShapeFormats::ownFieldsAreRead()
         MobraTypes::EllipseShape, R"("itemDatasourceId": 7, "itemDatasourceField": "Preis")");
     QCOMPARE(ellipse->getDatasourceId(), 7);
     QCOMPARE(ellipse->getDatasourceField(), u"Preis"_s);
+}
+
+// fuzz/make_seeds.py writes them, which knows the formats only.
+void tst_ShapeFormats::documentsOfAnotherWriterAreRead_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("JSON") << u"vxl/all_shapes.vxl"_s;
+    QTest::newRow("binary") << u"vxb/all_shapes.vxb"_s;
+}
+
+void tst_ShapeFormats::documentsOfAnotherWriterAreRead()
+{
+    QFETCH(QString, name);
+    const QString folder = QStringLiteral(VX_TEST_DATA_DIR "/../../fuzz/corpus/");
+    const LoadResult result = DocumentFile::load(folder + name);
+    QCOMPARE(shortTexts(result.problems), QStringList());
+    QVERIFY(result.document);
+    const auto &items = result.document->items();
+    QList<ShapeType> shapes;
+    for (const auto &item : items)
+        shapes.append(item->getItemShape());
+    QCOMPARE(shapes, AllItems::shapes());
+
+    auto &line = dynamic_cast<LineItem &>(*items[0]);
+    QCOMPARE(line.getItemLength(), 250.25);
+    QCOMPARE(line.getItemArrows(), ushort(0x35));
+    QCOMPARE(line.pos(), QPointF(-123.5, 4096.125));
+    const auto &rounded = dynamic_cast<RoundedRectangleItem &>(*items[2]);
+    QCOMPARE(rounded.getItemSize(), QSizeF(250.25, 40.5));
+    QCOMPARE(rounded.getRoundingRadiusX(), 12.5);
+    QCOMPARE(rounded.getRoundingRadiusY(), -3.0);
+    auto &pie = dynamic_cast<PieItem &>(*items[4]);
+    QCOMPARE(pie.startPieAngle(), -160);
+    QCOMPARE(pie.spanPieAngle(), 5761);
+    QVERIFY(pie.getDrawCircle());
+    QCOMPARE(items[10]->getItemSize(), QSizeF(250.25, 40.5));
 }
 
 void tst_ShapeFormats::ownKeysHaveTheirType_data()
