@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/recordnumbers.h"
 
-#include "label/itemrecord.h"
 #include "label/itemvalue.h"
 
-#include <QDataStream>
-#include <QIODevice>
+#include <QByteArrayView>
+#include <QtEndian>
 
 #include <algorithm>
+#include <bit>
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -93,11 +93,10 @@ Layout layoutOf(MobraTypes::ShapeType shape)
 class Walk
 {
 public:
-    Walk(const QByteArray &record, unsigned int version)
-        : m_stream(record)
+    Walk(QByteArrayView record, unsigned int version)
+        : m_rest(record)
         , m_mirrorBytes(version >= mirrorsSinceVersion ? mirrorBytes : 0)
     {
-        m_stream.setVersion(ItemRecord::StreamVersion);
     }
 
     void along(Fields fields)
@@ -106,7 +105,7 @@ public:
             along(field);
     }
 
-    [[nodiscard]] bool isAtEnd() const { return m_stream.atEnd(); }
+    [[nodiscard]] bool isAtEnd() const { return m_rest.isEmpty(); }
     [[nodiscard]] const Problems &problems() const { return m_problems; }
 
 private:
@@ -114,34 +113,43 @@ private:
     {
         switch (field.kind) {
         case Field::Bytes:
-            m_stream.skipRawData(field.count);
+            static_cast<void>(take(field.count));
             return;
         case Field::Mirrors:
-            m_stream.skipRawData(m_mirrorBytes);
+            static_cast<void>(take(m_mirrorBytes));
             return;
         case Field::Text:
             skipText();
             return;
         case Field::Numbers:
             for (int i = 0; i < field.count; ++i)
-                check(QString::fromLatin1(field.key));
+                check(std::bit_cast<double>(integer<quint64>()), QString::fromLatin1(field.key));
             return;
         }
+    }
+
+    QByteArrayView take(qsizetype count)
+    {
+        const QByteArrayView taken = m_rest.first(std::min(count, m_rest.size()));
+        m_rest = m_rest.sliced(taken.size());
+        return taken;
+    }
+
+    template <typename Integer> Integer integer()
+    {
+        const QByteArrayView taken = take(sizeof(Integer));
+        return taken.size() == sizeof(Integer) ? qFromBigEndian<Integer>(taken.data()) : 0;
     }
 
     void skipText()
     {
         constexpr quint32 null = 0xFFFFFFFF;
-        quint32 length;
-        m_stream >> length;
-        if (length != null)
-            m_stream.skipRawData(int(length));
+        const auto length = integer<quint32>();
+        static_cast<void>(take(length == null ? 0 : length));
     }
 
-    void check(const QString &key)
+    void check(double number, const QString &key)
     {
-        double number;
-        m_stream >> number;
         const QString problem = ItemValue::numberProblem(number, key);
         const auto isTold
             = [&](const Problem &told) { return told.what == problem && told.where == u'/' + key; };
@@ -149,7 +157,7 @@ private:
             m_problems.append({ {}, u'/' + key, problem, {} });
     }
 
-    QDataStream m_stream;
+    QByteArrayView m_rest;
     int m_mirrorBytes;
     Problems m_problems;
 };
