@@ -2,6 +2,7 @@
 #include "items/shapes/lineitem.h"
 #include "label/binaryformat.h"
 #include "tests/support/allitems.h"
+#include "tests/support/hexbytes.h"
 #include "tests/support/itemrecords.h"
 
 #include <QRegularExpression>
@@ -69,6 +70,8 @@ private Q_SLOTS:
     void brokenOwnNumbersAreNamed_data();
     void brokenOwnNumbersAreNamed();
     void eachNumberIsToldOnce();
+    void secondPositionOfALineDecides_data();
+    void secondPositionOfALineDecides();
     void recordsAreWhole_data() { AllItems::addRows(); }
     void recordsAreWhole();
 };
@@ -157,6 +160,34 @@ void tst_ShapeRecords::eachNumberIsToldOnce()
     QCOMPARE(texts,
         QStringList(
             { u"itemTransform nan is no finite number"_s, u"itemPositionX nan is no finite number"_s }));
+}
+
+// Both are the same in records that a line has written. A scene takes positions that are very near each other
+// for equal, wherever the item was before.
+void tst_ShapeRecords::secondPositionOfALineDecides_data()
+{
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::newRow("far") << 1000.0 << -0.5;
+    QTest::newRow("origin") << 1000.0 << 0.0;
+    QTest::newRow("near") << 100.0 << 100.0 + 1e-11;
+    QTest::newRow("tiny") << 1000.0 << 1e-300;
+}
+
+void tst_ShapeRecords::secondPositionOfALineDecides()
+{
+    QFETCH(double, first);
+    QFETCH(double, second);
+    LineItem line;
+    QByteArray record = ItemRecords::saved(line);
+    qToBigEndian(std::bit_cast<quint64>(first), record.data() + 134);
+    qToBigEndian(std::bit_cast<quint64>(second), record.data() + record.size() - 16);
+    LineItem loaded;
+    QCOMPARE(ItemRecords::load(loaded, record), QDataStream::Ok);
+    QVERIFY2(qAbs(loaded.x() - second) < 1e-12, qPrintable(QString::number(loaded.x(), 'g', 17)));
+    LineItem again;
+    QCOMPARE(ItemRecords::load(again, ItemRecords::saved(loaded)), QDataStream::Ok);
+    QCOMPARE(toHexText(ItemRecords::saved(again)), toHexText(ItemRecords::saved(loaded)));
 }
 
 void tst_ShapeRecords::recordsAreWhole()
