@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// What all fuzz targets share: an application without a screen, items of every class, and the checks.
@@ -44,19 +45,24 @@ inline void require(bool condition)
         std::abort();
 }
 
-/// A new item of the class that a byte chooses.
+/// A new item of the class that a byte chooses: the low byte of its type code, which stays what it is when
+/// classes are added; any other byte chooses one as well.
 inline std::unique_ptr<Item> itemOf(std::uint8_t choice)
 {
-    static const std::vector<MobraTypes::ShapeType> types = [] {
-        std::vector<MobraTypes::ShapeType> known;
-        for (unsigned int code = 0x10000; code < 0x10100; ++code) {
-            const auto type = static_cast<MobraTypes::ShapeType>(code);
-            if (std::unique_ptr<Item>(ClassFactory().create(type)))
-                known.push_back(type);
+    const auto made = [](unsigned int code) {
+        return std::unique_ptr<Item>(ClassFactory().create(static_cast<MobraTypes::ShapeType>(code)));
+    };
+    constexpr unsigned int firstCode = 0x10000;
+    static const std::vector<unsigned int> codes = [&made] {
+        std::vector<unsigned int> known;
+        for (unsigned int code = firstCode; code < firstCode + 0x100; ++code) {
+            if (made(code))
+                known.push_back(code);
         }
         return known;
     }();
-    return std::unique_ptr<Item>(ClassFactory().create(types[choice % types.size()]));
+    std::unique_ptr<Item> item = made(firstCode + choice);
+    return item ? std::move(item) : made(codes[choice % codes.size()]);
 }
 
 /// Paints the item as a scene would, selected, into a small picture.

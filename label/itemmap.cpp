@@ -6,6 +6,8 @@
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
+#include "items/shapes/lineitem.h"
+#include "items/shapes/polygonitem.h"
 #include "label/itemrecord.h"
 #include "label/itemvalue.h"
 #include "label/jsonmembers.h"
@@ -27,6 +29,8 @@ const QString datasourceFieldKey = u"datasourceField"_s;
 /// The field's key in the classes that publish their binding themselves.
 const QString ownFieldKey = u"itemDatasourceField"_s;
 const QString shapeKey = u"itemShape"_s;
+const QString widthKey = u"itemWidth"_s;
+const QString heightKey = u"itemHeight"_s;
 
 constexpr int unbound = -1;
 
@@ -144,6 +148,50 @@ QVariantMap checkedMap(Item &item, const QJsonObject &object, const QString &poi
     return map;
 }
 
+/// A polygon's outline has the size that its scales give: a size without them, as people write it, has to
+/// give the scales.
+void completeScales(const Item &fresh, QVariantMap &map)
+{
+    const auto complete = [&map](const QString &side, const QString &scale, double freshSide) {
+        if (map.contains(side) && !map.contains(scale))
+            map.insert(scale, map.value(side).toDouble() / freshSide);
+    };
+    if (!dynamic_cast<const PolygonItem *>(&fresh))
+        return;
+    complete(widthKey, u"itemScaleX"_s, fresh.getItemWidth());
+    complete(heightKey, u"itemScaleY"_s, fresh.getItemHeight());
+}
+
+/// Keys are applied in alphabetical order: an item without a transform was turned about the centre of the
+/// size that it had before its width was known.
+void turnAboutCentre(Item &item, const QVariantMap &map)
+{
+    const bool isTurned = item.getItemRotation() != 0.0 || item.getItemHorizontalMirror();
+    if (!isTurned || map.contains(u"itemTransform"_s))
+        return;
+    item.setItemRotation(item.getItemRotation());
+    item.updateItemPositionAfterLoading();
+}
+
+/// A line's size is its length and nothing: any other in its map has been lost.
+void checkLineSize(const Item &item, const QVariantMap &map, const QString &pointer, ProblemLog &log)
+{
+    const auto *line = dynamic_cast<const LineItem *>(&item);
+    if (!line)
+        return;
+    const auto isLost = [&map](const QString &key, double kept) {
+        return map.contains(key) && map.value(key).toDouble() != kept;
+    };
+    const double length = line->getItemLength();
+    if (isLost(heightKey, 0.0))
+        log.add(JsonPointer::member(pointer, heightKey), u"a line has no height"_s,
+            u"remove it; the thickness of a line is its \"itemPenWidth\""_s);
+    if (isLost(widthKey, length))
+        log.add(JsonPointer::member(pointer, widthKey),
+            u"is not the length of the line, which is %1"_s.arg(Wording::number(length)),
+            u"leave it out and write \"itemLength\""_s);
+}
+
 /// Parks the binding as well, as loading a record does: a locked item has it back when it is unlocked.
 void parkBinding(Item &item)
 {
@@ -185,11 +233,14 @@ std::unique_ptr<Item> ItemMap::fromJson(
     std::unique_ptr<Item> item = createItem(object, pointer, log);
     if (!item)
         return {};
-    const QVariantMap map = checkedMap(*item, object, pointer, log);
+    QVariantMap map = checkedMap(*item, object, pointer, log);
     if (log.count() > before)
         return {};
+    completeScales(*item, map);
     item->loadItemFromJSON(map, version);
+    turnAboutCentre(*item, map);
     applyHostKeys(*item, map);
+    checkLineSize(*item, map, pointer, log);
     log.add(geometryProblems(*item, pointer));
     return log.count() > before ? nullptr : std::move(item);
 }

@@ -16,6 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype transformEntries = 8;
+constexpr double shortestLine = 1.0;
 
 ItemValue wrongType(const QJsonValue &json, const QString &needed)
 {
@@ -88,6 +89,9 @@ QString ItemValue::numberProblem(double number, const QString &key)
             Wording::number(number), Wording::number(Limits::MaxGeometry));
     if (number < 0 && (key == "itemWidth"_L1 || key == "itemHeight"_L1))
         return Wording::number(number) + u" is negative"_s;
+    if (number < shortestLine && key == "itemLength"_L1)
+        return u"%1 is below %2, the shortest line"_s.arg(
+            Wording::number(number), Wording::number(shortestLine));
     return {};
 }
 

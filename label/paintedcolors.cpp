@@ -2,6 +2,7 @@
 #include "label/paintedcolors.h"
 
 #include "items/core/itemcolors.h"
+#include "items/shapes/lineitem.h"
 #include "items/style/fillableitem.h"
 
 namespace {
@@ -18,11 +19,19 @@ QColor painted(const QColor &color, bool visible)
 
 bool hasPen(const Item &item)
 {
+    if (PaintedColors::hasEndsOnly(item))
+        return true;
     const auto *contoured = dynamic_cast<const ContouredItem *>(&item);
     return !contoured || (contoured->getItemPenWidth() > 0 && contoured->getItemPen().style() != Qt::NoPen);
 }
 
 } // namespace
+
+bool PaintedColors::hasEndsOnly(const Item &item)
+{
+    const auto *line = dynamic_cast<const LineItem *>(&item);
+    return line && line->getItemArrows() != MobraTypes::ArrowNone && line->getItemPen().style() == Qt::NoPen;
+}
 
 QColor PaintedColors::penOf(const Item &item)
 {

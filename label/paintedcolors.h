@@ -13,5 +13,7 @@ namespace PaintedColors {
 [[nodiscard]] QColor fillOf(const Item &item);
 /// Whether the fill is painted and a gradient.
 [[nodiscard]] bool fillIsGradient(const Item &item);
+/// Whether the item is a line without a pen style, whose decorated ends are painted all the same.
+[[nodiscard]] bool hasEndsOnly(const Item &item);
 
 } // namespace PaintedColors

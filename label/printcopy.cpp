@@ -49,10 +49,22 @@ void PrintCopy::prepareColors()
 
 bool PrintCopy::reduceTo(const QColor &ink)
 {
-    const bool prints = m_mode == Mode::Negative ? m_item->resetItemColorsNegative(ink)
-                                                 : m_item->resetItemColors(ink, false, false);
+    const QColor pen = PaintedColors::penOf(*m_item);
+    bool prints = m_mode == Mode::Negative ? m_item->resetItemColorsNegative(ink)
+                                           : m_item->resetItemColors(ink, false, false);
+    if (PaintedColors::hasEndsOnly(*m_item))
+        prints = reduceEnds(pen, ink);
     restoreClearPen();
     preparePicture();
+    return prints;
+}
+
+/// A reduction takes a line without a pen style for one of which nothing is painted.
+bool PrintCopy::reduceEnds(const QColor &pen, const QColor &ink)
+{
+    const bool prints = (pen == ink) == (m_mode == Mode::Positive);
+    if (auto *colored = dynamic_cast<ColoredItem *>(m_item.get()))
+        colored->setItemPenColor(prints ? ItemColors::black : ItemColors::white);
     return prints;
 }
 

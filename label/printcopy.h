@@ -31,6 +31,7 @@ public:
 private:
     void prepareStacking();
     void prepareColors();
+    [[nodiscard]] bool reduceEnds(const QColor &pen, const QColor &ink);
     void restoreClearPen();
     void preparePicture();
     void alignPicture();

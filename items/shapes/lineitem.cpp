@@ -253,6 +253,8 @@ void LineItem::loadItemFromData(QDataStream &stream, unsigned int version)
     Record::read(stream, std::tie(length, arrows, position.rx(), position.ry()));
     m_arrows = static_cast<unsigned short>(arrows);
     setItemLength(length);
+    // A graphics item does not move to where it very nearly is: the first position must not show.
+    moveItem(QPointF());
     moveItem(position);
 }
 

@@ -38,18 +38,26 @@ struct Look
     unsigned short penWidth = 0;
 };
 
+/// Adds an item of any class; a line runs along the top of its place.
+inline Item *addItem(
+    LabelDocument &document, std::unique_ptr<Item> item, const QRectF &place, const Look &look)
+{
+    item->setItemSize(place.size());
+    dynamic_cast<QGraphicsItem &>(*item).setPos(place.topLeft());
+    if (auto *contoured = dynamic_cast<ContouredItem *>(item.get())) {
+        contoured->setItemPenColor(look.pen);
+        contoured->setItemPenWidth(look.penWidth);
+    }
+    if (auto *fillable = dynamic_cast<FillableItem *>(item.get())) {
+        fillable->setItemFillColor(look.fill);
+        fillable->setItemBrushStyle(look.style);
+    }
+    return document.addItem(std::move(item));
+}
+
 inline RectangleItem *addRectangle(LabelDocument &document, const QRectF &place, const Look &look)
 {
-    auto item = std::make_unique<RectangleItem>();
-    RectangleItem *added = item.get();
-    item->setItemSize(place.size());
-    item->setPos(place.topLeft());
-    item->setItemFillColor(look.fill);
-    item->setItemBrushStyle(look.style);
-    item->setItemPenColor(look.pen);
-    item->setItemPenWidth(look.penWidth);
-    document.addItem(std::move(item));
-    return added;
+    return dynamic_cast<RectangleItem *>(addItem(document, std::make_unique<RectangleItem>(), place, look));
 }
 
 inline bool prints(const QImage &plate, int x, int y)

@@ -78,9 +78,14 @@ CHANGED = [-300, 0xF00F0069 - 2**32, 1, 1, 0, -2.5, 0x10F, 0, 30.5, 250.25, 40.5
            70000, "Größe €😀", hsv(210, 128, 200, 77), 7, 4, 0, 0x40, -1, rgb(10, 20, 30, 40)]
 
 
-def show(title, values, order=">", real="d", fields=FIELDS):
+def record(values, order=">", real="d", fields=FIELDS):
+    """The bytes of each field after its name."""
     assert len(values) == len(fields)
-    parts = [(name, write(value, order, real)) for (name, write), value in zip(fields, values)]
+    return [(name, write(value, order, real)) for (name, write), value in zip(fields, values)]
+
+
+def show(title, values, order=">", real="d", fields=FIELDS):
+    parts = record(values, order, real, fields)
     print(f"{title}: {sum(len(data) for _, data in parts)} bytes")
     for name, data in parts:
         print(f"    {data.hex().upper():<48} {name}")

@@ -1,0 +1,106 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: BSD-3-Clause
+"""Writes the seeds of every class into fuzz/corpus: a record, a property map, and both forms of a document with
+all of them. The other seeds there are typed by hand; this touches none of them.
+
+It knows the layouts and nothing of the library.
+"""
+import json
+import pathlib
+import struct
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.append(str(ROOT / "tests" / "tools"))
+from record_rectangle import CHANGED, FIELDS, NEW, integer, real_number, record, rgb, string  # noqa: E402
+
+CORPUS = ROOT / "fuzz" / "corpus"
+VERSION = 6
+
+BRUSH = 2  # the last fields of a record that an item without a fill lacks
+# Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
+# keys of the property map.
+RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
+ANGLES = [("startPieAngle", integer("i")), ("spanPieAngle", integer("i")), ("drawCircle", integer("b"))]
+LINE = [("itemLength", real_number), ("itemArrows", integer("h")), ("itemPositionX", real_number),
+        ("itemPositionY", real_number)]
+CLASSES = {
+    "line": (0x1001F, [], LINE, [250.25, 0x35, -123.5, 4096.125]),
+    "rectangle": (0x1002A, [], [], []),
+    "rounded_rectangle": (0x1002B, RADII, [], [12.5, -3.0]),
+    "ellipse": (0x1002C, [], [], []),
+    "pie": (0x1002E, ANGLES, [], [-160, 5761, True]),
+    "right_triangle": (0x10033, [], [], []),
+    "equilateral_triangle": (0x10034, [], [], []),
+    "diamond": (0x10035, [], [], []),
+    "pentagon": (0x10036, [], [], []),
+    "hexagon": (0x10037, [], [], []),
+    "octagon": (0x10038, [], [], []),
+}
+# Their keys for the binding to a datasource are those of the document, not of the item.
+RECTANGLES = ("rectangle", "rounded_rectangle")
+
+
+def record_of(name, common):
+    """The whole record of a class with the given common values."""
+    _, before, behind, own = CLASSES[name]
+    fields, values = (FIELDS[:-BRUSH], common[:-BRUSH]) if name == "line" else (FIELDS, common)
+    values = own[:len(before)] + values + own[len(before):]
+    return b"".join(data for _, data in record(values, fields=before + fields + behind))
+
+
+def map_of(name):
+    """A property map with a value for every kind of key."""
+    code, before, behind, own = CLASSES[name]
+    line = name == "line"
+    values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1,
+              "itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
+              "itemPenJoinStyle": 64, "itemZValue": -2.5, "allowOverprint": False,
+              "itemPositionX": -123.5, "itemPositionY": 4096.125}
+    if not line:
+        values |= {"itemWidth": 250.25, "itemHeight": 40.5, "itemFillColor": "#800a141e", "itemBrushStyle": 16}
+    binding = ("datasourceId", "datasourceField") if name in RECTANGLES else (
+        "itemDatasourceId", "itemDatasourceField")
+    values |= zip(binding, (4, "Größe"))
+    return values | dict(zip((key for key, _ in before + behind), own))
+
+
+def json_document():
+    return {"format": "vxlabel", "version": VERSION, "page": {"width": 62, "height": 29.5, "dpi": 300},
+            "inks": [{"name": "black", "color": "#000000"}, {"name": "red", "color": "#d40000"}],
+            "paper": "#fffff0", "items": [map_of(name) for name in CLASSES]}
+
+
+def binary_document():
+    def text(value):
+        return string(value, ">", "d")
+
+    def colour(red, green, blue):
+        spec, alpha, *components = rgb(red, green, blue)
+        return struct.pack(">b5H", spec, alpha, *components, 0)
+
+    # Geometry beyond ±10,000,000, or a transform with a perspective, would be no seed but a mistake.
+    sound = NEW[:9] + [250.25, 40.5] + NEW[11:]
+    frames = b""
+    for name, (code, *_) in CLASSES.items():
+        data = record_of(name, sound)
+        frames += struct.pack(">II", code, len(data)) + data
+    return (b"VXLABEL\0" + struct.pack(">Iddd", VERSION, 62.0, 29.5, 300.0)
+            + struct.pack(">I", 2) + text("black") + colour(0, 0, 0) + text("red") + colour(0xD4, 0, 0)
+            + colour(255, 255, 240) + struct.pack(">I", len(CLASSES)) + frames)
+
+
+def write(folder, name, data):
+    path = CORPUS / folder / name
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(data)
+
+
+for class_name, (type_code, *_) in CLASSES.items():
+    choice = type_code & 0xFF
+    for state, values in (("new", NEW), ("changed", CHANGED)):
+        # The class, the document's version, byte order and precision.
+        write("record", f"{class_name}_{state}", bytes([choice, VERSION, 0, 0]) + record_of(class_name, values))
+    write("map", class_name, bytes([choice]) + json.dumps(map_of(class_name)).encode())
+write("vxl", "all_shapes.vxl", json.dumps(json_document(), ensure_ascii=False).encode())
+write("vxb", "all_shapes.vxb", binary_document())

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/recordnumbers.h"
+
+#include "label/itemvalue.h"
+
+#include <QByteArrayView>
+#include <QtEndian>
+
+#include <algorithm>
+#include <bit>
+#include <span>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A stretch of a record: so many bytes without a number; a text, which begins with its length; or numbers in
+/// double precision under one key.
+struct Field
+{
+    enum Kind { Bytes, Mirrors, Text, Numbers };
+
+    Kind kind;
+    int count = 1;
+    const char *key = nullptr;
+};
+
+constexpr Field bytes(int count)
+{
+    return { Field::Bytes, count };
+}
+
+constexpr Field number(const char *key)
+{
+    return { Field::Numbers, 1, key };
+}
+
+constexpr int colorBytes = 11;
+constexpr int penBytes = colorBytes + 2 + 3 * 4;
+constexpr int brushBytes = 2 + colorBytes;
+constexpr int mirrorBytes = 3;
+constexpr unsigned int mirrorsSinceVersion = 6;
+
+// What the bases write, with the pen at the end.
+constexpr Field outlined[] = {
+    bytes(2 + 4), // id, flags
+    { Field::Mirrors },
+    number("itemZValue"),
+    bytes(4 + 1), // graphics-item flags, visible
+    number("itemRotation"),
+    number("itemWidth"),
+    number("itemHeight"),
+    number("itemScaleX"),
+    number("itemScaleY"),
+    { Field::Numbers, 9, "itemTransform" },
+    number("itemPositionX"),
+    number("itemPositionY"),
+    bytes(4), // datasource id
+    { Field::Text }, // datasource field
+    bytes(penBytes),
+};
+constexpr Field brush[] = { bytes(brushBytes) };
+
+using Fields = std::span<const Field>;
+
+/// The parts of a record in their order: the fields of its class stand before or behind what the bases write.
+struct Layout
+{
+    MobraTypes::ShapeType shape;
+    Fields before;
+    Fields common;
+    Fields behind;
+};
+
+constexpr Field ofRoundedRectangle[] = { number("roundingRadiusX"), number("roundingRadiusY") };
+constexpr Field ofPie[] = { bytes(4 + 4 + 1) }; // two angles, the circle
+constexpr Field ofLine[]
+    = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
+
+/// The classes with fields of their own.
+constexpr Layout layouts[] = {
+    { MobraTypes::LineShape, {}, outlined, ofLine },
+    { MobraTypes::RoundedRectangleShape, ofRoundedRectangle, outlined, brush },
+    { MobraTypes::PieShape, ofPie, outlined, brush },
+};
+
+Layout layoutOf(MobraTypes::ShapeType shape)
+{
+    const auto found = std::ranges::find(layouts, shape, &Layout::shape);
+    return found == std::end(layouts) ? Layout { shape, {}, outlined, brush } : *found;
+}
+
+class Walk
+{
+public:
+    Walk(QByteArrayView record, unsigned int version)
+        : m_rest(record)
+        , m_mirrorBytes(version >= mirrorsSinceVersion ? mirrorBytes : 0)
+    {
+    }
+
+    void along(Fields fields)
+    {
+        for (const Field &field : fields)
+            along(field);
+    }
+
+    [[nodiscard]] bool isAtEnd() const { return m_rest.isEmpty(); }
+    [[nodiscard]] const Problems &problems() const { return m_problems; }
+
+private:
+    void along(const Field &field)
+    {
+        switch (field.kind) {
+        case Field::Bytes:
+            static_cast<void>(take(field.count));
+            return;
+        case Field::Mirrors:
+            static_cast<void>(take(m_mirrorBytes));
+            return;
+        case Field::Text:
+            skipText();
+            return;
+        case Field::Numbers:
+            for (int i = 0; i < field.count; ++i)
+                check(std::bit_cast<double>(integer<quint64>()), QString::fromLatin1(field.key));
+            return;
+        }
+    }
+
+    QByteArrayView take(qsizetype count)
+    {
+        const QByteArrayView taken = m_rest.first(std::min(count, m_rest.size()));
+        m_rest = m_rest.sliced(taken.size());
+        return taken;
+    }
+
+    template <typename Integer> Integer integer()
+    {
+        const QByteArrayView taken = take(sizeof(Integer));
+        return taken.size() == sizeof(Integer) ? qFromBigEndian<Integer>(taken.data()) : 0;
+    }
+
+    void skipText()
+    {
+        constexpr quint32 null = 0xFFFFFFFF;
+        const auto length = integer<quint32>();
+        static_cast<void>(take(length == null ? 0 : length));
+    }
+
+    void check(double number, const QString &key)
+    {
+        const QString problem = ItemValue::numberProblem(number, key);
+        const auto isTold
+            = [&](const Problem &told) { return told.what == problem && told.where == u'/' + key; };
+        if (!problem.isEmpty() && std::ranges::none_of(m_problems, isTold))
+            m_problems.append({ {}, u'/' + key, problem, {} });
+    }
+
+    QByteArrayView m_rest;
+    int m_mirrorBytes;
+    Problems m_problems;
+};
+
+} // namespace
+
+Problems RecordNumbers::problems(MobraTypes::ShapeType shape, const QByteArray &record, unsigned int version)
+{
+    const Layout layout = layoutOf(shape);
+    Walk walk(record, version);
+    walk.along(layout.before);
+    walk.along(layout.common);
+    walk.along(layout.behind);
+    Q_ASSERT_X(walk.isAtEnd(), "RecordNumbers", "a class with fields of its own needs a layout");
+    return walk.problems();
+}

@@ -1,0 +1,521 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/ellipseitem.h"
+#include "items/shapes/lineitem.h"
+#include "items/shapes/pieitem.h"
+#include "items/shapes/polygonitem.h"
+#include "items/shapes/roundedrectangleitem.h"
+#include "label/documentfile.h"
+#include "tests/label/jsontexts.h"
+#include "tests/support/allitems.h"
+#include "tests/support/hexbytes.h"
+#include "tests/support/nearness.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace JsonTexts;
+using MobraTypes::ShapeType;
+
+namespace {
+
+/// What every item writes, and what the filled ones do.
+const QSet<QString> commonKeys { u"itemShape"_s, u"itemId"_s, u"itemFlags"_s, u"itemQFlags"_s,
+    u"itemZValue"_s, u"itemRotation"_s, u"itemHorizontalMirror"_s, u"itemVerticalMirror"_s, u"itemWidth"_s,
+    u"itemHeight"_s, u"itemScaleX"_s, u"itemScaleY"_s, u"itemTransform"_s, u"allowOverprint"_s,
+    u"itemPenColor"_s, u"itemPenWidth"_s, u"itemPenStyle"_s, u"itemPenCapStyle"_s, u"itemPenJoinStyle"_s,
+    u"itemPositionX"_s, u"itemPositionY"_s };
+const QSet<QString> fillKeys { u"itemFillColor"_s, u"itemBrushStyle"_s };
+const QSet<QString> hostBinding { u"datasourceId"_s, u"datasourceField"_s };
+const QSet<QString> ownBinding { u"itemDatasourceId"_s, u"itemDatasourceField"_s };
+
+QSet<QString> keysOf(ShapeType shape)
+{
+    switch (shape) {
+    case MobraTypes::RectangleShape:
+        return commonKeys + fillKeys + hostBinding;
+    case MobraTypes::RoundedRectangleShape:
+        return commonKeys + fillKeys + hostBinding + QSet { u"roundingRadiusX"_s, u"roundingRadiusY"_s };
+    case MobraTypes::PieShape:
+        return commonKeys + fillKeys + ownBinding
+            + QSet { u"drawCircle"_s, u"startPieAngle"_s, u"spanPieAngle"_s };
+    case MobraTypes::LineShape:
+        return commonKeys + ownBinding + QSet { u"itemArrows"_s, u"itemLength"_s };
+    default:
+        return commonKeys + fillKeys + ownBinding;
+    }
+}
+
+void changeOwnFields(Item &item)
+{
+    if (auto *rounded = dynamic_cast<RoundedRectangleItem *>(&item)) {
+        rounded->setRoundingRadiusX(12.5);
+        rounded->setRoundingRadiusY(-0.1);
+    }
+    if (auto *pie = dynamic_cast<PieItem *>(&item)) {
+        pie->setDrawCircle(true);
+        pie->setStartPieAngle(-2147483647);
+        pie->setSpanPieAngle(2147483647);
+    }
+    if (auto *line = dynamic_cast<LineItem *>(&item)) {
+        line->setItemLength(1.0 / 3.0 + 7.0);
+        line->setItemArrows(0xFFFF);
+    }
+}
+
+using Change = void (*)(Item &);
+
+struct State
+{
+    const char *name;
+    Change change;
+};
+
+constexpr State states[] = {
+    { "new", [](Item &) {} },
+    { "changed", &AllItems::change },
+    { "of other own fields", &changeOwnFields },
+    { "changed in all", [](Item &item) { AllItems::change(item), changeOwnFields(item); } },
+    { "hidden, translucent",
+        [](Item &item) {
+            item.setItemIsVisible(false);
+            if (auto *colored = dynamic_cast<IColorItem *>(&item))
+                colored->setItemPenColor(QColor(1, 2, 3, 77));
+            if (auto *filled = dynamic_cast<FillColorItem *>(&item))
+                filled->setItemFillColor(QColor(250, 128, 7, 1));
+        } },
+    { "distorted",
+        [](Item &item) {
+            item.setItemSize(QSizeF(33.3, 66.6));
+            // The others have the scales 1.
+            if (dynamic_cast<PolygonItem *>(&item)) {
+                item.setItemScaleX(2.5);
+                item.setItemScaleY(0.1);
+            }
+            AllItems::graphics(item).setTransform(QTransform(0.5, 0.25, 0, -0.25, 2, 0, 1e6, -3, 1));
+            AllItems::graphics(item).setPos(-12.5, 1.0 / 3.0);
+        } },
+    { "of one dimension", [](Item &item) { item.setItemSize(QSizeF(50.0, 0.0)); } },
+};
+
+LabelDocument documentOf(std::unique_ptr<Item> item)
+{
+    LabelDocument document;
+    document.addItem(std::move(item));
+    return document;
+}
+
+/// The document in a form; nothing, with a warning that fails the test, if it has no such form.
+QByteArray toForm(const LabelDocument &document, DocumentFormat format)
+{
+    Problems problems;
+    const QByteArray data = DocumentFile::toData(document, format, problems);
+    for (const Problem &problem : problems)
+        qWarning("%s", qPrintable(problem.text()));
+    return data;
+}
+
+/// The same document in the other form.
+QByteArray converted(const QByteArray &data, DocumentFormat format)
+{
+    const LoadResult result = DocumentFile::loadFromData(data, {});
+    for (const Problem &problem : result.problems)
+        qWarning("%s", qPrintable(problem.text()));
+    return result.document ? toForm(*result.document, format) : QByteArray();
+}
+
+QByteArray itemWith(ShapeType shape, const QByteArray &members)
+{
+    return R"({"itemShape": )" + QByteArray::number(shape) + (members.isEmpty() ? "" : ", ") + members + "}";
+}
+
+QStringList problemsOfItem(ShapeType shape, const QByteArray &members)
+{
+    return problemsOf(withItems(itemWith(shape, members)));
+}
+
+/// The item of a JSON text, which has to be sound.
+template <typename T> std::unique_ptr<T> itemOf(ShapeType shape, const QByteArray &members)
+{
+    LoadResult result = read(withItems(itemWith(shape, members)));
+    if (!result.document)
+        qFatal("%s", qPrintable(result.problems.value(0).text()));
+    return std::unique_ptr<T>(
+        dynamic_cast<T *>(dynamic_cast<T &>(*result.document->items()[0]).createItemCopy()));
+}
+
+} // namespace
+
+/// The items of all classes as JSON, and from JSON to a record and back.
+class tst_ShapeFormats : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void formsTurnIntoEachOther_data();
+    void formsTurnIntoEachOther();
+    void jsonHoldsEveryProperty_data() { AllItems::addRows(); }
+    void jsonHoldsEveryProperty();
+    void ownFieldsAreRead();
+    void documentsOfAnotherWriterAreRead_data();
+    void documentsOfAnotherWriterAreRead();
+    void ownKeysHaveTheirType_data();
+    void ownKeysHaveTheirType();
+    void wholeNumbersFitTheirProperty_data();
+    void wholeNumbersFitTheirProperty();
+    void realNumbersAreUsable_data();
+    void realNumbersAreUsable();
+    void foreignKeysAreGuessed_data();
+    void foreignKeysAreGuessed();
+    void sizeOfALineIsItsLength_data();
+    void sizeOfALineIsItsLength();
+    void typedPolygonsFillTheirSize_data();
+    void typedPolygonsFillTheirSize();
+    void typedScalesStay();
+    void typedItemsTurnAboutTheirCentre_data() { AllItems::addRows(); }
+    void typedItemsTurnAboutTheirCentre();
+    void mirroredLineStaysInPlace();
+};
+
+void tst_ShapeFormats::formsTurnIntoEachOther_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<Change>("change");
+    for (const ShapeType shape : AllItems::shapes()) {
+        for (const auto &[name, change] : states)
+            QTest::addRow("%s, %s", AllItems::object(*AllItems::made(shape)).metaObject()->className(), name)
+                << shape << change;
+    }
+}
+
+void tst_ShapeFormats::formsTurnIntoEachOther()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(Change, change);
+    std::unique_ptr<Item> item = AllItems::made(shape);
+    change(*item);
+    const LabelDocument document = documentOf(std::move(item));
+    const QByteArray json = toForm(document, DocumentFormat::Json);
+    const QByteArray binary = toForm(document, DocumentFormat::Binary);
+    QVERIFY(!json.isEmpty() && !binary.isEmpty());
+    QCOMPARE(toHexText(converted(json, DocumentFormat::Binary)), toHexText(binary));
+    QCOMPARE(converted(binary, DocumentFormat::Json), json);
+    QCOMPARE(converted(json, DocumentFormat::Json), json);
+    QCOMPARE(toHexText(converted(binary, DocumentFormat::Binary)), toHexText(binary));
+}
+
+void tst_ShapeFormats::jsonHoldsEveryProperty()
+{
+    QFETCH(ShapeType, shape);
+    std::unique_ptr<Item> item = AllItems::made(shape);
+    AllItems::change(*item);
+    item->setItemAsReadOnly(false);
+    item->setDatasourceId(3);
+    item->setDatasourceField(u"Name"_s);
+    const QByteArray json = toForm(documentOf(std::move(item)), DocumentFormat::Json);
+    const QJsonObject object = QJsonDocument::fromJson(json)["items"_L1][0].toObject();
+    const QStringList keys = object.keys();
+    QCOMPARE(QSet<QString>(keys.begin(), keys.end()), keysOf(shape));
+}
+
+void tst_ShapeFormats::ownFieldsAreRead()
+{
+    const auto rounded = itemOf<RoundedRectangleItem>(
+        MobraTypes::RoundedRectangleShape, R"("roundingRadiusX": 3.25, "roundingRadiusY": -4)");
+    QCOMPARE(rounded->getRoundingRadiusX(), 3.25);
+    QCOMPARE(rounded->getRoundingRadiusY(), -4.0);
+
+    const auto pie = itemOf<PieItem>(
+        MobraTypes::PieShape, R"("drawCircle": true, "startPieAngle": -160, "spanPieAngle": 5760)");
+    QVERIFY(pie->getDrawCircle());
+    QCOMPARE(pie->startPieAngle(), -160);
+    QCOMPARE(pie->spanPieAngle(), 5760);
+
+    const auto line = itemOf<LineItem>(MobraTypes::LineShape, R"("itemArrows": 131, "itemLength": 250.5)");
+    QCOMPARE(line->getItemArrowLeft(), MobraTypes::LeftArrowBar);
+    QCOMPARE(line->getItemArrowRight(), MobraTypes::RightArrowFilled);
+    QCOMPARE(line->getItemLength(), 250.5);
+    QCOMPARE(line->getItemSize(), QSizeF(250.5, 0));
+
+    const auto ellipse = itemOf<EllipseItem>(
+        MobraTypes::EllipseShape, R"("itemDatasourceId": 7, "itemDatasourceField": "Preis")");
+    QCOMPARE(ellipse->getDatasourceId(), 7);
+    QCOMPARE(ellipse->getDatasourceField(), u"Preis"_s);
+}
+
+// fuzz/make_seeds.py writes them, which knows the formats only.
+void tst_ShapeFormats::documentsOfAnotherWriterAreRead_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("JSON") << u"vxl/all_shapes.vxl"_s;
+    QTest::newRow("binary") << u"vxb/all_shapes.vxb"_s;
+}
+
+void tst_ShapeFormats::documentsOfAnotherWriterAreRead()
+{
+    QFETCH(QString, name);
+    const QString folder = QStringLiteral(VX_TEST_DATA_DIR "/../../fuzz/corpus/");
+    const LoadResult result = DocumentFile::load(folder + name);
+    QCOMPARE(shortTexts(result.problems), QStringList());
+    QVERIFY(result.document);
+    const auto &items = result.document->items();
+    QList<ShapeType> shapes;
+    for (const auto &item : items)
+        shapes.append(item->getItemShape());
+    QCOMPARE(shapes, AllItems::shapes());
+
+    auto &line = dynamic_cast<LineItem &>(*items[0]);
+    QCOMPARE(line.getItemLength(), 250.25);
+    QCOMPARE(line.getItemArrows(), ushort(0x35));
+    QCOMPARE(line.pos(), QPointF(-123.5, 4096.125));
+    const auto &rounded = dynamic_cast<RoundedRectangleItem &>(*items[2]);
+    QCOMPARE(rounded.getItemSize(), QSizeF(250.25, 40.5));
+    QCOMPARE(rounded.getRoundingRadiusX(), 12.5);
+    QCOMPARE(rounded.getRoundingRadiusY(), -3.0);
+    auto &pie = dynamic_cast<PieItem &>(*items[4]);
+    QCOMPARE(pie.startPieAngle(), -160);
+    QCOMPARE(pie.spanPieAngle(), 5761);
+    QVERIFY(pie.getDrawCircle());
+    QCOMPARE(items[10]->getItemSize(), QSizeF(250.25, 40.5));
+}
+
+void tst_ShapeFormats::ownKeysHaveTheirType_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QByteArray>("member");
+    QTest::addColumn<QString>("problem");
+
+    const auto rows = [](ShapeType shape, const char *key, const QString &type) {
+        const std::pair<const char *, QString> forms[]
+            = { { "true", u"true or false"_s }, { "1", u"a number"_s }, { "\"x\"", u"text"_s },
+                  { "[1]", u"a list"_s }, { "{}", u"an object"_s }, { "null", u"nothing"_s } };
+        for (const auto &[json, name] : forms) {
+            if (name != type)
+                QTest::addRow("%s %s", key, json)
+                    << shape << "\"" + QByteArray(key) + "\": " + json
+                    << u"/items/0/%1: is %2, not %3"_s.arg(QLatin1String(key), name, type);
+        }
+    };
+    rows(MobraTypes::RoundedRectangleShape, "roundingRadiusX", u"a number"_s);
+    rows(MobraTypes::RoundedRectangleShape, "roundingRadiusY", u"a number"_s);
+    rows(MobraTypes::PieShape, "drawCircle", u"true or false"_s);
+    rows(MobraTypes::PieShape, "startPieAngle", u"a number"_s);
+    rows(MobraTypes::PieShape, "spanPieAngle", u"a number"_s);
+    rows(MobraTypes::LineShape, "itemArrows", u"a number"_s);
+    rows(MobraTypes::LineShape, "itemLength", u"a number"_s);
+    rows(MobraTypes::HexagonShape, "itemDatasourceId", u"a number"_s);
+    rows(MobraTypes::HexagonShape, "itemDatasourceField", u"text"_s);
+}
+
+void tst_ShapeFormats::ownKeysHaveTheirType()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(QByteArray, member);
+    QFETCH(QString, problem);
+    QCOMPARE(problemsOfItem(shape, member), QStringList(problem));
+}
+
+void tst_ShapeFormats::wholeNumbersFitTheirProperty_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("number");
+    QTest::addColumn<bool>("accepted");
+
+    const auto rows = [](ShapeType shape, const char *key, const QByteArrayList &fine,
+                          const QByteArrayList &wrong) {
+        for (const QByteArray &number : fine)
+            QTest::addRow("%s %s", key, number.constData()) << shape << QByteArray(key) << number << true;
+        for (const QByteArray &number : wrong)
+            QTest::addRow("%s %s", key, number.constData()) << shape << QByteArray(key) << number << false;
+    };
+    rows(MobraTypes::LineShape, "itemArrows", { "0", "85", "65535" }, { "-1", "65536", "1.5", "1e308" });
+    const QByteArrayList ints { "-2147483648", "0", "2147483647" };
+    const QByteArrayList noInts { "-2147483649", "2147483648", "0.0625", "1e300" };
+    rows(MobraTypes::PieShape, "startPieAngle", ints, noInts);
+    rows(MobraTypes::PieShape, "spanPieAngle", ints, noInts);
+    rows(MobraTypes::DiamondShape, "itemDatasourceId", ints, noInts);
+}
+
+void tst_ShapeFormats::wholeNumbersFitTheirProperty()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(QByteArray, key);
+    QFETCH(QByteArray, number);
+    QFETCH(bool, accepted);
+    const LoadResult result = read(withItems(itemWith(shape, "\"" + key + "\": " + number)));
+    QCOMPARE(result.document.has_value(), accepted);
+    QCOMPARE(result.problems.size(), accepted ? 0 : 1);
+    if (!accepted) {
+        QCOMPARE(result.problems[0].where, u"/items/0/"_s + QLatin1String(key));
+        QVERIFY(result.problems[0].what.endsWith(u" is out of range"_s));
+    }
+}
+
+void tst_ShapeFormats::realNumbersAreUsable_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("number");
+    QTest::addColumn<QString>("problem");
+
+    const auto row = [](ShapeType shape, const char *key, const char *number, const char *problem = nullptr) {
+        QTest::addRow("%s %s", key, number)
+            << shape << QByteArray(key) << QByteArray(number)
+            << (problem ? u"/items/0/%1: %2"_s.arg(QLatin1String(key), QString::fromUtf8(problem))
+                        : u"accepted"_s);
+    };
+    for (const char *key : { "roundingRadiusX", "roundingRadiusY" }) {
+        for (const char *number : { "0", "-5", "1e7", "0.001" })
+            row(MobraTypes::RoundedRectangleShape, key, number);
+        row(MobraTypes::RoundedRectangleShape, key, "1e308", "1e+308 is beyond the drawable range of ±1e+07");
+        row(MobraTypes::RoundedRectangleShape, key, "\"nan\"", "is text, not a number");
+    }
+    for (const char *number : { "1", "1e7", "1.0625" })
+        row(MobraTypes::LineShape, "itemLength", number);
+    row(MobraTypes::LineShape, "itemLength", "1e308", "1e+308 is beyond the drawable range of ±1e+07");
+    row(MobraTypes::LineShape, "itemLength", "0.5", "0.5 is below 1, the shortest line");
+    row(MobraTypes::LineShape, "itemLength", "0", "0 is below 1, the shortest line");
+    row(MobraTypes::LineShape, "itemLength", "-20", "-20 is below 1, the shortest line");
+    row(MobraTypes::LineShape, "itemLength", "\"inf\"", "is text, not a number");
+}
+
+void tst_ShapeFormats::realNumbersAreUsable()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(QByteArray, key);
+    QFETCH(QByteArray, number);
+    QFETCH(QString, problem);
+    QCOMPARE(problemsOfItem(shape, "\"" + key + "\": " + number), QStringList(problem));
+}
+
+void tst_ShapeFormats::foreignKeysAreGuessed_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QString>("advice");
+
+    const auto row = [](ShapeType shape, const char *key, const char *nearest) {
+        QTest::addRow("%s of %x", key, shape)
+            << shape << QByteArray(key)
+            << (nearest ? u"did you mean \"%1\"?"_s.arg(QLatin1String(nearest)) : u"remove it"_s);
+    };
+    row(MobraTypes::RoundedRectangleShape, "roundingRadius", "roundingRadiusX");
+    row(MobraTypes::RoundedRectangleShape, "roundingradiusy", "roundingRadiusY");
+    row(MobraTypes::RectangleShape, "roundingRadiusX", nullptr);
+    row(MobraTypes::PieShape, "drawcircle", "drawCircle");
+    row(MobraTypes::PieShape, "startPieAngel", "startPieAngle");
+    row(MobraTypes::PieShape, "spanAngle", nullptr);
+    row(MobraTypes::EllipseShape, "startPieAngle", nullptr);
+    row(MobraTypes::LineShape, "itemArrow", "itemArrows");
+    row(MobraTypes::LineShape, "length", "itemLength");
+    row(MobraTypes::LineShape, "itemLenght", "itemLength");
+    row(MobraTypes::LineShape, "itemFillColor", nullptr);
+    row(MobraTypes::LineShape, "itemBrushStyle", nullptr);
+    row(MobraTypes::OctagonShape, "itemLength", nullptr);
+    // Each class has one name for its binding.
+    row(MobraTypes::EllipseShape, "datasourceId", "itemDatasourceId");
+    row(MobraTypes::LineShape, "datasourceField", "itemDatasourceField");
+    row(MobraTypes::RoundedRectangleShape, "itemDatasourceId", "datasourceId");
+    row(MobraTypes::RectangleShape, "itemDatasourceField", "datasourceField");
+}
+
+void tst_ShapeFormats::foreignKeysAreGuessed()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(QByteArray, key);
+    const LoadResult result = read(withItems(itemWith(shape, "\"" + key + "\": 1")));
+    QVERIFY(!result.document);
+    QCOMPARE(shortTexts(result.problems), QStringList(u"/items/0/%1: is unknown"_s.arg(QLatin1String(key))));
+    QTEST(result.problems[0].advice, "advice");
+}
+
+void tst_ShapeFormats::sizeOfALineIsItsLength_data()
+{
+    QTest::addColumn<QByteArray>("members");
+    QTest::addColumn<QStringList>("problems");
+
+    const auto row = [](const char *members, const QStringList &problems) {
+        QTest::newRow(members) << QByteArray(members) << problems;
+    };
+    const QStringList accepted { u"accepted"_s };
+    row("", accepted);
+    row(R"("itemWidth": 100)", accepted);
+    row(R"("itemWidth": 100, "itemHeight": 0)", accepted);
+    row(R"("itemLength": 62.5, "itemWidth": 62.5)", accepted);
+    row(R"("itemWidth": 200)", { u"/items/0/itemWidth: is not the length of the line, which is 100"_s });
+    row(R"("itemLength": 62.5, "itemWidth": 100)",
+        { u"/items/0/itemWidth: is not the length of the line, which is 62.5"_s });
+    row(R"("itemHeight": 20)", { u"/items/0/itemHeight: a line has no height"_s });
+    row(R"("itemWidth": 0, "itemHeight": 20)",
+        { u"/items/0/itemHeight: a line has no height"_s,
+            u"/items/0/itemWidth: is not the length of the line, which is 100"_s });
+}
+
+void tst_ShapeFormats::sizeOfALineIsItsLength()
+{
+    QFETCH(QByteArray, members);
+    QTEST(problemsOfItem(MobraTypes::LineShape, members), "problems");
+}
+
+void tst_ShapeFormats::typedPolygonsFillTheirSize_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    for (const ShapeType shape :
+        { MobraTypes::RightTriangleShape, MobraTypes::EquilateralTriangleShape, MobraTypes::DiamondShape,
+            MobraTypes::PentagonShape, MobraTypes::HexagonShape, MobraTypes::OctagonShape })
+        QTest::addRow("%x", shape) << shape;
+}
+
+void tst_ShapeFormats::typedPolygonsFillTheirSize()
+{
+    QFETCH(ShapeType, shape);
+    const auto item = itemOf<PolygonItem>(shape, R"("itemWidth": 600, "itemHeight": 250, "itemPenStyle": 0)");
+    QCOMPARE(item->getItemSize(), QSizeF(600, 250));
+    const QRectF outline = item->polygon().boundingRect();
+    QVERIFY(areNear(outline.topLeft(), { 0, 0 }));
+    // The reference points have ten digits.
+    QVERIFY(qAbs(outline.width() - 600) < 1e-6 && qAbs(outline.height() - 250) < 1e-6);
+}
+
+void tst_ShapeFormats::typedScalesStay()
+{
+    const auto item = itemOf<PolygonItem>(MobraTypes::DiamondShape,
+        R"("itemWidth": 600, "itemScaleX": 1.5, "itemHeight": 50, "itemPenStyle": 0)");
+    QCOMPARE(item->getItemScaleX(), 1.5);
+    QCOMPARE(item->getItemScaleY(), 0.5);
+    QCOMPARE(item->polygon().boundingRect(), QRectF(0, 0, 150, 50));
+}
+
+// However an item is written, rotating it leaves its centre where it is.
+void tst_ShapeFormats::typedItemsTurnAboutTheirCentre()
+{
+    QFETCH(ShapeType, shape);
+    const bool isLine = shape == MobraTypes::LineShape;
+    const QByteArray size = isLine ? R"("itemLength": 600)" : R"("itemWidth": 600, "itemHeight": 250)";
+    const auto item
+        = itemOf<Item>(shape, size + R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)");
+    const QPointF centre(300, isLine ? 0 : 125);
+    QGraphicsItem &graphics = AllItems::graphics(*item);
+    QCOMPARE(graphics.pos(), QPointF(100, -40));
+    QVERIFY(areNear(graphics.mapToParent(centre), QPointF(100, -40) + centre));
+    // A point to the right of the centre turns clockwise.
+    const QPointF turned = graphics.mapToParent(centre + QPointF(10, 0)) - QPointF(100, -40) - centre;
+    QVERIFY(areNear(turned, { 8.6602540378443865, 5 }));
+}
+
+void tst_ShapeFormats::mirroredLineStaysInPlace()
+{
+    const auto line = itemOf<LineItem>(MobraTypes::LineShape,
+        R"("itemHorizontalMirror": 1, "itemLength": 200, "itemPositionX": 10, "itemPositionY": 20)");
+    QVERIFY(areNear(line->getItemPoint1(), { 210, 20 }));
+    QVERIFY(areNear(line->getItemPoint2(), { 10, 20 }));
+}
+
+QTEST_MAIN(tst_ShapeFormats)
+#include "tst_shapeformats.moc"

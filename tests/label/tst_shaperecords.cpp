@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/shapes/lineitem.h"
+#include "label/binaryformat.h"
+#include "tests/support/allitems.h"
+#include "tests/support/hexbytes.h"
+#include "tests/support/itemrecords.h"
+
+#include <QRegularExpression>
+#include <QTest>
+#include <QtEndian>
+
+#include <bit>
+#include <limits>
+
+using namespace Qt::StringLiterals;
+using MobraTypes::ShapeType;
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+/// The bytes of a record before what all classes have in common.
+const QHash<ShapeType, int> bytesBefore { { MobraTypes::RoundedRectangleShape, 2 * 8 },
+    { MobraTypes::PieShape, 4 + 4 + 1 } };
+
+LabelDocument documentOf(std::unique_ptr<Item> item)
+{
+    LabelDocument document;
+    document.addItem(std::move(item));
+    return document;
+}
+
+/// What reading a binary document tells in which the item's record has another number at an offset; one from
+/// the end if negative.
+QStringList problemsOfRecord(Item &item, int at, double number, unsigned int version = 6)
+{
+    const QByteArray record = ItemRecords::saved(item);
+    QByteArray changed = record;
+    qToBigEndian(std::bit_cast<quint64>(number), changed.data() + (at < 0 ? changed.size() + at : at));
+    QByteArray data = BinaryFormat::write(documentOf(std::unique_ptr<Item>(item.createItemCopy())));
+    if (!data.endsWith(record))
+        return { u"the record is not at the end"_s };
+    const int before = bytesBefore.value(item.getItemShape());
+    if (version < 6) {
+        changed.remove(before + 6, 3); // mirrors and overprint
+        qToBigEndian(quint32(version), data.data() + 8);
+        qToBigEndian(quint32(changed.size()), data.data() + data.size() - record.size() - 4);
+    }
+    data = data.chopped(record.size()) + changed;
+    const LoadResult result = BinaryFormat::read(data, {}, BrokenItems::Refuse);
+    QStringList texts;
+    for (const Problem &problem : result.problems)
+        texts.append(problem.what);
+    return texts;
+}
+
+} // namespace
+
+/// The records of all classes in binary documents.
+class tst_ShapeRecords : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void brokenCommonNumbersAreNamed_data();
+    void brokenCommonNumbersAreNamed();
+    void brokenOwnNumbersAreNamed_data();
+    void brokenOwnNumbersAreNamed();
+    void eachNumberIsToldOnce();
+    void secondPositionOfALineDecides_data();
+    void secondPositionOfALineDecides();
+    void recordsAreWhole_data() { AllItems::addRows(); }
+    void recordsAreWhole();
+};
+
+void tst_ShapeRecords::brokenCommonNumbersAreNamed_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<unsigned int>("version");
+    for (const ShapeType shape : AllItems::shapes()) {
+        for (const unsigned int version : { 5U, 6U })
+            QTest::addRow(
+                "%s, version %u", AllItems::object(*AllItems::made(shape)).metaObject()->className(), version)
+                << shape << version;
+    }
+}
+
+void tst_ShapeRecords::brokenCommonNumbersAreNamed()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(unsigned int, version);
+    constexpr std::pair<const char *, int> numbers[]
+        = { { "itemZValue", 9 }, { "itemRotation", 22 }, { "itemWidth", 30 }, { "itemHeight", 38 },
+              { "itemScaleX", 46 }, { "itemScaleY", 54 }, { "itemTransform", 62 }, { "itemTransform", 126 },
+              { "itemPositionX", 134 }, { "itemPositionY", 142 } };
+    const std::unique_ptr<Item> item = AllItems::made(shape);
+    const int before = bytesBefore.value(shape);
+    for (const auto &[key, at] : numbers) {
+        const QString name = QString::fromLatin1(key);
+        QCOMPARE(problemsOfRecord(*item, before + at, notANumber, version),
+            QStringList(name + u" nan is no finite number"_s));
+        QCOMPARE(problemsOfRecord(*item, before + at, -1e308, version),
+            QStringList(name + u" -1e+308 is beyond the drawable range of ±1e+07"_s));
+    }
+}
+
+void tst_ShapeRecords::brokenOwnNumbersAreNamed_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("at");
+    QTest::newRow("radius x") << MobraTypes::RoundedRectangleShape << u"roundingRadiusX"_s << 0;
+    QTest::newRow("radius y") << MobraTypes::RoundedRectangleShape << u"roundingRadiusY"_s << 8;
+    // A line ends in its length, arrows in two bytes, and the position.
+    QTest::newRow("length") << MobraTypes::LineShape << u"itemLength"_s << -26;
+    QTest::newRow("x of a line") << MobraTypes::LineShape << u"itemPositionX"_s << -16;
+    QTest::newRow("y of a line") << MobraTypes::LineShape << u"itemPositionY"_s << -8;
+}
+
+void tst_ShapeRecords::brokenOwnNumbersAreNamed()
+{
+    QFETCH(ShapeType, shape);
+    QFETCH(QString, key);
+    QFETCH(int, at);
+    const std::unique_ptr<Item> item = AllItems::made(shape);
+    for (const char *field : { "", "Größe" }) {
+        item->setDatasourceField(QString::fromUtf8(field));
+        for (const unsigned int version : { 1U, 6U }) {
+            for (const double number : { notANumber, infinity, -infinity })
+                QCOMPARE(problemsOfRecord(*item, at, number, version),
+                    QStringList(key + u" %1 is no finite number"_s.arg(number)));
+            QCOMPARE(problemsOfRecord(*item, at, 1e308, version),
+                QStringList(key + u" 1e+308 is beyond the drawable range of ±1e+07"_s));
+            QCOMPARE(problemsOfRecord(*item, at, 1e7, version), QStringList());
+        }
+    }
+    const QStringList belowOne = key == u"itemLength"
+        ? QStringList(u"itemLength 0.5 is below 1, the shortest line"_s)
+        : QStringList();
+    QCOMPARE(problemsOfRecord(*item, at, 0.5), belowOne);
+}
+
+// The transform has nine numbers, and a line two positions.
+void tst_ShapeRecords::eachNumberIsToldOnce()
+{
+    LineItem line;
+    QByteArray record = ItemRecords::saved(line);
+    const QByteArray document = BinaryFormat::write(documentOf(std::unique_ptr<Item>(line.createItemCopy())));
+    const QByteArray broken(8, '\xFF'); // no number
+    for (const qsizetype at : { qsizetype(62), qsizetype(70), qsizetype(134), record.size() - 16 })
+        record.replace(at, 8, broken);
+    const LoadResult result
+        = BinaryFormat::read(document.chopped(record.size()) + record, {}, BrokenItems::Refuse);
+    QStringList texts;
+    for (const Problem &problem : result.problems)
+        texts.append(problem.what);
+    QCOMPARE(texts,
+        QStringList(
+            { u"itemTransform nan is no finite number"_s, u"itemPositionX nan is no finite number"_s }));
+}
+
+// Both are the same in records that a line has written. A scene takes positions that are very near each other
+// for equal, wherever the item was before.
+void tst_ShapeRecords::secondPositionOfALineDecides_data()
+{
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::newRow("far") << 1000.0 << -0.5;
+    QTest::newRow("origin") << 1000.0 << 0.0;
+    QTest::newRow("near") << 100.0 << 100.0 + 1e-11;
+    QTest::newRow("tiny") << 1000.0 << 1e-300;
+}
+
+void tst_ShapeRecords::secondPositionOfALineDecides()
+{
+    QFETCH(double, first);
+    QFETCH(double, second);
+    LineItem line;
+    QByteArray record = ItemRecords::saved(line);
+    qToBigEndian(std::bit_cast<quint64>(first), record.data() + 134);
+    qToBigEndian(std::bit_cast<quint64>(second), record.data() + record.size() - 16);
+    LineItem loaded;
+    QCOMPARE(ItemRecords::load(loaded, record), QDataStream::Ok);
+    QVERIFY2(qAbs(loaded.x() - second) < 1e-12, qPrintable(QString::number(loaded.x(), 'g', 17)));
+    LineItem again;
+    QCOMPARE(ItemRecords::load(again, ItemRecords::saved(loaded)), QDataStream::Ok);
+    QCOMPARE(toHexText(ItemRecords::saved(again)), toHexText(ItemRecords::saved(loaded)));
+}
+
+void tst_ShapeRecords::recordsAreWhole()
+{
+    QFETCH(ShapeType, shape);
+    std::unique_ptr<Item> item = AllItems::made(shape);
+    item->setItemId(7);
+    const QString description = item->toDescriptionString();
+    const QByteArray record = ItemRecords::saved(*item);
+    const QByteArray head = BinaryFormat::write(documentOf(std::move(item))).chopped(record.size() + 4);
+    for (const qsizetype size : { record.size() - 1, record.size() + 1 }) {
+        QByteArray length(4, '\0');
+        qToBigEndian(quint32(size), length.data());
+        const LoadResult result
+            = BinaryFormat::read(head + length + (record + '\0').first(size), {}, BrokenItems::Refuse);
+        QCOMPARE(result.problems.size(), 1);
+        QCOMPARE(result.problems[0].what, u"the record of this %1 is not whole"_s.arg(description));
+    }
+}
+
+QTEST_MAIN(tst_ShapeRecords)
+#include "tst_shaperecords.moc"
