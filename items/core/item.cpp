@@ -279,13 +279,13 @@ void Item::rotateAbout(const QPointF &point, double degrees)
     if (!item)
         return;
     const QPointF centre = Limits::geometry(point);
-    const QPointF before = item->mapToScene(centre);
+    const QPointF before = item->mapToParent(centre);
     QTransform transform;
     transform.translate(centre.x(), centre.y());
     transform.rotate(degrees);
     transform.translate(-centre.x(), -centre.y());
     item->setTransform(transform);
-    const QPointF after = item->mapToScene(centre);
+    const QPointF after = item->mapToParent(centre);
     const QPointF shift = before - after;
     // The transform before may have had the centre at infinity.
     if (before != after && std::isfinite(shift.x()) && std::isfinite(shift.y()))
@@ -356,7 +356,7 @@ void Item::paintSelectionFrame(
     QPainter *painter, const QStyleOptionGraphicsItem *option, const QRectF &rect) const
 {
     if (!(option->state & QStyle::State_Selected))
-        return;
+        return; // before the parent is asked for: it runs at every painting
     const QGraphicsItem *item = graphicsItem();
     const QGraphicsItem *parent = item ? item->parentItem() : nullptr;
     if (!parent || parent->type() == MobraTypes::LayerShape)

@@ -27,8 +27,8 @@ void DiamondItem::setPolygonShape()
 void DiamondItem::calculateOvershoot()
 {
     const double diagonal = std::hypot(getItemWidth(), getItemHeight());
-    setOvershoot(0, 0, diagonal / getItemHeight());
-    setOvershoot(1, 0, diagonal / getItemWidth());
+    setOvershoot(0, Mitered, diagonal / getItemHeight());
+    setOvershoot(1, Mitered, diagonal / getItemWidth());
 }
 
 void DiamondItem::adjustForPen()

@@ -29,8 +29,8 @@ public:
     QPainterPath opaqueArea() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
-    /// Fits the ellipse into the size so that an outline of the pen's whole width lies inside, and sets both
-    /// scale factors to 1.
+    /// Fits the ellipse into the size so that the outline, its width rounded to a whole number, lies inside,
+    /// and sets both scale factors to 1.
     void updateRect();
 
     // Item

@@ -3,12 +3,6 @@
 
 #include <cmath>
 
-namespace {
-
-constexpr double referenceHeight = 86.60254038; // 100 sin 60°
-
-} // namespace
-
 EquilateralTriangleItem::EquilateralTriangleItem()
 {
     initialize(MobraTypes::EquilateralTriangleShape);
@@ -26,19 +20,19 @@ Item *EquilateralTriangleItem::createItemCopy()
 
 void EquilateralTriangleItem::setPolygonShape()
 {
-    const QPolygonF points { { 50.0, 0.0 }, { 0.0, referenceHeight }, { 100.0, referenceHeight } };
-    setReference(points, QSizeF(100.0, referenceHeight), 0.7, 0.65);
+    const QPolygonF points { { 50.0, 0.0 }, { 0.0, equilateralHeight }, { 100.0, equilateralHeight } };
+    setReference(points, QSizeF(100.0, equilateralHeight), 0.7, 0.65);
 }
 
 void EquilateralTriangleItem::calculateOvershoot()
 {
     const double slope = 2.0 * getItemHeight() / getItemWidth();
     const double baseAngle = std::atan(slope);
-    setOvershoot(0, 0, 1.0 / std::tan(baseAngle / 2.0));
-    setOvershoot(1, 0, 1.0 / std::cos(baseAngle));
+    setOvershoot(0, Mitered, 1.0 / std::tan(baseAngle / 2.0));
+    setOvershoot(1, Mitered, 1.0 / std::cos(baseAngle));
     // A bevel cuts the corners off; how much room is left was found by trial.
-    setOvershoot(0, 1, 1.05 * std::sin(baseAngle));
-    setOvershoot(1, 1, 1.0 / slope);
+    setOvershoot(0, Beveled, 1.05 * std::sin(baseAngle));
+    setOvershoot(1, Beveled, 1.0 / slope);
 }
 
 void EquilateralTriangleItem::adjustForPen()

@@ -3,12 +3,6 @@
 
 #include <cmath>
 
-namespace {
-
-constexpr double referenceHeight = 86.60254038; // 100 sin 60°
-
-} // namespace
-
 HexagonItem::HexagonItem()
 {
     initialize(MobraTypes::HexagonShape);
@@ -26,22 +20,22 @@ Item *HexagonItem::createItemCopy()
 
 void HexagonItem::setPolygonShape()
 {
-    const QPolygonF points { { 25.0, 0.0 }, { 75.0, 0.0 }, { 100.0, referenceHeight / 2.0 },
-        { 75.0, referenceHeight }, { 25.0, referenceHeight }, { 0.0, referenceHeight / 2.0 } };
-    setReference(points, QSizeF(100.0, referenceHeight), 0.123, 0.123);
+    const QPolygonF points { { 25.0, 0.0 }, { 75.0, 0.0 }, { 100.0, equilateralHeight / 2.0 },
+        { 75.0, equilateralHeight }, { 25.0, equilateralHeight }, { 0.0, equilateralHeight / 2.0 } };
+    setReference(points, QSizeF(100.0, equilateralHeight), 0.123, 0.123);
 }
 
 void HexagonItem::calculateOvershoot()
 {
-    setOvershoot(0, 0, std::hypot(getItemWidth() / getItemHeight() / 2.0, 1.0));
+    setOvershoot(0, Mitered, std::hypot(getItemWidth() / getItemHeight() / 2.0, 1.0));
 }
 
 void HexagonItem::adjustForPen()
 {
     insetOutlines(itemPen().widthF(), [this](const QPolygonF &resized, double width, int column) -> Outlines {
-        QPolygonF drawn = grown(resized, -getOvershoot(0, 0) * width, -width);
+        QPolygonF drawn = grown(resized, -getOvershoot(0, Mitered) * width, -width);
         for (const int side : { 2, 5 })
-            drawn[side] = grown(resized[side], -getOvershoot(1, 0) * width, -width);
+            drawn[side] = grown(resized[side], -getOvershoot(1, Mitered) * width, -width);
         const double cut = getOvershoot(2, column) * width;
         return { drawn, grown(resized, cut, cut) };
     });

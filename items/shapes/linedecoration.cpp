@@ -12,14 +12,14 @@
 namespace {
 
 // The bits of each end.
-constexpr unsigned int anyHead = 0x77;
+constexpr unsigned int notBars = 0x77;
 constexpr unsigned int filledHeads = 0x22;
 constexpr unsigned int leftHead = MobraTypes::LeftArrowOpen;
 constexpr unsigned int leftChevron = MobraTypes::LeftArrowChevron;
-constexpr unsigned int leftNotBar = 0x70;
+constexpr unsigned int notLeftBar = 0x70;
 constexpr unsigned int rightHead = MobraTypes::RightArrowOpen;
 constexpr unsigned int rightChevron = MobraTypes::RightArrowChevron;
-constexpr unsigned int rightNotBar = 0x07;
+constexpr unsigned int notRightBar = 0x07;
 
 // In pen widths: a decoration, half of what it takes across the line, and what heads take along it.
 constexpr double decorationLength = 4.0;
@@ -59,10 +59,10 @@ QRectF LineDecoration::boundsOf(double length, bool mitered) const
     double right = left;
     double across = m_arrows == 0 ? left : halfHeight * width;
     Extent extent { 0.0, length };
-    if (anyOf(anyHead)) {
+    if (anyOf(notBars)) {
         // The tip of a mitre reaches further.
-        left = mitered && anyOf(leftNotBar) ? width : left;
-        right = mitered && anyOf(rightNotBar) ? width : right;
+        left = mitered && anyOf(notLeftBar) ? width : left;
+        right = mitered && anyOf(notRightBar) ? width : right;
         across = anyOf(filledHeads) ? halfHeightFilled * width : across;
         extent = extentOf(length);
     }
@@ -74,19 +74,20 @@ LineDecoration::Extent LineDecoration::extentOf(double length) const
 {
     const double head = headAlong * m_penWidth;
     const double chevrons = chevronsAlong * m_penWidth;
-    const auto between = [](double right, double extent) { return Extent { right - extent, right }; };
+    // The decorations of a short line reach beyond its other end.
+    const auto endingAt = [](double right, double room) { return Extent { right - room, right }; };
 
-    const double bothChevrons = 2.0 * chevrons - length;
-    if (length >= bothChevrons)
+    const double roomForChevrons = 2.0 * chevrons - length;
+    if (length >= roomForChevrons)
         return { 0.0, length };
     if (allOf(leftChevron | rightChevron))
-        return between(chevrons, bothChevrons);
+        return endingAt(chevrons, roomForChevrons);
 
-    const double headAndChevrons = std::max(chevrons, head + chevrons - length);
-    if (length < headAndChevrons && allOf(leftChevron | rightHead))
-        return between(chevrons, headAndChevrons);
-    if (length < headAndChevrons && allOf(leftHead | rightChevron))
-        return between(std::max(length, head), headAndChevrons);
+    const double roomForHeadAndChevrons = std::max(chevrons, head + chevrons - length);
+    if (length < roomForHeadAndChevrons && allOf(leftChevron | rightHead))
+        return endingAt(chevrons, roomForHeadAndChevrons);
+    if (length < roomForHeadAndChevrons && allOf(leftHead | rightChevron))
+        return endingAt(std::max(length, head), roomForHeadAndChevrons);
     if (length < chevrons)
         return extentOfShortLine(length, head, chevrons);
     return { 0.0, length };
@@ -98,9 +99,9 @@ LineDecoration::Extent LineDecoration::extentOfShortLine(double length, double h
         return { 0.0, chevrons };
     if (allOf(rightChevron))
         return { length - chevrons, length };
-    const double bothHeads = 2.0 * head - length;
-    if (length < bothHeads && allOf(leftHead | rightHead))
-        return { head - bothHeads, head };
+    const double roomForHeads = 2.0 * head - length;
+    if (length < roomForHeads && allOf(leftHead | rightHead))
+        return { head - roomForHeads, head };
     if (length < head && allOf(leftHead))
         return { 0.0, head };
     if (length < head && allOf(rightHead))

@@ -18,9 +18,9 @@ public:
     LineDecoration(unsigned short arrows, int penWidth);
 
     /// The rectangle that covers a line from (0, 0) to (length, 0) with its decorations, and 5 units more on
-    /// every side.
+    /// every side. Mitered joins end in tips that take more room.
     QRectF boundsOf(double length, bool mitered) const;
-    /// Paints both ends of the line with the painter's pen; the painter has no brush.
+    /// Paints both ends of the line with the painter's pen. The painter has no brush, before and after.
     void paint(QPainter &painter, double length) const;
 
 private:

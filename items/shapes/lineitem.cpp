@@ -15,8 +15,7 @@ namespace {
 
 constexpr double leastLength = 1.0;
 constexpr unsigned short leastPenWidth = 1;
-constexpr unsigned short mostPenWidth = 72;
-constexpr double penMiterLimit = 2.0;
+constexpr double penMiterLimit = 2.0; // what the tips of the heads, at 60°, just need
 constexpr unsigned int leftEnd = 0xF0;
 constexpr unsigned int rightEnd = 0x0F;
 
@@ -48,7 +47,7 @@ void LineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, 
 {
     {
         const PenAndBrushScope scope(*painter);
-        const double length = Limits::geometry(line().x2());
+        const double length = Limits::geometry(line().length());
         painter->setPen(itemPen());
         painter->setBrush(Qt::NoBrush);
         painter->drawLine(QPointF(), QPointF(length, 0.0));
@@ -65,9 +64,9 @@ void LineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, 
 void LineItem::updateLineItem()
 {
     m_decoration = LineDecoration(m_arrows, itemPen().width());
-    const double length = Limits::geometry(getItemLength());
-    storeItemSize(QSizeF(getItemLength(), 0.0));
-    m_bounds = m_decoration.boundsOf(length, m_penJoinStyle == Qt::MiterJoin);
+    const double length = line().length();
+    storeItemSize(QSizeF(length, 0.0));
+    m_bounds = m_decoration.boundsOf(Limits::geometry(length), m_penJoinStyle == Qt::MiterJoin);
     update();
 }
 
@@ -133,15 +132,15 @@ QPointF LineItem::getItemPoint2() const
 
 void LineItem::setItemPoint1(const QPointF &point)
 {
-    layOut(Limits::geometry(point), getItemPoint2());
+    runBetween(Limits::geometry(point), getItemPoint2());
 }
 
 void LineItem::setItemPoint2(const QPointF &point)
 {
-    layOut(getItemPoint1(), Limits::geometry(point));
+    runBetween(getItemPoint1(), Limits::geometry(point));
 }
 
-void LineItem::layOut(const QPointF &sceneStart, const QPointF &sceneEnd)
+void LineItem::runBetween(const QPointF &sceneStart, const QPointF &sceneEnd)
 {
     const QGraphicsItem *parent = parentItem();
     const QPointF start = parent ? parent->mapFromScene(sceneStart) : sceneStart;
@@ -202,10 +201,10 @@ void LineItem::setItemPenWidth(unsigned short newPenWidth)
 {
     if (newPenWidth == m_penWidth)
         return;
-    m_penWidth = std::clamp(newPenWidth, leastPenWidth, mostPenWidth);
+    m_penWidth = std::clamp(newPenWidth, leastPenWidth, maxPenWidth);
     QPen pen = itemPen();
     pen.setWidth(m_penWidth);
-    usePen(pen);
+    replacePen(pen);
 }
 
 void LineItem::setItemPenStyle(Qt::PenStyle style)
@@ -215,13 +214,7 @@ void LineItem::setItemPenStyle(Qt::PenStyle style)
     m_penStyle = style;
     QPen pen = itemPen();
     pen.setStyle(paintedPenStyle());
-    usePen(pen);
-}
-
-void LineItem::usePen(const QPen &pen)
-{
-    setItemPen(pen);
-    updateLineItem();
+    replacePen(pen);
 }
 
 void LineItem::updateItemPen()
@@ -266,10 +259,6 @@ QVariantMap LineItem::saveItemToJSON()
 void LineItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
 {
     ContouredItem::loadItemFromJSON(map, version);
-    // Once more, now that the pen is known.
-    const auto arrows = map.constFind(QStringLiteral("itemArrows"));
-    if (arrows != map.constEnd())
-        setItemArrows(static_cast<unsigned short>(arrows->toInt()));
-    const auto length = map.constFind(QStringLiteral("itemLength"));
-    setItemLength(length != map.constEnd() ? length->toDouble() : getItemLength());
+    updateItemPen(); // styles that no setter takes
+    updateLineItem(); // the size, whose keys come after that of the length
 }

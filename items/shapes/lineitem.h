@@ -37,8 +37,9 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
     // Decorations
+    /// Takes from each style the bits of its end.
     void setItemArrows(MobraTypes::ArrowStyle left, MobraTypes::ArrowStyle right);
-    /// Both ends as one number, the left end in bits 4 to 7.
+    /// Both ends as one number, the left end in bits 4 to 7. Other bits are kept and mean nothing.
     void setItemArrows(unsigned short arrows);
     unsigned short getItemArrows() const { return m_arrows; }
     /// Each replaces one end; false, changing nothing, for the present style.
@@ -51,8 +52,9 @@ public:
     virtual double getItemLength() const { return line().length(); }
     /// A length below 1 becomes 1.
     virtual void setItemLength(double length);
-    /// The ends in scene coordinates. Moving one leaves the other where it is, unless they would come closer
-    /// than 1; neither heeds the mirrors.
+    /// The ends in scene coordinates. Moving one leaves the other where it is; where they would come closer
+    /// than 1, the second gives way. The mirrors are not heeded: a later rotation or mirroring of a mirrored
+    /// line swaps the ends.
     virtual void setItemPoint1(const QPointF &point);
     virtual QPointF getItemPoint1() const;
     virtual void setItemPoint2(const QPointF &point);
@@ -78,7 +80,9 @@ public:
     void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
 
     // ContouredItem
+    /// No style locks itself.
     void setItemPenStyle(Qt::PenStyle style) override;
+    /// Builds the pen from the stored values. A line's width has no limit but that of its setter.
     void updateItemPen() override;
 
 public Q_SLOTS:
@@ -88,19 +92,19 @@ public Q_SLOTS:
     void setItemPenWidth(unsigned short newPenWidth) override;
     /// A mirrored line is the line turned by half a circle.
     void setItemHorizontalMirror(bool mirror) override;
-    /// A line is its own vertical mirror image.
+    /// Ignored, and the getter stays false: a line is its own vertical mirror image.
     void setItemVerticalMirror(bool mirror) override;
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
     void penChanged() override { updateLineItem(); }
+    void penJoinChanged() override { updateLineItem(); }
 
 private:
     bool replaceArrows(unsigned int arrows);
     void setLength(double length);
-    /// Makes the line run from one point of the scene towards another.
-    void layOut(const QPointF &sceneStart, const QPointF &sceneEnd);
-    void usePen(const QPen &pen);
+    /// Makes the line run from one point of the scene to another, or by a length of 1 towards it.
+    void runBetween(const QPointF &sceneStart, const QPointF &sceneEnd);
 
     unsigned short m_arrows = MobraTypes::ArrowNone;
     double m_shapeHeight = 100.0;

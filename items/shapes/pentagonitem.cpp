@@ -44,17 +44,17 @@ void PentagonItem::calculateOvershoot()
     const double roofSide = std::hypot(width / 2.0, roofHeight);
     const double wallSide = std::hypot(wallLean, wallHeight);
     // The decimal factors were found by trial.
-    setOvershoot(0, 0, 0.9 * wallHeight / wallSide);
-    setOvershoot(1, 0, 1.15 * 2.0 * roofSide / width);
+    setOvershoot(0, Mitered, 0.9 * wallHeight / wallSide);
+    setOvershoot(1, Mitered, 1.15 * 2.0 * roofSide / width);
     m_sideInset = 1.3 * wallSide / wallHeight;
     m_sideDrop = 0.9 * (width / 2.0) / roofSide;
 }
 
 PolygonItem::Outlines PentagonItem::insetForMiter(const QPolygonF &resized, double half) const
 {
-    const double foot = getOvershoot(0, 0) * half;
+    const double foot = getOvershoot(0, Mitered) * half;
     const QPointF side(m_sideInset * half, m_sideDrop * half);
-    return { { resized[0] + side, resized[1] + QPointF(0.0, getOvershoot(1, 0) * half),
+    return { { resized[0] + side, resized[1] + QPointF(0.0, getOvershoot(1, Mitered) * half),
                  resized[2] + QPointF(-side.x(), side.y()), resized[3] + QPointF(-foot, -half),
                  resized[4] + QPointF(foot, -half) },
         resized };
@@ -62,9 +62,9 @@ PolygonItem::Outlines PentagonItem::insetForMiter(const QPolygonF &resized, doub
 
 void PentagonItem::adjustForPen()
 {
-    // The whole number of the width decides, also whether there is an outline at all.
+    // The width rounded to a whole number decides, also whether there is an outline at all.
     insetOutlines(itemPen().width(), [this](const QPolygonF &resized, double width, int column) -> Outlines {
-        if (m_penJoinStyle == Qt::MiterJoin)
+        if (column == Mitered)
             return insetForMiter(resized, halfPenWidth());
         const double cut = getOvershoot(2, column) * width;
         return { grown(resized, -getOvershoot(0, column) * width, -getOvershoot(1, column) * width),

@@ -64,6 +64,8 @@ QPainterPath PieItem::opaqueArea() const
 
 void PieItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
 {
+    // Unlike other shapes a pie stays within its frame and mirrors it, so it does not paint through
+    // paintShape().
     const QRectF bounds = boundingRect();
     painterMirrorTransform(painter, bounds.width(), bounds.height());
     painter->setClipRect(bounds);

@@ -13,28 +13,15 @@
 
 namespace {
 
-enum JoinClass { Miter, Bevel, OtherJoin };
-
-JoinClass joinClass(int join)
-{
-    switch (join) {
-    case Qt::MiterJoin:
-        return Miter;
-    case Qt::BevelJoin:
-        return Bevel;
-    default:
-        return OtherJoin;
-    }
-}
-
-/// A size of 0, or one that is no number, leaves a scale from which no later size leads back.
+/// The scale, or that of the given sides if it is none: from the scale that a size of 0 leaves, or one that
+/// is no number, no later size leads back.
 double usableScale(double scale, double side, double referenceSide)
 {
     const bool usable = std::isfinite(scale) && std::abs(scale) > Limits::MinDivisor;
     return usable ? scale : side / referenceSide;
 }
 
-QPolygonF drawable(QPolygonF polygon)
+QPolygonF withinLimits(QPolygonF polygon)
 {
     std::ranges::transform(
         polygon, polygon.begin(), [](const QPointF &point) { return Limits::geometry(point); });
@@ -58,14 +45,14 @@ void PolygonItem::initialize(MobraTypes::ShapeType shape)
     updateItemPen();
 }
 
-void PolygonItem::setReference(
-    const QPolygonF &points, const QSizeF &size, double bevelReach, double roundReach)
+void PolygonItem::setReference(const QPolygonF &points, const QSizeF &size, double bevelCut, double otherCut)
 {
+    m_vertexCount = points.size();
     m_originalPolygon = points;
     m_resizedPolygon = points;
     setOutlines({ points, points });
     storeItemSize(size);
-    m_overshoot = { 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.0, bevelReach, roundReach };
+    m_overshoot = { 1.0, 1.0, 1.0, 1.0, 1.0, 1.0, 0.0, bevelCut, otherCut };
     calculateOvershoot();
 }
 
@@ -89,7 +76,7 @@ void PolygonItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *optio
 void PolygonItem::setItemSizeLocal()
 {
     m_resizedPolygon = QTransform::fromScale(getItemScaleX(), getItemScaleY()).map(m_originalPolygon);
-    setPolygon(drawable(m_resizedPolygon));
+    setPolygon(withinLimits(m_resizedPolygon));
     updateItemBrush();
     adjustForPen();
     prepareGeometryChange();
@@ -116,17 +103,29 @@ void PolygonItem::updateItemSize(const QSizeF &size)
 
 void PolygonItem::setOutlines(const Outlines &outlines)
 {
-    setPolygon(drawable(outlines.drawn));
-    m_shapePolygon = drawable(outlines.shape);
+    setPolygon(withinLimits(outlines.drawn));
+    m_shapePolygon = withinLimits(outlines.shape);
+}
+
+PolygonItem::JoinClass PolygonItem::joinClass() const
+{
+    switch (m_penJoinStyle) {
+    case Qt::MiterJoin:
+        return Mitered;
+    case Qt::BevelJoin:
+        return Beveled;
+    default:
+        return OtherwiseJoined;
+    }
 }
 
 void PolygonItem::insetOutlines(double measure, const Inset &inset)
 {
     const bool extended = getItemWidth() != 0.0 && getItemHeight() != 0.0;
-    if (measure == 0.0 || !extended)
+    if (measure == 0.0 || !extended || m_resizedPolygon.size() != m_vertexCount)
         setOutlines({ m_resizedPolygon, m_resizedPolygon });
     else
-        setOutlines(inset(m_resizedPolygon, measure, joinClass(m_penJoinStyle)));
+        setOutlines(inset(m_resizedPolygon, measure, joinClass()));
 }
 
 QPointF PolygonItem::grown(const QPointF &point, double width, double height) const
@@ -149,7 +148,7 @@ QPolygonF PolygonItem::grown(const QPolygonF &polygon, double width, double heig
 void PolygonItem::preparePrintImage()
 {
     const ScaledDrawing draw = [this](QPainter &painter, double scaling, double /*penWidth*/) {
-        painter.drawConvexPolygon(drawable(QTransform::fromScale(scaling, scaling).map(polygon())));
+        painter.drawConvexPolygon(withinLimits(QTransform::fromScale(scaling, scaling).map(polygon())));
     };
     const ScaledDrawing drawArea = [&draw](QPainter &painter, double scaling, double penWidth) {
         painter.setPen(Qt::NoPen);

@@ -50,8 +50,9 @@ public:
     QPolygonF getResizedPolygon() const { return m_resizedPolygon; }
     void setResizedPolygon(const QPolygonF &polygon) { m_resizedPolygon = polygon; }
 
-    /// The factors by which half a pen moves a vertex. row is a role that the subclass gives its vertices,
-    /// column the pen's join: 0 miter, 1 bevel, 2 any other. Both in 0 to 2, unchecked.
+    /// In pen widths or halves of them, as the subclass says: rows 0 and 1 tell how far the vertices of two
+    /// roles move inwards, row 2 how far the corners of the shape polygon are cut or moved outwards. The
+    /// column is the pen's JoinClass. Both in 0 to 2, unchecked.
     double getOvershoot(int row, int column) const { return m_overshoot[row * joinClasses + column]; }
     void setOvershoot(int row, int column, double value) { m_overshoot[row * joinClasses + column] = value; }
 
@@ -75,6 +76,11 @@ public:
     void preparePrintImage() override;
 
 protected:
+    /// The columns of the overshoot table.
+    enum JoinClass { Mitered, Beveled, OtherwiseJoined };
+    /// The height of an equilateral triangle of 100: 100 sin 60°.
+    static constexpr double equilateralHeight = 86.60254038;
+
     /// What adjustForPen() makes of the resized polygon.
     struct Outlines
     {
@@ -87,16 +93,16 @@ protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
     void itemSizeChanged() override;
     void penChanged() override { adjustForPen(); }
-    /// What follows every change of size or scale, and loading.
+    void penJoinChanged() override { adjustForPen(); }
     void layOut() override;
 
     /// The last steps of a subclass's constructor.
     void initialize(MobraTypes::ShapeType shape);
-    /// The body of setPolygonShape(): points fill a rectangle of the given size from (0, 0); bevelReach and
-    /// roundReach are row 2 of the overshoot table.
-    void setReference(const QPolygonF &points, const QSizeF &size, double bevelReach, double roundReach);
+    /// The body of setPolygonShape(): points fill a rectangle of the given size from (0, 0); bevelCut and
+    /// otherCut are row 2 of the overshoot table.
+    void setReference(const QPolygonF &points, const QSizeF &size, double bevelCut, double otherCut);
     /// The body of adjustForPen(): both outlines are the resized polygon itself if the measure or a side is
-    /// 0.
+    /// 0, or if a host has set a polygon of another number of vertices.
     void insetOutlines(double measure, const Inset &inset);
     /// The body of createItemCopy(): the copy's outline is built from the copied size and scales.
     template <typename T> [[nodiscard]] T *copyOutline()
@@ -106,17 +112,20 @@ protected:
         return copy.release();
     }
     double halfPenWidth() const { return itemPen().widthF() / 2.0; }
-    /// The point after scaling about the centre of the size, so that the size grows by the given lengths.
+    /// The point after scaling about the centre of the size, so that the size grows by the given lengths. No
+    /// side is 0.
     QPointF grown(const QPointF &point, double width, double height) const;
     QPolygonF grown(const QPolygonF &polygon, double width, double height) const;
 
 private:
     static constexpr int joinClasses = 3;
 
+    JoinClass joinClass() const;
     void setOutlines(const Outlines &outlines);
 
     QPolygonF m_shapePolygon;
     QPolygonF m_originalPolygon;
     QPolygonF m_resizedPolygon;
     std::array<double, 3 * joinClasses> m_overshoot {};
+    qsizetype m_vertexCount = 0;
 };

@@ -62,6 +62,7 @@ private:
         QColor pen;
     };
 
-    /// Null while both copies equal the colours themselves.
+    /// For hosts that reduce the colours and want to know them again in a copy. Null while both equal the
+    /// colours themselves.
     std::unique_ptr<ColorCopies> m_colorCopies;
 };

@@ -29,8 +29,8 @@ void RightTriangleItem::calculateOvershoot()
     const double width = getItemWidth();
     const double height = getItemHeight();
     const double hypotenuse = std::hypot(width, height);
-    setOvershoot(0, 0, (width + hypotenuse) / height);
-    setOvershoot(1, 0, (height + hypotenuse) / width);
+    setOvershoot(0, Mitered, (width + hypotenuse) / height);
+    setOvershoot(1, Mitered, (height + hypotenuse) / width);
 }
 
 void RightTriangleItem::adjustForPen()

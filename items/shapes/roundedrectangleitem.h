@@ -37,7 +37,7 @@ public:
     void preparePrintImage() override;
 
 public Q_SLOTS:
-    /// The radii in scene units. Any number is kept; without a positive radius corners are painted square.
+    /// The radii in scene units. Any number is kept; unless both are positive, corners are painted square.
     void setRoundingRadiusX(double radius) override;
     void setRoundingRadiusY(double radius) override;
 

@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr unsigned short maxPenWidth = 72;
 constexpr double penMiterLimit = 4.0;
 
 /// Half the smaller side plus one, as a whole number.
@@ -65,7 +64,7 @@ void ContouredItem::setItemPenJoinStyle(Qt::PenJoinStyle style)
         return;
     m_penJoinStyle = style;
     m_pen.setJoinStyle(paintedPenJoinStyle());
-    penChanged();
+    penJoinChanged();
 }
 
 void ContouredItem::updateItemPen()
@@ -82,6 +81,8 @@ void ContouredItem::replacePen(const QPen &pen)
 }
 
 void ContouredItem::penChanged() { }
+
+void ContouredItem::penJoinChanged() { }
 
 Qt::PenStyle ContouredItem::paintedPenStyle() const
 {

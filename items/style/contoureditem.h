@@ -47,8 +47,14 @@ public:
 protected:
     void itemSizeChanged() override;
 
-    /// Runs when the outline needs more or less room than before: the pen or its join has changed.
+    /// The widest outline that an item stores.
+    static constexpr unsigned short maxPenWidth = 72;
+
+    /// Runs after an update has replaced the painted pen by a different one; colours and caps set into the
+    /// present pen do not count.
     virtual void penChanged();
+    /// Runs after another join has been stored and set into the painted pen.
+    virtual void penJoinChanged();
     /// Replaces the painted pen, and runs penChanged() if it is another one.
     void replacePen(const QPen &pen);
 

@@ -84,7 +84,8 @@ public:
 
 protected:
     void itemSizeChanged() override;
-    /// Fits what the item draws into its size: runs after each change of the size and after loading.
+    /// Fits what the item draws into its size: runs after setItemSize() and after loading. Storing a side or
+    /// a scale alone does not run it.
     virtual void layOut();
 
     /// The brush to paint with, without a copy.
