@@ -35,7 +35,7 @@ QList<QJsonObject> itemsOfSigns()
 {
     QList<QJsonObject> items;
     for (const QString &name : { hazardSign, wayfindingSign }) {
-        for (const QJsonValue &item : labelOf(name)[u"items"].toArray())
+        for (const QJsonValue item : labelOf(name)[u"items"].toArray())
             items.append(item.toObject());
     }
     return items;
@@ -209,7 +209,7 @@ void tst_Examples::itemsOfSignsLieOnThePage()
         page[u"height"].toDouble() * unitsPerMillimetre);
     const QJsonArray items = label[u"items"].toArray();
     QVERIFY(!items.isEmpty());
-    for (const QJsonValue &value : items) {
+    for (const QJsonValue value : items) {
         const QJsonObject item = value.toObject();
         QVERIFY2(paper.contains(toPage(item).mapRect(paintedPart(item))),
             qPrintable(u"item %1"_s.arg(item[u"itemId"].toInt())));
