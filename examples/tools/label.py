@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
-"""Labels made of rectangles, written as vxlabel writes them: byte for byte."""
+"""Labels made of shapes, written as vxlabel writes them: byte for byte."""
 import json
 import math
+from typing import NamedTuple
 
 import blockfont
 
@@ -12,9 +13,57 @@ NONE, SOLID = 0, 1
 DENSE = (2, 3, 4, 5, 6, 7, 8)  # from the darkest to the lightest
 LINEAR, RADIAL, CONICAL = 15, 16, 17
 
-_RECTANGLE = 0x1002A
+NO_LINE, SOLID_LINE, DASHES, DOTS, DASH_DOTS, DASH_DOT_DOTS = range(6)
+FLAT_CAP, ROUND_CAP = 0, 0x20
+MITRE, BEVEL, ROUND = 0, 0x40, 0x80
+
+# The ends of a line: one of each side, added up.
+LEFT_OPEN, LEFT_FILLED, LEFT_CHEVRON, LEFT_BAR = 0x10, 0x30, 0x50, 0x80
+RIGHT_OPEN, RIGHT_FILLED, RIGHT_CHEVRON, RIGHT_BAR = 0x01, 0x03, 0x05, 0x08
+
+_LINE = 0x1001F
 _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT = 0x107
+_CLIPS_TO_SHAPE = 0x08
 _PRINTS, _IS_GRADIENT = 0x01, 0x80
+
+
+class Kind(NamedTuple):
+    """A class of filled items: its type code, the size at which its scales are 1, and keys of its own."""
+
+    code: int
+    reference: tuple | None = None
+    own: dict = {}
+
+
+_BOUND = {"itemDatasourceId": -1}
+
+RECTANGLE = Kind(0x1002A)
+ROUNDED_RECTANGLE = Kind(0x1002B)
+ELLIPSE = Kind(0x1002C, own=_BOUND)
+PIE = Kind(0x1002E, own=_BOUND)
+RIGHT_TRIANGLE = Kind(0x10033, (100, 100), _BOUND)
+EQUILATERAL_TRIANGLE = Kind(0x10034, (100, 86.60254038), _BOUND)
+DIAMOND = Kind(0x10035, (100, 100), _BOUND)
+PENTAGON = Kind(0x10036, (95.10565163, 90.45084972), _BOUND)
+HEXAGON = Kind(0x10037, (100, 86.60254038), _BOUND)
+OCTAGON = Kind(0x10038, (92, 92), _BOUND)
+
+
+class Pen(NamedTuple):
+    """An outline or a line; the width is in dots."""
+
+    color: str = "#000000"
+    width: int = 1
+    style: int = SOLID_LINE
+    cap: int = FLAT_CAP
+    join: int = MITRE
+
+    def properties(self):
+        return {"itemPenColor": self.color, "itemPenWidth": self.width, "itemPenStyle": self.style,
+                "itemPenCapStyle": self.cap, "itemPenJoinStyle": self.join}
+
+
+NO_PEN = Pen(style=NO_LINE)
 
 
 class Label:
@@ -35,13 +84,32 @@ class Label:
         """Scene units as whole dots, for crisp edges."""
         return round(self.exact(millimetres))
 
+    def shape(self, kind, place, fill=TRANSPARENT, pen=NO_PEN, style=SOLID, rotation=0.0, **own):
+        """An item of any kind but the line; place is x, y, width and height."""
+        _, _, width, height = place
+        full_width, full_height = kind.reference or (width, height)
+        flags = _PRINTS | _IS_GRADIENT if style >= LINEAR else _PRINTS
+        self._add(kind.code, place, rotation, _turn(rotation), pen, itemFillColor=fill, itemBrushStyle=style,
+                  itemFlags=flags, itemScaleX=width / full_width, itemScaleY=height / full_height,
+                  **(kind.own | own))
+
     def fill(self, x, y, width, height, color, style=SOLID, rotation=0.0):
         """A rectangle without outline."""
-        self._add(x, y, width, height, rotation, itemFillColor=color, itemBrushStyle=style)
+        self.shape(RECTANGLE, (x, y, width, height), color, NO_PEN, style, rotation)
 
     def frame(self, x, y, width, height, color, pen, rotation=0.0):
         """A transparent rectangle whose outline lies inside it."""
-        self._add(x, y, width, height, rotation, itemPenColor=color, itemPenStyle=1, itemPenWidth=pen)
+        self.shape(RECTANGLE, (x, y, width, height), TRANSPARENT, Pen(color, pen), SOLID, rotation)
+
+    def line(self, start, end, pen, ends=0):
+        """A line between two points."""
+        run, fall = end[0] - start[0], end[1] - start[1]
+        length = math.hypot(run, fall)
+        rotation = math.degrees(math.atan2(fall, run)) % 360
+        place = (start[0] + end[0] - length) / 2, (start[1] + end[1]) / 2, length, 0
+        turn = run / length, fall / length
+        self._add(_LINE, place, rotation, turn, pen, itemArrows=ends, itemLength=length,
+                  itemQFlags=_MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT | _CLIPS_TO_SHAPE, **_BOUND)
 
     @staticmethod
     def text_size(cell, text, bold=0):
@@ -62,41 +130,38 @@ class Label:
                     "paper": self._paper, "items": self._items}
         return json.dumps(_plain(document), indent=2, sort_keys=True) + "\n"
 
-    def _add(self, x, y, width, height, rotation, **properties):
-        item = {
+    def _add(self, code, place, rotation, turn, pen, **own):
+        x, y, width, height = place
+        self._items.append({
             "allowOverprint": True,
-            "itemBrushStyle": SOLID,
-            "itemFillColor": TRANSPARENT,
+            "itemFlags": _PRINTS,
             "itemHeight": height,
             "itemHorizontalMirror": 0,
             "itemId": len(self._items) + 1,
-            "itemPenCapStyle": 0,
-            "itemPenColor": "#000000",
-            "itemPenJoinStyle": 0,
-            "itemPenStyle": 0,
-            "itemPenWidth": 1,
             "itemPositionX": x,
             "itemPositionY": y,
             "itemQFlags": _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT,
             "itemRotation": rotation,
             "itemScaleX": 1,
             "itemScaleY": 1,
-            "itemShape": _RECTANGLE,
-            "itemTransform": _turned(rotation, width / 2, height / 2),
+            "itemShape": code,
+            "itemTransform": _about(turn, width / 2, height / 2),
             "itemVerticalMirror": 0,
             "itemWidth": width,
             "itemZValue": 0,
-        } | properties
-        gradient = item["itemBrushStyle"] >= LINEAR
-        item["itemFlags"] = _PRINTS | _IS_GRADIENT if gradient else _PRINTS
-        self._items.append(item)
+        } | pen.properties() | own)
 
 
-def _turned(degrees, x, y):
-    """A rotation about a point as m11, m12, m13, m21, m22, m23, m31, m32."""
+def _turn(degrees):
+    """The cosine and the sine of an angle, exact for quarter turns."""
     quarters = {0: (1, 0), 90: (0, 1), 180: (-1, 0), 270: (0, -1)}
     angle = math.radians(degrees)
-    cos, sin = quarters.get(degrees, (math.cos(angle), math.sin(angle)))
+    return quarters.get(degrees, (math.cos(angle), math.sin(angle)))
+
+
+def _about(turn, x, y):
+    """A rotation about a point as m11, m12, m13, m21, m22, m23, m31, m32."""
+    cos, sin = turn
     return [cos, sin, 0, -sin, cos, 0, x - x * cos + y * sin, y - x * sin - y * cos]
 
 

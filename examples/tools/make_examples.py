@@ -6,12 +6,16 @@ import sys
 
 import bin_label
 import calibration_sheet
+import hazard_sign
 import warning_sign
+import wayfinding_sign
 
 SIGNS = {
     "bin-label": bin_label,
     "calibration-sheet": calibration_sheet,
+    "hazard-sign": hazard_sign,
     "warning-sign": warning_sign,
+    "wayfinding-sign": wayfinding_sign,
 }
 
 

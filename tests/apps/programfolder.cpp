@@ -42,7 +42,8 @@ QString ProgramFolder::exampleFile(const QString &name)
 
 QStringList ProgramFolder::exampleNames()
 {
-    return { u"bin-label"_s, u"calibration-sheet"_s, u"warning-sign"_s };
+    return { u"bin-label"_s, u"calibration-sheet"_s, u"hazard-sign"_s, u"warning-sign"_s,
+        u"wayfinding-sign"_s };
 }
 
 void ProgramFolder::renew()
