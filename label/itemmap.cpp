@@ -16,6 +16,7 @@
 #include "label/wording.h"
 
 #include <QGraphicsItem>
+#include <QMap>
 #include <QMetaProperty>
 
 using namespace Qt::StringLiterals;
@@ -45,28 +46,21 @@ bool publishesBinding(Item &item)
     return classOf(item).indexOfProperty(ownFieldKey.toLatin1().constData()) >= 0;
 }
 
-/// The type of the value under a key; invalid for an unknown key.
-QMetaType typeOf(Item &item, const QString &key)
+/// The keys of an item and the types of their values.
+QMap<QString, QMetaType> typesOfKeys(Item &item)
 {
-    if (key == visibleKey)
-        return QMetaType::fromType<bool>();
-    if (key == datasourceIdKey && !publishesBinding(item))
-        return QMetaType::fromType<int>();
-    if (key == datasourceFieldKey && !publishesBinding(item))
-        return QMetaType::fromType<QString>();
-    const int index = Item::ignoredPropertyNames().contains(key)
-        ? -1
-        : classOf(item).indexOfProperty(key.toUtf8().constData());
-    return index < 0 ? QMetaType() : classOf(item).property(index).metaType();
-}
-
-QStringList keysOf(Item &item)
-{
-    QStringList keys = item.saveItemToJSON().keys();
-    keys.append(visibleKey);
-    if (!publishesBinding(item))
-        keys.append({ datasourceIdKey, datasourceFieldKey });
-    return keys;
+    QMap<QString, QMetaType> types { { visibleKey, QMetaType::fromType<bool>() } };
+    if (!publishesBinding(item)) {
+        types.insert(datasourceIdKey, QMetaType::fromType<int>());
+        types.insert(datasourceFieldKey, QMetaType::fromType<QString>());
+    }
+    const QMetaObject &meta = classOf(item);
+    for (int i = 0; i < meta.propertyCount(); ++i) {
+        const QString name = QString::fromLatin1(meta.property(i).name());
+        if (!Item::ignoredPropertyNames().contains(name))
+            types.insert(name, meta.property(i).metaType());
+    }
+    return types;
 }
 
 void replaceColor(QJsonObject &json, const QString &key, const QColor &color)
@@ -119,24 +113,26 @@ std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &point
     return item;
 }
 
-void refuseKey(Item &item, const QString &key, const QString &pointer, ProblemLog &log)
+void refuseKey(
+    const QString &key, const QMap<QString, QMetaType> &types, const QString &pointer, ProblemLog &log)
 {
     if (key == "children"_L1)
         log.add(
             JsonPointer::member(pointer, key), u"this item holds no others"_s, u"move them to \"items\""_s);
     else
-        JsonMembers::refuse(key, log.isFull() ? QStringList() : keysOf(item), pointer, log);
+        JsonMembers::refuse(key, log.isFull() ? QStringList() : types.keys(), pointer, log);
 }
 
 /// The object as a property map, with every value checked.
 QVariantMap checkedMap(Item &item, const QJsonObject &object, const QString &pointer, ProblemLog &log)
 {
     QVariantMap map;
+    const QMap<QString, QMetaType> types = typesOfKeys(item);
     for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
         const QString key = member.key();
-        const QMetaType type = typeOf(item, key);
+        const QMetaType type = types.value(key);
         if (!type.isValid()) {
-            refuseKey(item, key, pointer, log);
+            refuseKey(key, types, pointer, log);
             continue;
         }
         const ItemValue checked = ItemValue::from(member.value(), key, type);

@@ -85,7 +85,11 @@ void JsonMembers::refuseOthers()
 void JsonMembers::refuse(
     const QString &key, const QStringList &known, const QString &pointer, ProblemLog &log)
 {
-    const QString nearest = log.isFull() ? QString() : nearestName(key, known);
+    if (log.isFull()) {
+        log.addUntold();
+        return;
+    }
+    const QString nearest = nearestName(key, known);
     log.add(JsonPointer::member(pointer, key), u"is unknown"_s,
         nearest.isEmpty() ? u"remove it"_s : u"did you mean %1?"_s.arg(Wording::quoted(nearest)));
 }

@@ -17,6 +17,11 @@ void ProblemLog::add(const QString &where, const QString &what, const QString &a
         m_kept.append({ m_fileName, where, what, advice });
 }
 
+void ProblemLog::addUntold()
+{
+    ++m_count;
+}
+
 void ProblemLog::add(const Problems &problems)
 {
     for (const Problem &problem : problems)

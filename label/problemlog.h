@@ -17,6 +17,9 @@ public:
     /// Adds problems of this file.
     void add(const Problems &problems);
 
+    /// Adds a problem that would not be kept, without its words.
+    void addUntold();
+
     /// All that were added, kept or not.
     [[nodiscard]] qsizetype count() const { return m_count; }
     /// Whether a further problem would only be counted: no need to word it well.

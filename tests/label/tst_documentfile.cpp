@@ -4,13 +4,13 @@
 #include "label/labellimits.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtEndian>
 
+#include <ctime>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -75,8 +75,10 @@ using Maker = QByteArray (*)();
 
 #ifdef __SANITIZE_ADDRESS__
 constexpr qint64 allowedMebibytes = 2048; // shadow memory, and freed blocks that stay reserved
+constexpr qint64 allowedMilliseconds = 40'000;
 #else
 constexpr qint64 allowedMebibytes = 512;
+constexpr qint64 allowedMilliseconds = 10'000;
 #endif
 
 /// Lets the kernel measure the peak of this process from here on.
@@ -184,16 +186,16 @@ void tst_DocumentFile::hostileSizesCostLittle()
     QFETCH(QString, problem);
     const QByteArray data = make();
     forgetPeak();
-    QElapsedTimer timer;
-    timer.start();
+    // Processor time: it does not count what else the machine is doing.
+    const std::clock_t start = std::clock();
     const LoadResult result = DocumentFile::loadFromData(data, u"a"_s);
-    const qint64 milliseconds = timer.elapsed();
+    const qint64 milliseconds = qint64(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
     QVERIFY(!result.document);
     if (problem.isEmpty())
         QCOMPARE(result.problems.last().text(), u"a: and 1999880 more problems"_s);
     else
         QCOMPARE(texts(result.problems), QStringList(problem));
-    QVERIFY2(milliseconds < 10'000, qPrintable(QString::number(milliseconds)));
+    QVERIFY2(milliseconds < allowedMilliseconds, qPrintable(QString::number(milliseconds)));
     QVERIFY2(peakMebibytes() > 0 && peakMebibytes() < allowedMebibytes,
         qPrintable(QString::number(peakMebibytes())));
 }
