@@ -20,7 +20,7 @@ Item *DiamondItem::createItemCopy()
 
 void DiamondItem::setPolygonShape()
 {
-    const QPolygonF points { { 50.0, 0.0 }, { 100.0, 50.0 }, { 50.0, 100.0 }, { 0.0, 50.0 } };
+    static const QPolygonF points { { 50.0, 0.0 }, { 100.0, 50.0 }, { 50.0, 100.0 }, { 0.0, 50.0 } };
     setReference(points, QSizeF(100.0, 100.0), 0.4, 0.4);
 }
 

@@ -20,7 +20,7 @@ Item *EquilateralTriangleItem::createItemCopy()
 
 void EquilateralTriangleItem::setPolygonShape()
 {
-    const QPolygonF points { { 50.0, 0.0 }, { 0.0, equilateralHeight }, { 100.0, equilateralHeight } };
+    static const QPolygonF points { { 50.0, 0.0 }, { 0.0, equilateralHeight }, { 100.0, equilateralHeight } };
     setReference(points, QSizeF(100.0, equilateralHeight), 0.7, 0.65);
 }
 

@@ -20,7 +20,7 @@ Item *HexagonItem::createItemCopy()
 
 void HexagonItem::setPolygonShape()
 {
-    const QPolygonF points { { 25.0, 0.0 }, { 75.0, 0.0 }, { 100.0, equilateralHeight / 2.0 },
+    static const QPolygonF points { { 25.0, 0.0 }, { 75.0, 0.0 }, { 100.0, equilateralHeight / 2.0 },
         { 75.0, equilateralHeight }, { 25.0, equilateralHeight }, { 0.0, equilateralHeight / 2.0 } };
     setReference(points, QSizeF(100.0, equilateralHeight), 0.123, 0.123);
 }

@@ -18,8 +18,8 @@ Item *OctagonItem::createItemCopy()
 
 void OctagonItem::setPolygonShape()
 {
-    const QPolygonF points { { 27.0, 0.0 }, { 65.0, 0.0 }, { 92.0, 27.0 }, { 92.0, 65.0 }, { 65.0, 92.0 },
-        { 27.0, 92.0 }, { 0.0, 65.0 }, { 0.0, 27.0 } };
+    static const QPolygonF points { { 27.0, 0.0 }, { 65.0, 0.0 }, { 92.0, 27.0 }, { 92.0, 65.0 },
+        { 65.0, 92.0 }, { 27.0, 92.0 }, { 0.0, 65.0 }, { 0.0, 27.0 } };
     setReference(points, QSizeF(92.0, 92.0), 0.13, 0.13);
 }
 

@@ -29,7 +29,7 @@ Item *PentagonItem::createItemCopy()
 
 void PentagonItem::setPolygonShape()
 {
-    const QPolygonF points { { 0.0, 34.54915028 }, { 47.55282581, 0.0 }, { 95.10565163, 34.54915028 },
+    static const QPolygonF points { { 0.0, 34.54915028 }, { 47.55282581, 0.0 }, { 95.10565163, 34.54915028 },
         { 76.94208843, 90.45084972 }, { 18.1635632, 90.45084972 } };
     setReference(points, QSizeF(95.10565163, 90.45084972), 0.25, 0.25);
 }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -21,10 +22,17 @@ double usableScale(double scale, double side, double referenceSide)
     return usable ? scale : side / referenceSide;
 }
 
+bool isWithinLimits(const QPointF &point)
+{
+    return Limits::geometry(point) == point;
+}
+
 QPolygonF withinLimits(QPolygonF polygon)
 {
-    std::ranges::transform(
-        polygon, polygon.begin(), [](const QPointF &point) { return Limits::geometry(point); });
+    // Most are, and a polygon that is not written to stays shared.
+    if (!std::ranges::all_of(std::as_const(polygon), isWithinLimits))
+        std::ranges::transform(
+            polygon, polygon.begin(), [](const QPointF &point) { return Limits::geometry(point); });
     return polygon;
 }
 

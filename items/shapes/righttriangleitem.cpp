@@ -20,7 +20,8 @@ Item *RightTriangleItem::createItemCopy()
 
 void RightTriangleItem::setPolygonShape()
 {
-    setReference({ { 0.0, 0.0 }, { 100.0, 100.0 }, { 0.0, 100.0 } }, QSizeF(100.0, 100.0), 1.5, 1.5);
+    static const QPolygonF points { { 0.0, 0.0 }, { 100.0, 100.0 }, { 0.0, 100.0 } };
+    setReference(points, QSizeF(100.0, 100.0), 1.5, 1.5);
 }
 
 void RightTriangleItem::calculateOvershoot()
