@@ -15,6 +15,26 @@ namespace Limits {
 inline constexpr int MaxImageSide = 65535;
 /// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 488 MiB in 32-bit colour.
 inline constexpr qint64 MaxImagePixels = 128'000'000;
+/// The largest picture within a text, and all pictures of one text together, in pixels.
+inline constexpr qint64 MaxInlineImagePixels = 16'000'000;
+inline constexpr qint64 MaxInlinePixels = 32'000'000;
+/// What HTML may hold before it is shown as plain text instead: each limit keeps the layout within two
+/// seconds. Nested tables double the time with every level.
+inline constexpr qsizetype MaxHtmlLength = 4'000'000;
+inline constexpr int MaxHtmlTags = 40'000;
+inline constexpr int MaxHtmlDepth = 256;
+inline constexpr int MaxHtmlTableDepth = 8;
+inline constexpr int MaxHtmlCells = 50'000;
+inline constexpr int MaxHtmlListItems = 3'000;
+inline constexpr int MaxHtmlFloats = 100;
+inline constexpr int MaxHtmlFontSizes = 300;
+inline constexpr qsizetype MaxHtmlRewrites = 2'000;
+inline constexpr int MaxCombiningMarks = 64;
+/// The largest scale at which text is drawn, and the largest ratio of its widest to its narrowest direction.
+inline constexpr double MaxTextScale = 1e6;
+inline constexpr double MaxTextStretch = 1e4;
+/// The longest plain text that is laid out.
+inline constexpr qsizetype MaxTextLength = 2'000'000;
 /// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions
 /// overflow.
 inline constexpr double MaxGeometry = 1e7;
@@ -55,6 +75,14 @@ inline double divisor(double value)
     if (std::isnan(value))
         return 1.0;
     return std::abs(value) < MinDivisor ? std::copysign(MinDivisor, value) : value;
+}
+
+/// The scale, or that of the given sides if it is none: from the scale that a size of 0 leaves, or one that
+/// is no number, no later size leads back.
+inline double usableScale(double scale, double side, double referenceSide)
+{
+    const bool usable = std::isfinite(scale) && std::abs(scale) > MinDivisor;
+    return usable ? scale : side / divisor(referenceSide);
 }
 
 /// A double as the nearest integer, half away from zero, saturating at the ends of int; 0 for NaN.

@@ -9,18 +9,9 @@
 #include <QTransform>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace {
-
-/// The scale, or that of the given sides if it is none: from the scale that a size of 0 leaves, or one that
-/// is no number, no later size leads back.
-double usableScale(double scale, double side, double referenceSide)
-{
-    const bool usable = std::isfinite(scale) && std::abs(scale) > Limits::MinDivisor;
-    return usable ? scale : side / referenceSide;
-}
 
 bool isWithinLimits(const QPointF &point)
 {
@@ -99,8 +90,8 @@ void PolygonItem::layOut()
 void PolygonItem::itemSizeChanged()
 {
     const QSizeF reference = m_originalPolygon.boundingRect().size();
-    setItemScaleX(usableScale(getItemScaleX(), getItemWidth(), reference.width()));
-    setItemScaleY(usableScale(getItemScaleY(), getItemHeight(), reference.height()));
+    setItemScaleX(Limits::usableScale(getItemScaleX(), getItemWidth(), reference.width()));
+    setItemScaleY(Limits::usableScale(getItemScaleY(), getItemHeight(), reference.height()));
     FillableItem::itemSizeChanged();
 }
 
