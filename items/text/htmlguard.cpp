@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/text/htmlguard.h"
+
+#include "items/core/limits.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QStringView>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The character of a reference such as "&amp;", and the position after it; nothing when it is none.
+struct Reference
+{
+    QString text;
+    qsizetype end;
+};
+
+Reference referenceAt(QStringView html, qsizetype at)
+{
+    constexpr qsizetype longest = 12;
+    const qsizetype semicolon = html.sliced(at, std::min(longest, html.size() - at)).indexOf(u';');
+    if (semicolon < 2)
+        return { {}, at };
+    const QStringView name = html.sliced(at + 1, semicolon - 1);
+    const qsizetype end = at + semicolon + 1;
+    if (name.startsWith(u'#')) {
+        const bool hexadecimal = name.size() > 1 && name[1].toLower() == u'x';
+        bool ok = false;
+        const uint code = name.sliced(hexadecimal ? 2 : 1).toUInt(&ok, hexadecimal ? 16 : 10);
+        if (!ok || code == 0 || code > QChar::LastValidCodePoint)
+            return { {}, at };
+        const char32_t character = code;
+        return { QString::fromUcs4(&character, 1), end };
+    }
+    static const QHash<QString, QString> named { { u"amp"_s, u"&"_s }, { u"lt"_s, u"<"_s },
+        { u"gt"_s, u">"_s }, { u"quot"_s, u"\""_s }, { u"apos"_s, u"'"_s }, { u"nbsp"_s, u"\u00A0"_s } };
+    const QString text = named.value(name.toString());
+    return text.isEmpty() ? Reference { {}, at } : Reference { text, end };
+}
+
+/// A tag: its name in lower case without the slash, and what of its attributes matters.
+struct Tag
+{
+    QString name;
+    int columns = 1;
+    bool closes = false;
+    bool empty = false;
+    qsizetype end = 0;
+};
+
+/// Elements that end by themselves, so that many in a row are not nested.
+bool endsByItself(const QString &name)
+{
+    static const QSet<QString> names { u"p"_s, u"br"_s, u"hr"_s, u"img"_s, u"li"_s, u"dt"_s, u"dd"_s, u"tr"_s,
+        u"td"_s, u"th"_s, u"meta"_s, u"link"_s, u"col"_s, u"input"_s, u"option"_s, u"!doctype"_s, u"!--"_s,
+        u"base"_s, u"wbr"_s };
+    return names.contains(name);
+}
+
+/// What Qt breaks the line for.
+bool breaksLine(const QString &name)
+{
+    static const QSet<QString> names { u"br"_s, u"p"_s, u"div"_s, u"li"_s, u"tr"_s, u"h1"_s, u"h2"_s, u"h3"_s,
+        u"h4"_s, u"h5"_s, u"h6"_s, u"table"_s, u"pre"_s, u"blockquote"_s };
+    return names.contains(name);
+}
+
+bool beginsShownTag(QStringView html, qsizetype at)
+{
+    if (html[at] != u'<' || at + 1 >= html.size())
+        return false;
+    const QChar next = html[at + 1];
+    return next.isLetter() || next == u'/' || next == u'!' || next == u'?';
+}
+
+/// Reads a tag in the way of Qt's reader. A reader that saw other tags than Qt could be kept from counting:
+/// a quote that it takes for the beginning of a value hides everything up to the next one.
+class TagReader
+{
+public:
+    /// From a '<' on.
+    TagReader(QStringView html, qsizetype at)
+        : m_html(html)
+        , m_at(at + 1)
+    {
+    }
+
+    Tag tag()
+    {
+        Tag tag;
+        if (begins(u"!--")) {
+            const qsizetype end = m_html.indexOf(u"-->", m_at + 3);
+            m_at = end < 0 ? m_html.size() : end + 2;
+            tag.name = u"!--"_s;
+        } else if (begins(u"!")) {
+            tag.name = u"!doctype"_s;
+        } else if (begins(u"/")) {
+            ++m_at;
+            tag.closes = true;
+            tag.name = word().trimmed().toLower();
+        } else {
+            skipSpace();
+            tag.name = word().toLower();
+            readAttributes(tag);
+        }
+        tag.empty = restUntilEnd().contains(u'/');
+        tag.end = std::min(m_at + 1, m_html.size());
+        return tag;
+    }
+
+private:
+    bool begins(QStringView text) const
+    {
+        return m_html.sliced(std::min(m_at, m_html.size())).startsWith(text);
+    }
+
+    void skipSpace()
+    {
+        while (m_at < m_html.size() && m_html[m_at].isSpace())
+            ++m_at;
+    }
+
+    QStringView restUntilEnd()
+    {
+        const qsizetype from = std::min(m_at, m_html.size());
+        const qsizetype end = m_html.indexOf(u'>', from);
+        m_at = end < 0 ? m_html.size() : end;
+        return m_html.sliced(from, m_at - from);
+    }
+
+    /// A name or value, with its references resolved.
+    QString word()
+    {
+        const bool quoted = begins(u"\"") || begins(u"'");
+        const QChar quote = quoted ? m_html[m_at++] : QChar();
+        QString word;
+        while (m_at < m_html.size() && !(quoted ? m_html[m_at] == quote : endsWord())) {
+            const Reference found = m_html[m_at] == u'&' ? referenceAt(m_html, m_at) : Reference { {}, m_at };
+            if (found.end == m_at)
+                word += m_html[m_at];
+            else
+                word += found.text;
+            m_at = std::max(found.end, m_at + 1);
+        }
+        if (quoted)
+            ++m_at;
+        return word;
+    }
+
+    bool endsWord() const
+    {
+        const QChar c = m_html[m_at];
+        return c.isSpace() || c == u'>' || c == u'<' || c == u'=' || begins(u"/>");
+    }
+
+    void readAttributes(Tag &tag)
+    {
+        while (m_at < m_html.size()) {
+            skipSpace();
+            if (begins(u">") || begins(u"/>"))
+                return;
+            const QString key = word().toLower();
+            if (key.isEmpty())
+                return;
+            skipSpace();
+            if (!begins(u"="))
+                continue;
+            ++m_at;
+            skipSpace();
+            const QString value = word();
+            if (key == "colspan"_L1)
+                tag.columns = std::max(tag.columns, std::min(value.toInt(), Limits::MaxHtmlCells + 1));
+        }
+    }
+
+    QStringView m_html;
+    qsizetype m_at;
+};
+
+/// Counts what is expensive.
+class Census
+{
+public:
+    /// False when a limit is exceeded.
+    bool add(const Tag &tag)
+    {
+        if (++m_tags > Limits::MaxHtmlTags)
+            return false;
+        noteStray(tag);
+        if (tag.closes)
+            close(tag.name);
+        else if (!endsByItself(tag.name) && !tag.empty)
+            open(tag.name);
+        if (!tag.closes && tag.name == "tr"_L1)
+            m_inRow = true;
+        if (!tag.closes && (tag.name == "td"_L1 || tag.name == "th"_L1))
+            addCell(tag.columns);
+        if (!tag.closes && tag.name == "li"_L1)
+            ++m_listItems;
+        return m_open.size() <= Limits::MaxHtmlDepth
+            && m_open.count(u"table"_s) + m_unendingTables <= Limits::MaxHtmlTableDepth
+            && m_cells <= Limits::MaxHtmlCells && m_listItems <= Limits::MaxHtmlListItems;
+    }
+
+private:
+    /// After a part of a table outside of any, Qt may take no end of a table for one.
+    void noteStray(const Tag &tag)
+    {
+        const bool ofTable = tag.name == "tr"_L1 || tag.name == "td"_L1 || tag.name == "th"_L1
+            || (tag.closes && tag.name == "table"_L1);
+        m_strayed = m_strayed || (ofTable && !m_open.contains(u"table"_s));
+    }
+
+    void open(const QString &name)
+    {
+        m_open.append(name);
+        if (name == "table"_L1)
+            m_inRow = false;
+    }
+
+    /// Qt does not reliably end a table whose cell is in no row.
+    void addCell(int columns)
+    {
+        m_cells += columns;
+        if (!m_inRow)
+            ++m_unendingTables;
+        m_inRow = true;
+    }
+
+    /// An end without a beginning ends nothing, and what is around a table does not end within it.
+    void close(const QString &name)
+    {
+        if (m_strayed && name == "table"_L1)
+            return;
+        const qsizetype opened = m_open.lastIndexOf(name);
+        if (opened >= 0 && opened >= m_open.lastIndexOf(u"table"_s))
+            m_open.resize(opened);
+    }
+
+    QStringList m_open;
+    bool m_inRow = true;
+    bool m_strayed = false;
+    int m_unendingTables = 0;
+    int m_tags = 0;
+    int m_cells = 0;
+    int m_listItems = 0;
+};
+
+bool structureIsPlain(QStringView html)
+{
+    Census census;
+    for (qsizetype i = 0; i < html.size();) {
+        if (html[i] != u'<') {
+            ++i;
+            continue;
+        }
+        const Tag tag = TagReader(html, i).tag();
+        if (!census.add(tag))
+            return false;
+        i = tag.end;
+    }
+    return true;
+}
+
+qsizetype countOf(const QString &html, const QString &pattern)
+{
+    const QRegularExpression expression(pattern, QRegularExpression::CaseInsensitiveOption);
+    qsizetype count = 0;
+    for (auto matches = expression.globalMatch(html); matches.hasNext(); matches.next())
+        ++count;
+    return count;
+}
+
+bool stylesAreFew(const QString &html)
+{
+    const qsizetype floats
+        = countOf(html, u"\\bfloat\\s*(:|/\\*)"_s) + countOf(html, u"align\\s*=\\s*[\"']?\\s*(left|right)"_s);
+    static const QRegularExpression size(
+        u"\\bfont(-size)?\\s*:\\s*([^;\"'}]*)"_s, QRegularExpression::CaseInsensitiveOption);
+    // A rule of a style sheet can apply to every element.
+    const bool sheetFloats = floats > 0 && html.contains("<style"_L1, Qt::CaseInsensitive);
+    if (sheetFloats && html.count(u'<') > Limits::MaxHtmlFloats)
+        return false;
+    QSet<QString> sizes;
+    for (const QRegularExpressionMatch &match : size.globalMatch(html))
+        sizes.insert(match.captured(2));
+    return floats <= Limits::MaxHtmlFloats && sizes.size() <= Limits::MaxHtmlFontSizes;
+}
+
+bool isCombining(const QString &character)
+{
+    const uint code = character.toUcs4().value(0);
+    return QChar::category(code) == QChar::Mark_NonSpacing || QChar::category(code) == QChar::Mark_Enclosing;
+}
+
+bool marksAreFew(const QString &html)
+{
+    int marks = 0;
+    for (qsizetype i = 0; i < html.size();) {
+        Reference found = html[i] == u'&' ? referenceAt(html, i) : Reference { {}, i };
+        if (found.end == i)
+            found = { html.mid(i, html[i].isHighSurrogate() ? 2 : 1), i + 1 };
+        marks = isCombining(found.text) ? marks + 1 : 0;
+        if (marks > Limits::MaxCombiningMarks)
+            return false;
+        i = found.end;
+    }
+    return true;
+}
+
+/// The position after a style sheet, script or head whose contents are not shown.
+qsizetype afterHidden(const QString &html, const Tag &tag, qsizetype from)
+{
+    const bool hidden
+        = !tag.closes && (tag.name == "style"_L1 || tag.name == "script"_L1 || tag.name == "title"_L1);
+    if (!hidden)
+        return from;
+    const qsizetype end = html.indexOf(u"</"_s + tag.name, from, Qt::CaseInsensitive);
+    return end < 0 ? html.size() : end;
+}
+
+} // namespace
+
+bool HtmlGuard::accepts(const QString &html)
+{
+    return html.size() <= Limits::MaxHtmlLength && structureIsPlain(html) && stylesAreFew(html)
+        && marksAreFew(html);
+}
+
+QString HtmlGuard::plainTextOf(const QString &html)
+{
+    QString text;
+    for (qsizetype i = 0; i < html.size() && text.size() < Limits::MaxTextLength;) {
+        if (beginsShownTag(html, i)) {
+            const Tag tag = TagReader(html, i).tag();
+            if (breaksLine(tag.name) && !text.isEmpty() && !text.endsWith(u'\n'))
+                text += u'\n';
+            i = afterHidden(html, tag, tag.end);
+            continue;
+        }
+        const Reference found = html[i] == u'&' ? referenceAt(html, i) : Reference { {}, i };
+        if (found.end == i)
+            text += html[i];
+        else
+            text += found.text;
+        i = std::max(found.end, i + 1);
+    }
+    return text.trimmed();
+}

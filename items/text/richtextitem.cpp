@@ -1,0 +1,681 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/text/richtextitem.h"
+
+#include "items/core/itemcolors.h"
+#include "items/core/limits.h"
+#include "items/core/record.h"
+#include "items/text/htmlguard.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFontInfo>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocumentFragment>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+double RichTextItem::s_textFitsTolerance = 0.0;
+double RichTextItem::s_lastScreenFactor = 1.0;
+
+namespace {
+
+const QString defaultFamily = u"_Fen Loma"_s;
+constexpr double defaultPixelSize = 48.0;
+constexpr double leastSide = 1.0;
+constexpr double documentMargin = 4.0;
+/// Versions from this one on tell whether the document is empty, and the screen factor.
+constexpr unsigned int factorSinceVersion = 2;
+
+/// The weight of a record, in the scale of older writers: up to 50 light, up to 75 bold, beyond the default.
+void applyOldWeight(QFont &font, int stored)
+{
+    if (stored < 51)
+        font.setWeight(QFont::Normal);
+    else if (stored < 76)
+        font.setWeight(QFont::Bold);
+}
+
+double usableFactor(double factor)
+{
+    return std::isfinite(factor) && factor > Limits::MinDivisor ? factor : 1.0;
+}
+
+QTextCharFormat charFormatOf(const QFont &font)
+{
+    QTextCharFormat format;
+    format.setFont(font, QTextCharFormat::FontPropertiesAll);
+    return format;
+}
+
+/// Where an attribute with a point size begins and ends in HTML that Qt has written.
+const QRegularExpression &styleAttribute()
+{
+    static const QRegularExpression expression(u"tyle=\"(.*);\">"_s);
+    return expression;
+}
+
+} // namespace
+
+RichTextItem::RichTextItem()
+{
+    setItemShape(MobraTypes::RichTextShape);
+    setScreenDPI();
+    QFont font;
+    font.setFamily(defaultFamily);
+    font.setWeight(QFont::Bold);
+    font.setPointSizeF(defaultPixelSize / m_screenFactor);
+    m_emptyCharFormat = charFormatOf(font);
+    m_emptyCharFormat.setForeground(getItemTextColor());
+    m_emptyCharFormat.setBackground(Qt::NoBrush);
+    m_emptyBlockFormat.setAlignment(Qt::AlignLeft);
+    m_emptyBlockFormat.setTopMargin(0.0);
+    m_emptyBlockFormat.setBottomMargin(0.0);
+    m_emptyBlockFormat.setLeftMargin(0.0);
+    m_emptyBlockFormat.setRightMargin(0.0);
+    setFont(font);
+    setDefaultTextColor(getItemTextColor());
+    resetDocumentMargins();
+    useEmptyFormats();
+    setTextWidth(getItemWidth());
+    updateTextHeight();
+    // Qt lays the text out between its two notifications of a change.
+    connect(document(), &QTextDocument::contentsChanged, this, [this] {
+        updateTextHeight();
+        prepareGeometryChange();
+    });
+    connectDocument();
+    connect(
+        document(), &QTextDocument::cursorPositionChanged, this, &RichTextItem::updateCursorPositionChanged);
+}
+
+RichTextItem::~RichTextItem() = default;
+
+QString RichTextItem::toDescriptionString() const
+{
+    return u"Rich Text %1"_s.arg(itemId());
+}
+
+// --- the box
+
+QRectF RichTextItem::getReferenceRectangleEdit() const
+{
+    QRectF rect = sizeRect();
+    rect.setHeight(std::max(rect.height(), m_textHeight));
+    return rect;
+}
+
+QRectF RichTextItem::boundingRect() const
+{
+    const double pen = itemPen().widthF();
+    const double aside = isInEditing() ? std::max<double>(pen, getTextEditPad()) : pen;
+    return getReferenceRectangleEdit().adjusted(-aside, -pen, aside, pen);
+}
+
+bool RichTextItem::applySize(const QSizeF &size)
+{
+    TextItem::applySize(size.expandedTo(QSizeF(leastSide, leastSide)));
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    return true;
+}
+
+void RichTextItem::layOut()
+{
+    setTextWidth(Limits::geometry(getItemWidth()));
+    updateTextHeight();
+    prepareGeometryChange();
+}
+
+void RichTextItem::updateItemPen()
+{
+    TextItem::updateItemPen();
+    const double width = itemPen().widthF();
+    setFramePads(QSizeF(width, width));
+    updateTextHeight();
+    prepareGeometryChange();
+}
+
+void RichTextItem::updateTextHeight()
+{
+    m_textHeight = document()->size().height();
+    updateTextFitsInBox();
+}
+
+void RichTextItem::updateTextFitsInBox()
+{
+    const double room = s_textFitsTolerance + getItemHeight()
+        + m_emptyCharFormat.doubleProperty(QTextFormat::FontPointSize);
+    m_textFitsInBox = room >= m_textHeight;
+}
+
+bool RichTextItem::testSetItemSize(const QSizeF &size)
+{
+    const QuietDocument quiet(*this);
+    setTextWidth(Limits::geometry(size.width()));
+    const double height = document()->size().height();
+    setTextWidth(Limits::geometry(getItemWidth()));
+    return size.height() >= height;
+}
+
+void RichTextItem::adjustBoxSizeToContent(double minHeight)
+{
+    setItemSize(QSizeF(getItemWidth(), std::max(minHeight, m_textHeight)));
+}
+
+void RichTextItem::resetDocumentMargins()
+{
+    document()->setDocumentMargin(documentMargin);
+}
+
+void RichTextItem::setScreenDPI()
+{
+    const QFontInfo info(QApplication::font());
+    m_screenFactor = usableFactor(double(info.pixelSize()) / Limits::divisor(info.pointSizeF()));
+    s_lastScreenFactor = m_screenFactor;
+}
+
+// --- the format of the empty box
+
+void RichTextItem::useEmptyFormats()
+{
+    const QuietDocument quiet(*this);
+    QTextCursor cursor(document());
+    cursor.setBlockFormat(m_emptyBlockFormat);
+    cursor.setBlockCharFormat(m_emptyCharFormat);
+    cursor.setCharFormat(m_emptyCharFormat);
+    setTextCursor(cursor);
+}
+
+void RichTextItem::noteWhetherEmpty()
+{
+    const bool empty = document()->isEmpty();
+    if (empty == m_documentIsEmpty)
+        return;
+    m_documentIsEmpty = empty;
+    if (empty)
+        useEmptyFormats();
+}
+
+void RichTextItem::changeEmptyFont(const std::function<void(QFont &)> &change)
+{
+    QFont font = m_emptyCharFormat.font();
+    change(font);
+    m_emptyCharFormat.setFont(font, QTextCharFormat::FontPropertiesAll);
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+}
+
+int RichTextItem::getEmptyFontSize() const
+{
+    return Limits::toInt(m_emptyCharFormat.font().pointSizeF() * m_screenFactor);
+}
+
+void RichTextItem::setEmptyFontSize(int pixels)
+{
+    if (pixels > 0)
+        changeEmptyFont([&](QFont &font) { font.setPointSizeF(pixels / m_screenFactor); });
+}
+
+void RichTextItem::setEmptyFontFamily(const QString &family)
+{
+    changeEmptyFont([&](QFont &font) { font.setFamily(family); });
+}
+
+void RichTextItem::setEmptyFontWeight(int weight)
+{
+    if (weight >= QFont::Thin && weight <= 1000)
+        changeEmptyFont([&](QFont &font) { font.setWeight(static_cast<QFont::Weight>(weight)); });
+}
+
+void RichTextItem::setEmptyFontItalic(bool italic)
+{
+    changeEmptyFont([&](QFont &font) { font.setItalic(italic); });
+}
+
+void RichTextItem::setEmptyFontUnderline(bool underline)
+{
+    changeEmptyFont([&](QFont &font) { font.setUnderline(underline); });
+}
+
+void RichTextItem::setEmptyAlignment(int alignment)
+{
+    m_emptyBlockFormat.setAlignment(Qt::Alignment::fromInt(alignment));
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+}
+
+// --- fonts and colours
+
+bool RichTextItem::selectionIsMeant() const
+{
+    return isInEditing() && textCursor().hasSelection();
+}
+
+QTextCursor RichTextItem::meantText() const
+{
+    QTextCursor cursor = textCursor();
+    if (!selectionIsMeant())
+        cursor.select(QTextCursor::Document);
+    return cursor;
+}
+
+void RichTextItem::mergeFormat(const QTextCharFormat &format)
+{
+    const bool whole = !selectionIsMeant();
+    meantText().mergeCharFormat(format);
+    if (whole) {
+        // A cursor that has not moved since keeps a format of its own.
+        QTextCursor cursor = textCursor();
+        cursor.mergeCharFormat(format);
+        setTextCursor(cursor);
+        m_emptyCharFormat.merge(format);
+        setFont(m_emptyCharFormat.font());
+        if (m_documentIsEmpty)
+            useEmptyFormats();
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+}
+
+int RichTextItem::getItemFontSize() const
+{
+    if (m_documentIsEmpty)
+        return getEmptyFontSize();
+    const QTextCursor text = meantText();
+    double points = -1.0;
+    for (QTextBlock block = document()->findBlock(text.selectionStart());
+         block.isValid() && block.position() < text.selectionEnd(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const bool outside = fragment.position() + fragment.length() <= text.selectionStart()
+                || fragment.position() >= text.selectionEnd();
+            if (outside)
+                continue;
+            const double size = fragment.charFormat().font().pointSizeF();
+            if (points >= 0.0 && !qFuzzyCompare(size, points))
+                return -1;
+            points = size;
+        }
+    }
+    return points < 0.0 ? getEmptyFontSize() : Limits::toInt(points * m_screenFactor);
+}
+
+void RichTextItem::setItemFontSize(int size)
+{
+    if (size < 1)
+        return;
+    QTextCharFormat format;
+    format.setFontPointSize(size / m_screenFactor);
+    mergeFormat(format);
+}
+
+QString RichTextItem::getItemFontFamily() const
+{
+    return textCursor().charFormat().font().family();
+}
+
+void RichTextItem::setItemFontFamily(const QString &family)
+{
+    QTextCharFormat format;
+    format.setFontFamilies({ family });
+    mergeFormat(format);
+}
+
+bool RichTextItem::getItemBold() const
+{
+    return textCursor().charFormat().font().bold();
+}
+
+void RichTextItem::setItemBold(bool bold)
+{
+    QTextCharFormat format;
+    format.setFontWeight(bold ? QFont::Bold : QFont::Normal);
+    mergeFormat(format);
+}
+
+bool RichTextItem::getItemItalic() const
+{
+    return textCursor().charFormat().fontItalic();
+}
+
+void RichTextItem::setItemItalic(bool italic)
+{
+    QTextCharFormat format;
+    format.setFontItalic(italic);
+    mergeFormat(format);
+}
+
+bool RichTextItem::getItemUnderline() const
+{
+    return textCursor().charFormat().fontUnderline();
+}
+
+void RichTextItem::setItemUnderline(bool underline)
+{
+    QTextCharFormat format;
+    format.setFontUnderline(underline);
+    mergeFormat(format);
+}
+
+Qt::Alignment RichTextItem::getItemAlignment() const
+{
+    return textCursor().blockFormat().alignment();
+}
+
+void RichTextItem::setItemAlignment(Qt::Alignment alignment)
+{
+    QTextBlockFormat format;
+    format.setAlignment(alignment);
+    const bool whole = !selectionIsMeant();
+    meantText().mergeBlockFormat(format);
+    if (whole)
+        m_emptyBlockFormat.setAlignment(alignment);
+    updateTextOnPropertyChanges(-1, -1, -1);
+}
+
+void RichTextItem::setItemTextColor(const QColor &color)
+{
+    if (!selectionIsMeant()) {
+        setItemTextColorNoSelection(color);
+        return;
+    }
+    QTextCharFormat format;
+    format.setForeground(color);
+    textCursor().mergeCharFormat(format);
+}
+
+void RichTextItem::setItemTextColorNoSelection(const QColor &color)
+{
+    setItemTextColorOnLoad(color);
+    QTextCharFormat format;
+    format.setForeground(color);
+    m_emptyCharFormat.merge(format);
+    QTextCursor whole(document());
+    whole.select(QTextCursor::Document);
+    whole.mergeCharFormat(format);
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+}
+
+void RichTextItem::setItemTextColorOnLoad(const QColor &color)
+{
+    TextItem::setItemTextColor(color);
+    setDefaultTextColor(color);
+}
+
+void RichTextItem::setItemTextColorString(const QString &newTextColorString)
+{
+    const QColor color(newTextColorString);
+    if (color.isValid())
+        setItemTextColor(color);
+}
+
+// --- HTML and data
+
+void RichTextItem::scaleHtmlFont(QString &html, const QRegularExpression &re, double factor)
+{
+    // Of the first call, whatever later ones pass.
+    static QRegularExpression outer = re;
+    outer.setPatternOptions(QRegularExpression::InvertedGreedinessOption);
+    static const QRegularExpression inner(
+        u"font-size:(.*)pt;"_s, QRegularExpression::InvertedGreedinessOption);
+    QList<std::pair<QString, QString>> replacements;
+    for (const QRegularExpressionMatch &style : outer.globalMatch(html)) {
+        const QString whole = style.captured();
+        const QRegularExpressionMatch match = inner.match(whole);
+        bool ok = false;
+        const double points = match.captured(1).toDouble(&ok);
+        if (!match.hasMatch() || !ok)
+            continue;
+        const QString size = match.captured();
+        const QString scaled
+            = QString(size).replace(match.captured(1), QString::number(points * factor, 'f', 2));
+        replacements.append({ whole, QString(whole).replace(size, scaled) });
+    }
+    for (const auto &[whole, scaled] : replacements)
+        html.replace(whole, scaled);
+}
+
+void RichTextItem::setScaledHtml(QString html, double storedFactor)
+{
+    const bool scalable = HtmlGuard::accepts(html) && html.count("font-size:"_L1) <= Limits::MaxHtmlRewrites
+        && std::isfinite(storedFactor) && storedFactor > Limits::MinDivisor;
+    if (scalable)
+        scaleHtmlFont(html, styleAttribute(), storedFactor / s_lastScreenFactor);
+    setItemHtml(html);
+}
+
+void RichTextItem::setItemData(const QVariant &data)
+{
+    static QString lastMarked;
+    const QRectF before = sceneBoundingRect();
+    const QString given = data.toString();
+    const bool marked = isMarked(given);
+    const QString text = marked ? withoutMarker(given) : given;
+    const bool another = (marked && text != lastMarked) || text != toPlainText();
+    if (marked)
+        lastMarked = text;
+    if (another)
+        showData(text, marked);
+    updateScene(before);
+}
+
+void RichTextItem::showData(const QString &text, bool marked)
+{
+    {
+        const QuietDocument quiet(*this);
+        const int alignment = textCursor().blockFormat().intProperty(QTextFormat::BlockAlignment);
+        const double points = textCursor().charFormat().doubleProperty(QTextFormat::FontPointSize);
+        if (marked)
+            setItemHtml(text);
+        else
+            setItemText(text);
+        QTextBlockFormat block;
+        block.setProperty(QTextFormat::BlockAlignment, alignment);
+        QTextCharFormat character;
+        character.setFontPointSize(points);
+        QTextCursor cursor(document());
+        cursor.beginEditBlock();
+        cursor.select(QTextCursor::Document);
+        cursor.mergeBlockFormat(block);
+        if (marked && points > 0.0)
+            cursor.mergeCharFormat(character);
+        cursor.clearSelection();
+        cursor.endEditBlock();
+        setTextCursor(cursor);
+        document()->clearUndoRedoStacks();
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+}
+
+void RichTextItem::updateTextOnPropertyChanges(int /*position*/, int /*charsRemoved*/, int /*charsAdded*/)
+{
+    noteWhetherEmpty();
+    updateTextHeight();
+    prepareGeometryChange();
+}
+
+// --- painting and editing
+
+void RichTextItem::drawFrame(QPainter *painter)
+{
+    const double width = itemPen().widthF();
+    painter->setPen(itemPen());
+    painter->drawRect(QRectF(-width / 2.0, -width / 2.0, sizeRect().width() + itemPen().width(),
+        sizeRect().height() + itemPen().width()));
+}
+
+void RichTextItem::keyPressEvent1(QKeyEvent *event)
+{
+    const bool startsEmpty = m_documentIsEmpty;
+    QGraphicsTextItem::keyPressEvent(event);
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!startsEmpty || !enter)
+        return;
+    // The second line of a box without text begins like the first.
+    QTextCursor cursor = textCursor();
+    cursor.setBlockFormat(m_emptyBlockFormat);
+    cursor.setBlockCharFormat(m_emptyCharFormat);
+    cursor.setCharFormat(m_emptyCharFormat);
+    setTextCursor(cursor);
+}
+
+void RichTextItem::keyReleaseEvent(QKeyEvent *event)
+{
+    QGraphicsTextItem::keyReleaseEvent(event);
+}
+
+void RichTextItem::createMimeDataFromSelection()
+{
+    const QTextDocumentFragment selected = textCursor().selection();
+    auto *data = new QMimeData;
+    data->setHtml(selected.toHtml());
+    data->setText(selected.toPlainText());
+    QApplication::clipboard()->setMimeData(data);
+}
+
+void RichTextItem::textPaste()
+{
+    const QMimeData *data = QApplication::clipboard()->mimeData();
+    if (!data)
+        return;
+    QTextCursor cursor = textCursor();
+    if (data->hasHtml() && HtmlGuard::accepts(data->html()))
+        cursor.insertHtml(data->html());
+    else
+        cursor.insertText(data->text().left(Limits::MaxTextLength));
+    setTextCursor(cursor);
+}
+
+void RichTextItem::copyCursorProperties(const RichTextItem &other)
+{
+    const QTextCursor from = other.textCursor();
+    QTextCursor cursor = cursorAt(from.anchor());
+    cursor.setPosition(cursorAt(from.position()).position(), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
+void RichTextItem::updateCursorPositionChanged(const QTextCursor & /*cursor*/)
+{
+    Q_EMIT textItemCursorHasChanged();
+}
+
+// --- copies, records, maps
+
+Item *RichTextItem::createItemCopy()
+{
+    auto copy = std::make_unique<RichTextItem>();
+    const QuietDocument quiet(*copy);
+    copyItemProperties(copy.get(), true);
+    copy->setItemHtml(toHtml());
+    copy->m_emptyCharFormat = m_emptyCharFormat;
+    copy->m_emptyBlockFormat = m_emptyBlockFormat;
+    copy->m_documentIsEmpty = m_documentIsEmpty;
+    copy->m_screenFactor = m_screenFactor;
+    copy->setItemTextColorOnLoad(getItemTextColor());
+    copy->setFont(font());
+    if (m_documentIsEmpty)
+        copy->useEmptyFormats();
+    copy->setFramePads(getFramePads());
+    copy->setTextWidth(textWidth());
+    copy->copyCursorProperties(*this);
+    copy->updateTextHeight();
+    return copy.release();
+}
+
+void RichTextItem::saveItemToData(QDataStream &stream)
+{
+    stream << toHtml();
+    Record::write(stream, m_documentIsEmpty);
+    if (!m_documentIsEmpty)
+        Record::write(stream, m_screenFactor);
+    Record::write(stream, getItemTextColor());
+    TextItem::saveItemToData(stream);
+    stream << getEmptyFontFamily();
+    const int alignment = getEmptyAlignment();
+    Record::write(stream, qint16(getEmptyFontSize()), qint16(getEmptyFontWeight()), getEmptyFontItalic(),
+        getEmptyFontUnderline(), qint16(alignment == 0 ? int(Qt::AlignLeft) : alignment));
+}
+
+void RichTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    const QuietDocument quiet(*this);
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    document()->clear();
+    loadHtml(stream, version);
+    QColor color;
+    Record::read(stream, std::tie(color));
+    setItemTextColorOnLoad(color);
+    setTextWidth(-1);
+    TextItem::loadItemFromData(stream, version);
+    loadEmptyFormats(stream);
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+    layOut();
+}
+
+void RichTextItem::loadHtml(QDataStream &stream, unsigned int version)
+{
+    QString html;
+    stream >> html;
+    if (version < factorSinceVersion) {
+        setItemHtml(html);
+        m_documentIsEmpty = toPlainText().isEmpty();
+        return;
+    }
+    Record::read(stream, std::tie(m_documentIsEmpty));
+    if (m_documentIsEmpty) {
+        setItemHtml(html);
+        m_documentIsEmpty = document()->isEmpty(); // a text wins
+        return;
+    }
+    double factor;
+    Record::read(stream, std::tie(factor));
+    setScaledHtml(html, factor);
+}
+
+void RichTextItem::loadEmptyFormats(QDataStream &stream)
+{
+    QString family;
+    stream >> family;
+    qint16 size;
+    qint16 weight;
+    bool italic;
+    bool underline;
+    qint16 alignment;
+    Record::read(stream, std::tie(size, weight, italic, underline, alignment));
+    QFont font;
+    font.setFamily(family);
+    if (size > 0)
+        font.setPointSizeF(size / m_screenFactor);
+    applyOldWeight(font, weight);
+    font.setItalic(italic);
+    font.setUnderline(underline);
+    m_emptyCharFormat.setFont(font, QTextCharFormat::FontPropertiesAll);
+    m_emptyBlockFormat.setAlignment(Qt::Alignment::fromInt(alignment));
+}
+
+void RichTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
+{
+    const QuietDocument quiet(*this);
+    TextItem::loadItemFromJSON(map, version);
+    const QString html = map.value(u"itemHtml"_s).toString();
+    const double factor = map.value(u"screenDpi"_s).toDouble();
+    if (!map.value(u"documentIsEmpty"_s).toBool() && factor > 0.0)
+        setScaledHtml(html, factor);
+    m_documentIsEmpty = document()->isEmpty();
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+    layOut();
+    updateItemPositionAfterLoading();
+}

@@ -1,0 +1,587 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/text/simpletextitem.h"
+
+#include "items/core/basicconversions.h"
+#include "items/core/itemcolors.h"
+#include "items/core/limits.h"
+#include "items/core/record.h"
+#include "items/text/verticaltext.h"
+#include "platform/text/whitespace.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocumentFragment>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace {
+
+const QString defaultFamily = QStringLiteral("_Fen Loma");
+/// Scales that differ by no more are the same.
+constexpr double scaleEpsilon = 1e-12;
+
+QTransform aboutCentre(const QPointF &centre, double degrees, double scaleX, double scaleY)
+{
+    QTransform transform;
+    transform.translate(centre.x(), centre.y());
+    transform.rotate(degrees);
+    transform.scale(scaleX, scaleY);
+    transform.translate(-centre.x(), -centre.y());
+    return transform;
+}
+
+} // namespace
+
+QFont SimpleTextItem::fontOf(const QString &family, int pixelSize)
+{
+    QFont font;
+    font.setFamily(family);
+    if (pixelSize > 0)
+        font.setPixelSize(pixelSize);
+    return font;
+}
+
+SimpleTextItem::SimpleTextItem()
+{
+    setItemShape(MobraTypes::LabelTextShape);
+    setDefaultTextColor(getItemPenColor());
+    QFont font = fontOf(defaultFamily, defaultPixelSize);
+    font.setWeight(QFont::Bold);
+    setFont(font);
+    setPlainText(tr("TEXT"));
+    setTextWidth(-1);
+    storeItemSize(QGraphicsTextItem::boundingRect().size());
+    setAlignmentOption(Qt::AlignHCenter | Qt::AlignVCenter);
+    setTextWidth(getItemWidth());
+    connectDocument();
+}
+
+SimpleTextItem::~SimpleTextItem() = default;
+
+QString SimpleTextItem::toDescriptionString() const
+{
+    return QStringLiteral("Label Text %1").arg(itemId());
+}
+
+QRectF SimpleTextItem::boundingRect() const
+{
+    const double pad = isInEditing() ? getTextEditPad() : 0.0;
+    double x = itemPen().width();
+    double y = x;
+    if (m_wasResized) {
+        x = itemPen().widthF() / Limits::divisor(getItemScaleX());
+        y = itemPen().widthF() / Limits::divisor(getItemScaleY());
+    }
+    x = std::max(x, pad);
+    return QGraphicsTextItem::boundingRect().adjusted(-x, -y, x, y);
+}
+
+// --- text
+
+void SimpleTextItem::setItemTextColor(const QColor &color)
+{
+    TextItem::setItemTextColor(color);
+    setDefaultTextColor(color);
+}
+
+int SimpleTextItem::countNewLinesInText(const QString &text)
+{
+    return int(text.count(u'\n'));
+}
+
+int SimpleTextItem::determineCursorPositionForVerticalText(int position, int added, const QString &text)
+{
+    return std::min(2 * (position / 2 + added), int(text.size()));
+}
+
+QString SimpleTextItem::convertHorizontalTextToVertical(const QString &text)
+{
+    return VerticalText::fromHorizontal(text);
+}
+
+QString SimpleTextItem::convertVerticalTextToHorizontal() const
+{
+    return VerticalText::toHorizontal(toPlainText());
+}
+
+bool SimpleTextItem::setTextVertical(bool setVert)
+{
+    if (setVert == m_vertical)
+        return false;
+    m_vertical = setVert;
+    if (WhiteSpace::isWhiteSpace(toPlainText())) {
+        setPlainText(QString());
+    } else {
+        const QuietDocument quiet(*this);
+        setPlainText(
+            setVert ? convertHorizontalTextToVertical(toPlainText()) : convertVerticalTextToHorizontal());
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+    return true;
+}
+
+void SimpleTextItem::showText(const QString &text)
+{
+    const bool vertical = m_vertical;
+    setTextVertical(false);
+    setItemText(text);
+    setTextVertical(vertical);
+}
+
+void SimpleTextItem::setItemData(const QVariant &data)
+{
+    const QRectF before = sceneBoundingRect();
+    const QString text = withoutMarker(data.toString());
+    if (text != toPlainText()) {
+        {
+            const QuietDocument quiet(*this);
+            showText(text);
+        }
+        updateTextOnPropertyChanges(-1, -1, -1);
+        Q_EMIT textItemHasChanged();
+    }
+    updateScene(before);
+}
+
+// --- font and alignment
+
+int SimpleTextItem::getItemFontSize() const
+{
+    return m_wasResized ? -1 : getItemPositiveFontSize();
+}
+
+void SimpleTextItem::setItemFontSize(int size)
+{
+    if (size < 1)
+        return;
+    const QRectF before = sceneBoundingRect();
+    if (m_wasResized) {
+        setItemScaleX(1.0);
+        setItemScaleY(1.0);
+        const QSizeF half = getItemSize() / 2.0;
+        updateTransformOnRotation(this, half.width(), half.height(), getItemRotation(), 1.0, 1.0);
+        m_wasResized = false;
+    }
+    m_sizeLimiting = 0;
+    QFont changed = font();
+    changed.setPixelSize(size);
+    setFont(changed);
+    updateTextOnPropertyChanges(-1, -1, -1);
+    updateScene(before);
+}
+
+void SimpleTextItem::changeFont(const QFont &font)
+{
+    const QRectF before = sceneBoundingRect();
+    {
+        const QuietDocument quiet(*this);
+        setFont(font);
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+    updateScene(before);
+}
+
+void SimpleTextItem::setItemFontFamily(const QString &family)
+{
+    QFont changed = font();
+    changed.setFamily(family);
+    changeFont(changed);
+}
+
+void SimpleTextItem::setItemBold(bool bold)
+{
+    QFont changed = font();
+    changed.setBold(bold);
+    changeFont(changed);
+}
+
+void SimpleTextItem::setItemItalic(bool italic)
+{
+    QFont changed = font();
+    changed.setItalic(italic);
+    changeFont(changed);
+}
+
+void SimpleTextItem::setItemUnderline(bool underline)
+{
+    QFont changed = font();
+    changed.setUnderline(underline);
+    changeFont(changed);
+}
+
+Qt::Alignment SimpleTextItem::getItemAlignment() const
+{
+    return document()->defaultTextOption().alignment();
+}
+
+void SimpleTextItem::setAlignmentOption(Qt::Alignment alignment)
+{
+    QTextOption option = document()->defaultTextOption();
+    option.setAlignment(alignment);
+    document()->setDefaultTextOption(option);
+}
+
+void SimpleTextItem::setItemAlignment(Qt::Alignment alignment)
+{
+    const QRectF before = sceneBoundingRect();
+    {
+        const QuietDocument quiet(*this);
+        setAlignmentOption(alignment);
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+    updateScene(before);
+}
+
+void SimpleTextItem::setItemAlignmentInt(uint alignment)
+{
+    setItemAlignment(Qt::Alignment::fromInt(int(alignment & alignmentMask)));
+}
+
+void SimpleTextItem::importTextProperties(const QString &family, int pixelSize, bool bold, bool italic,
+    bool underline, const Qt::Alignment &alignment)
+{
+    QFont imported = fontOf(family, pixelSize);
+    imported.setBold(bold);
+    imported.setItalic(italic);
+    imported.setUnderline(underline);
+    changeFont(imported);
+    setItemAlignment(alignment);
+}
+
+// --- place and size
+
+void SimpleTextItem::setLimit(signed char bit, bool on)
+{
+    m_sizeLimiting = static_cast<signed char>(on ? m_sizeLimiting | bit : m_sizeLimiting & ~bit);
+}
+
+void SimpleTextItem::setItemDocumentMargin(double margin)
+{
+    document()->setDocumentMargin(Limits::geometry(margin));
+    setDocument(document());
+    updateTextOnPropertyChanges(-1, -1, -1);
+}
+
+void SimpleTextItem::enlargeSize(double width)
+{
+    storeItemSize(getItemSize() + QSizeF(width, width));
+}
+
+bool SimpleTextItem::applySize(const QSizeF &size)
+{
+    // The outline grows and shrinks with the text, so the scales are those of the sizes that include it.
+    const double outline = itemPen().width();
+    enlargeSize(outline);
+    TextItem::applySize(size + QSizeF(outline, outline));
+    const QSizeF natural = QGraphicsTextItem::boundingRect().size() + QSizeF(outline, outline);
+    setItemScaleX(Limits::usableScale(getItemScaleX(), getItemWidth(), natural.width()));
+    setItemScaleY(Limits::usableScale(getItemScaleY(), getItemHeight(), natural.height()));
+    updateTransform(false);
+    enlargeSize(-outline);
+    m_wasResized = true;
+    updateFramePads();
+    prepareGeometryChange();
+    return true;
+}
+
+void SimpleTextItem::updateFramePads()
+{
+    const double width = itemPen().widthF();
+    const double x = width / Limits::divisor(getItemScaleX());
+    const double y = width / Limits::divisor(getItemScaleY());
+    const bool even = BasicConversions::almostEqual(getItemScaleX(), getItemScaleY(), scaleEpsilon);
+    setFramePads(QSizeF(x, even ? x : y));
+}
+
+void SimpleTextItem::updateItemPen()
+{
+    TextItem::updateItemPen();
+    updateFramePads();
+    updateItemBrush(); // a gradient fills the bounding rectangle, which includes the outline
+    prepareGeometryChange();
+}
+
+void SimpleTextItem::setItemRotation(double degrees)
+{
+    m_rotation = BasicConversions::normalizeAngle(degrees);
+    updateTransform(true);
+}
+
+void SimpleTextItem::updateTransform(bool keepCentre)
+{
+    const double sx = getItemScaleX();
+    const double sy = getItemScaleY();
+    const bool pinned = m_pinToCenter && !parentItem();
+    if (!pinned && !keepCentre) {
+        updateTransformOnResize(this, getItemWidth() / 2.0, getItemHeight() / 2.0, getItemRotation(), sx, sy);
+        prepareGeometryChange();
+        return;
+    }
+    const QPointF centre = boundingRect().center();
+    const QPointF before = mapToScene(centre);
+    if (pinned) {
+        setItemTransform(aboutCentre(centre, getItemRotation(), sx, sy));
+        setOldTransformCoefficientM31(transform().m31());
+        setOldTransformCoefficientM32(transform().m32());
+    } else {
+        updateTransformOnRotation(this, centre.x(), centre.y(), getItemRotation(), sx, sy);
+    }
+    const QPointF shift = before - mapToScene(centre);
+    if (!shift.isNull()) {
+        setPositionChangeOnX(shift.x());
+        setPositionChangeOnY(shift.y());
+        moveItem(pos() + shift);
+    }
+    prepareGeometryChange();
+}
+
+void SimpleTextItem::resetTransform()
+{
+    setPositionChangeOnX(0.0);
+    setPositionChangeOnY(0.0);
+    setOldTransformCoefficientM31(0.0);
+    setOldTransformCoefficientM32(0.0);
+    m_rotation = 0.0;
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    m_wasResized = false;
+    m_sizeLimiting = 0;
+    setFramePads(QSizeF(0.0, 0.0));
+    setTransform(QTransform());
+    fitItemToContents();
+    prepareGeometryChange();
+}
+
+void SimpleTextItem::adjustForPinToCenter(const QPointF &p)
+{
+    const double radians = getItemRotation() * std::numbers::pi / 180.0;
+    const double dx = p.x() - getItemWidth() * 0.5;
+    const double dy = p.y() - getItemHeight() * 0.5;
+    moveItem(pos()
+        + QPointF(dx * std::cos(radians) - dy * std::sin(radians),
+            dx * std::sin(radians) + dy * std::cos(radians)));
+}
+
+void SimpleTextItem::updateTextOnPropertyChanges(int position, int charsRemoved, int charsAdded)
+{
+    if (m_refitting)
+        return;
+    m_refitting = true;
+    if (m_vertical && position >= 0)
+        updateTextOnPropertyChangesForVerticalText(position, charsRemoved, charsAdded);
+    refit();
+    m_refitting = false;
+}
+
+void SimpleTextItem::refit()
+{
+    const bool pinned = m_pinToCenter && !parentItem();
+    const QPointF oldCentre(getItemWidth() / Limits::divisor(getItemScaleX()) / 2.0,
+        getItemHeight() / Limits::divisor(getItemScaleY()) / 2.0);
+    const QPointF before = mapToScene(oldCentre);
+
+    setTextWidth(-1);
+    const QSizeF natural = QGraphicsTextItem::boundingRect().size();
+    if (getItemFixedSizeWidth())
+        setItemScaleX(getItemWidth() / Limits::divisor(natural.width()));
+    if (getItemFixedSizeHeight())
+        setItemScaleY(getItemHeight() / Limits::divisor(natural.height()));
+    storeItemSize(QSizeF(natural.width() * getItemScaleX(), natural.height() * getItemScaleY()));
+    setTextWidth(natural.width());
+    if (m_sizeLimiting != 0) {
+        m_wasResized = true;
+        updateFramePads();
+        updateTransform(false);
+    }
+    if (pinned)
+        moveItem(pos() + before - mapToScene(QGraphicsTextItem::boundingRect().center()));
+    updateItemBrush();
+    prepareGeometryChange();
+}
+
+// --- painting
+
+void SimpleTextItem::drawFrame(QPainter *painter)
+{
+    const QRectF text = QGraphicsTextItem::boundingRect();
+    const QSizeF pads = getFramePads();
+    QPen pen = itemPen();
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setJoinStyle(Qt::MiterJoin);
+    pen.setWidthF(Limits::penWidth(pads.width()));
+    painter->setPen(pen);
+    if (BasicConversions::almostEqual(getItemScaleX(), getItemScaleY(), scaleEpsilon)) {
+        const double outside = pads.width() / 2.0;
+        painter->drawRect(text.adjusted(-outside, -outside, outside, outside));
+        return;
+    }
+    const QRectF outer = text.adjusted(-pads.width(), -pads.height(), pads.width(), pads.height());
+    const double left = text.left() - pads.width() / 2.0;
+    const double right = text.right() + pads.width() / 2.0;
+    painter->drawLine(QPointF(left, outer.top()), QPointF(left, outer.bottom()));
+    painter->drawLine(QPointF(right, outer.top()), QPointF(right, outer.bottom()));
+    pen.setWidthF(Limits::penWidth(pads.height()));
+    painter->setPen(pen);
+    const double top = text.top() - pads.height() / 2.0;
+    const double bottom = text.bottom() + pads.height() / 2.0;
+    painter->drawLine(QPointF(outer.left(), top), QPointF(outer.right(), top));
+    painter->drawLine(QPointF(outer.left(), bottom), QPointF(outer.right(), bottom));
+}
+
+// --- editing
+
+std::pair<int, int> SimpleTextItem::selectedCharacters() const
+{
+    const QTextCursor cursor = textCursor();
+    const QString text = toPlainText();
+    const int count = text.isEmpty() ? 0 : int(VerticalText::linesOf(text).size());
+    return { std::min(VerticalText::indexAt(text, cursor.selectionStart()), count),
+        std::min(VerticalText::indexAt(text, cursor.selectionEnd()), count) };
+}
+
+void SimpleTextItem::createMimeDataFromSelection()
+{
+    if (!m_vertical) {
+        QGuiApplication::clipboard()->setText(textCursor().selection().toPlainText());
+        return;
+    }
+    // The line break behind the last character is selected too, but is no character.
+    const auto [from, to] = selectedCharacters();
+    if (from == to)
+        return;
+    const QStringList selected = VerticalText::linesOf(toPlainText()).sliced(from, to - from);
+    QGuiApplication::clipboard()->setText(VerticalText::toHorizontal(VerticalText::stacked(selected)));
+}
+
+void SimpleTextItem::removeSelection()
+{
+    if (!m_vertical) {
+        TextItem::removeSelection();
+        return;
+    }
+    const auto [from, to] = selectedCharacters();
+    replaceVertical(from, to, {});
+}
+
+void SimpleTextItem::textPaste()
+{
+    QString text = QGuiApplication::clipboard()->text();
+    if (!m_vertical) {
+        QTextCursor cursor = textCursor();
+        cursor.insertText(text.left(Limits::MaxTextLength));
+        setTextCursor(cursor);
+        return;
+    }
+    text.remove(u'\n').remove(u'\r').replace(u'\t', u' ');
+    const auto [from, to] = selectedCharacters();
+    replaceVertical(from, to, VerticalText::charactersOf(text));
+}
+
+void SimpleTextItem::keyPressEvent1(QKeyEvent *event)
+{
+    if (m_vertical && editVertically(*event))
+        event->accept();
+    else
+        QGraphicsTextItem::keyPressEvent(event);
+}
+
+void SimpleTextItem::keyReleaseEvent(QKeyEvent *event)
+{
+    QGraphicsTextItem::keyReleaseEvent(event);
+}
+
+bool SimpleTextItem::editVertically(const QKeyEvent &event)
+{
+    auto [from, to] = selectedCharacters();
+    const bool select = event.modifiers() & Qt::ShiftModifier;
+    switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        moveInVertical(-1, select);
+        return true;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        moveInVertical(1, select);
+        return true;
+    case Qt::Key_Backspace:
+        from = from == to ? std::max(0, from - 1) : from;
+        replaceVertical(from, to, {});
+        return true;
+    case Qt::Key_Delete:
+        to = from == to ? to + 1 : to;
+        replaceVertical(from, to, {});
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        replaceVertical(from, to, { QStringLiteral(" ") });
+        return true;
+    default:
+        break;
+    }
+    const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (command || event.text().isEmpty())
+        return false;
+    const QChar first = event.text().front();
+    if (!first.isPrint() && !first.isHighSurrogate())
+        return false;
+    replaceVertical(from, to, VerticalText::charactersOf(event.text()));
+    return true;
+}
+
+void SimpleTextItem::moveInVertical(int step, bool select)
+{
+    const QString text = toPlainText();
+    QTextCursor cursor = textCursor();
+    const int count = int(VerticalText::linesOf(text).size());
+    const int index = std::clamp(VerticalText::indexAt(text, cursor.position()) + step, 0, count);
+    cursor.setPosition(
+        VerticalText::positionOf(text, index), select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    setTextCursor(cursor);
+}
+
+void SimpleTextItem::replaceVertical(int from, int to, const QStringList &characters)
+{
+    QStringList all = toPlainText().isEmpty() ? QStringList() : VerticalText::linesOf(toPlainText());
+    const int count = int(all.size());
+    from = std::min(from, count);
+    to = std::clamp(to, from, count);
+    all = all.first(from) + characters + all.sliced(to);
+    const QString text = VerticalText::stacked(all);
+    QTextCursor cursor = textCursor();
+    {
+        const QuietDocument quiet(*this);
+        cursor.beginEditBlock();
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(text);
+        cursor.setPosition(VerticalText::positionOf(text, from + int(characters.size())));
+        cursor.endEditBlock();
+        setTextCursor(cursor);
+    }
+    updateTextOnPropertyChanges(-1, -1, -1);
+    updateItemOnContentsChanged();
+}
+
+void SimpleTextItem::updateTextOnPropertyChangesForVerticalText(
+    int position, int /*charsRemoved*/, int charsAdded)
+{
+    // An input method, a drop or an undo may leave several characters on a line.
+    const QString text = toPlainText();
+    const QString stacked
+        = VerticalText::stacked(VerticalText::charactersOf(VerticalText::toHorizontal(text)));
+    const QStringList lines = VerticalText::linesOf(text);
+    const bool isStacked = std::ranges::all_of(
+        lines, [](const QString &line) { return VerticalText::charactersOf(line).size() <= 1; });
+    if (isStacked)
+        return;
+    const QuietDocument quiet(*this);
+    QTextCursor cursor = textCursor();
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(stacked);
+    setTextCursor(cursorAt(determineCursorPositionForVerticalText(position, charsAdded, stacked)));
+}

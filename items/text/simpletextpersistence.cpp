@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/core/limits.h"
+#include "items/core/record.h"
+#include "items/text/simpletextitem.h"
+#include "items/text/verticaltext.h"
+
+#include <QTextCursor>
+
+#include <algorithm>
+
+namespace {
+
+/// The weight of a record: up to 400 normal, up to 700 bold. Any other is not taken up.
+void applyWeight(QFont &font, int stored)
+{
+    if (stored < 401)
+        font.setWeight(QFont::Normal);
+    else if (stored < 701)
+        font.setWeight(QFont::Bold);
+}
+
+} // namespace
+
+Item *SimpleTextItem::createItemCopy()
+{
+    auto copy = std::make_unique<SimpleTextItem>();
+    const QuietDocument quiet(*copy);
+    copyItemProperties(copy.get(), true);
+    copy->document()->setDocumentMargin(getItemDocumentMargin());
+    copy->setPlainText(toPlainText());
+    copy->setItemTextColor(getItemTextColor());
+    copy->setFont(font());
+    copy->setAlignmentOption(getItemAlignment());
+    copy->setFramePads(getFramePads());
+    copy->setTextWidth(textWidth());
+    copy->copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
+        getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
+    copy->updateItemBrush();
+    return copy.release();
+}
+
+void SimpleTextItem::copyPrivatePropeties(double m31, double m32, bool firstResize, bool vertical,
+    bool wasResized, bool pinToCenter, int sizeLimiting, bool showEmptyTextMarker)
+{
+    setOldTransformCoefficientM31(m31);
+    setOldTransformCoefficientM32(m32);
+    setFirstResizeAfterAddedToGroup(firstResize);
+    m_vertical = vertical;
+    m_wasResized = wasResized;
+    m_pinToCenter = pinToCenter;
+    m_sizeLimiting = static_cast<signed char>(sizeLimiting);
+    this->showEmptyTextMarker(showEmptyTextMarker);
+}
+
+void SimpleTextItem::saveItemToData(QDataStream &stream)
+{
+    stream << toPlainText();
+    Record::write(
+        stream, getItemTextColor(), qint16(getItemAlignmentInt() & alignmentMask), getItemDocumentMargin());
+    TextItem::saveItemToData(stream);
+    stream << font().family();
+    Record::write(stream, qint16(font().pixelSize()), qint16(font().weight()), getItemItalic(),
+        getItemUnderline(), getOldTransformCoefficientM31(), getOldTransformCoefficientM32(), m_vertical,
+        m_wasResized, m_pinToCenter, qint8(m_sizeLimiting));
+}
+
+void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
+{
+    const QuietDocument quiet(*this);
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    document()->clear();
+    QString text;
+    stream >> text;
+    QColor color;
+    qint16 alignment;
+    double margin;
+    Record::read(stream, std::tie(color, alignment, margin));
+    setItemText(text);
+    setItemTextColor(color);
+    setAlignmentOption(Qt::Alignment::fromInt(int(alignment & alignmentMask)));
+    document()->setDocumentMargin(Limits::geometry(margin));
+    TextItem::loadItemFromData(stream, version);
+    const QPointF position = pos();
+
+    QString family;
+    stream >> family;
+    qint16 pixelSize;
+    qint16 weight;
+    bool italic;
+    bool underline;
+    double m31;
+    double m32;
+    qint8 limiting;
+    Record::read(stream,
+        std::tie(pixelSize, weight, italic, underline, m31, m32, m_vertical, m_wasResized, m_pinToCenter,
+            limiting));
+    QFont loaded = fontOf(family, pixelSize);
+    applyWeight(loaded, weight);
+    loaded.setItalic(italic);
+    loaded.setUnderline(underline);
+    setFont(loaded);
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+    setOldTransformCoefficientM31(m31);
+    setOldTransformCoefficientM32(m32);
+    m_sizeLimiting = limiting;
+    setTextWidth(-1);
+    setTextWidth(Limits::geometry(getItemWidth() / Limits::divisor(getItemScaleX())));
+    moveItem(position);
+    updateFramePads();
+    updateItemBrush();
+}
+
+QVariantMap SimpleTextItem::saveItemToJSON()
+{
+    QVariantMap map = TextItem::saveItemToJSON();
+    if (m_vertical)
+        map[QStringLiteral("itemText")] = convertVerticalTextToHorizontal();
+    return map;
+}
+
+void SimpleTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
+{
+    const QuietDocument quiet(*this);
+    TextItem::loadItemFromJSON(map, version);
+    // The keys came in alphabetical order, and most of them have fitted the item anew.
+    const auto again = [&map](const char *key, auto &&apply) {
+        const auto value = map.constFind(QLatin1String(key));
+        if (value != map.constEnd())
+            apply(*value);
+    };
+    again("itemText", [this](const QVariant &value) {
+        const QString text = value.toString();
+        setItemText(m_vertical ? convertHorizontalTextToVertical(text) : text);
+    });
+    again("itemScaleX", [this](const QVariant &value) { setItemScaleX(value.toDouble()); });
+    again("itemScaleY", [this](const QVariant &value) { setItemScaleY(value.toDouble()); });
+    again("itemWasResized", [this](const QVariant &value) { m_wasResized = value.toBool(); });
+    again("itemSizeLimiting", [this](const QVariant &value) { setItemSizeLimitingInt(value.toInt()); });
+    again("itemWidth", [this](const QVariant &value) { setItemWidth(value.toDouble()); });
+    again("itemHeight", [this](const QVariant &value) { setItemHeight(value.toDouble()); });
+    again("itemFontSize", [this](const QVariant &value) {
+        if (value.toInt() < 1 && m_wasResized)
+            restoreFontSize();
+    });
+    setTextWidth(-1);
+    setTextWidth(Limits::geometry(getItemWidth() / Limits::divisor(getItemScaleX())));
+    updateFramePads();
+    again("oldTransformCoefficientM31",
+        [this](const QVariant &value) { setOldTransformCoefficientM31(value.toDouble()); });
+    again("oldTransformCoefficientM32",
+        [this](const QVariant &value) { setOldTransformCoefficientM32(value.toDouble()); });
+    again("itemTransform", [this](const QVariant &value) { setItemTransformFromList(value.toList()); });
+    updateItemPositionAfterLoading();
+    updateItemBrush();
+    prepareGeometryChange();
+}
+
+void SimpleTextItem::restoreFontSize()
+{
+    // The map of a stretched label has no font size: it follows from the height, margins aside.
+    const double margins = 2.0 * getItemDocumentMargin();
+    const double wanted = getItemHeight() / Limits::divisor(getItemScaleY()) - margins;
+    QFont restored = font();
+    restored.setPixelSize(defaultPixelSize);
+    // Lines are whole pixels high: an estimate from one size may miss another by a pixel, one from nearby
+    // does not.
+    for (int estimate = 0; estimate < 2; ++estimate) {
+        setFont(restored);
+        setTextWidth(-1);
+        const double natural = QGraphicsTextItem::boundingRect().height() - margins;
+        restored.setPixelSize(
+            std::max(1, Limits::toInt(restored.pixelSize() * wanted / Limits::divisor(natural))));
+    }
+    setFont(restored);
+}
