@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "items/text/richtextitem.h"
+#include "tests/support/itemrecords.h"
+
+#include <QDataStream>
+#include <QFont>
+#include <QRegularExpression>
+#include <QTest>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <cmath>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Filled final : public RichTextItem
+{
+public:
+    void saveBase(QDataStream &stream) { TextItem::saveItemToData(stream); }
+};
+
+struct Tail
+{
+    qint16 size = 30;
+    qint16 weight = 400;
+    qint16 alignment = 1;
+    unsigned int version = ItemRecords::currentVersion;
+};
+
+/// A record written field by field.
+QByteArray record(const QString &html, int emptyByte, double factor, const Tail &tail = {})
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << html;
+    if (emptyByte >= 0)
+        stream << qint8(emptyByte);
+    if (emptyByte == 0)
+        stream << factor;
+    stream << QColor(255, 0, 0);
+    QByteArray base;
+    QDataStream baseStream(&base, QIODevice::WriteOnly);
+    Filled().saveBase(baseStream);
+    if (tail.version < 6)
+        base.remove(6, 3); // mirrors and overprint, after the id and the flags
+    stream.writeRawData(base.constData(), int(base.size()));
+    stream << u"Loma"_s << tail.size << tail.weight << qint8(1) << qint8(0) << tail.alignment;
+    return bytes;
+}
+
+} // namespace
+
+/// Records, property maps and copies of the rich text.
+class tst_RichTextPersistence : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QFont::insertSubstitution(u"_Fen Loma"_s, u"Loma"_s); }
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void emptyBoxWritesNoFactor();
+    void recordsOfAllVersionsLoad();
+    void weightsAreOfTheOldScale_data();
+    void weightsAreOfTheOldScale();
+    void noAlignmentIsSavedAsLeft();
+    void textWinsOverTheEmptyByte();
+    void cutRecordsLoad();
+    void mapRoundTrip();
+    void copyIsEqual();
+};
+
+void tst_RichTextPersistence::emptyBoxWritesNoFactor()
+{
+    RichTextItem item;
+    QByteArray bytes = ItemRecords::saved(item);
+    QDataStream stream(bytes);
+    QString html;
+    qint8 empty = 0;
+    QColor colour;
+    stream >> html >> empty >> colour;
+    QCOMPARE(int(empty), 1);
+    QCOMPARE(colour, QColor(0, 0, 0));
+    item.setItemText(u"x"_s);
+    bytes = ItemRecords::saved(item);
+    QDataStream filled(bytes);
+    double factor = 0;
+    filled >> html >> empty >> factor >> colour;
+    QCOMPARE(int(empty), 0);
+    QCOMPARE(factor, item.getScreenDpi());
+    QCOMPARE(colour, QColor(0, 0, 0));
+}
+
+void tst_RichTextPersistence::recordsOfAllVersionsLoad()
+{
+    const QString html = u"<p><span style=\"font-size:10pt;\">x</span></p>"_s;
+    RichTextItem item;
+    const double doubled = 2.0 * item.getScreenDpi();
+    for (const unsigned int version : { 1U, 2U, 6U }) {
+        const Tail tail { 30, 400, 1, version };
+        const int emptyByte = version < 2 ? -1 : 0;
+        QCOMPARE(ItemRecords::load(item, record(html, emptyByte, doubled, tail), version), QDataStream::Ok);
+        QCOMPARE(item.toPlainText(), u"x"_s);
+        QVERIFY(!item.getDocumentIsEmpty());
+        QCOMPARE(item.getItemTextColor(), QColor(255, 0, 0));
+        QCOMPARE(item.getEmptyFontSize(), 30);
+        QCOMPARE(item.getEmptyFontFamily(), u"Loma"_s);
+        QVERIFY(item.getEmptyFontItalic());
+        QTextCursor cursor(item.document());
+        cursor.setPosition(1);
+        QVERIFY(std::abs(cursor.charFormat().fontPointSize() - (version < 2 ? 10.0 : 20.0)) < 0.01);
+        QCOMPARE(ItemRecords::load(item, record(QString(), version < 2 ? -1 : 1, 0, tail), version),
+            QDataStream::Ok);
+        QVERIFY(item.getDocumentIsEmpty());
+    }
+}
+
+void tst_RichTextPersistence::weightsAreOfTheOldScale_data()
+{
+    QTest::addColumn<int>("stored");
+    QTest::addColumn<int>("weight");
+
+    QTest::newRow("50") << 50 << 400;
+    QTest::newRow("51") << 51 << 700;
+    QTest::newRow("75") << 75 << 700;
+    QTest::newRow("76") << 76 << int(QFont().weight());
+    QTest::newRow("700") << 700 << int(QFont().weight());
+}
+
+void tst_RichTextPersistence::weightsAreOfTheOldScale()
+{
+    QFETCH(int, stored);
+    RichTextItem item;
+    ItemRecords::load(item, record(QString(), 1, 0, { 30, qint16(stored), 1, 6 }));
+    QTEST(item.getEmptyFontWeight(), "weight");
+}
+
+void tst_RichTextPersistence::noAlignmentIsSavedAsLeft()
+{
+    RichTextItem item;
+    item.setEmptyAlignment(0);
+    QVERIFY(ItemRecords::saved(item).endsWith(QByteArray::fromHex("0001")));
+    item.setEmptyAlignment(2);
+    QVERIFY(ItemRecords::saved(item).endsWith(QByteArray::fromHex("0002")));
+}
+
+void tst_RichTextPersistence::textWinsOverTheEmptyByte()
+{
+    RichTextItem item;
+    QCOMPARE(ItemRecords::load(item, record(u"<p>x</p>"_s, 1, 0)), QDataStream::Ok);
+    QCOMPARE(item.toPlainText(), u"x"_s);
+    QVERIFY(!item.getDocumentIsEmpty());
+    QCOMPARE(item.getEmptyFontSize(), 30);
+}
+
+void tst_RichTextPersistence::cutRecordsLoad()
+{
+    RichTextItem item;
+    const QByteArray whole = record(u"<p>x</p>"_s, 0, item.getScreenDpi());
+    ItemRecords::load(item, whole);
+    const QByteArray expected = ItemRecords::saved(item);
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        RichTextItem cut;
+        ItemRecords::load(cut, whole.first(length));
+        QVERIFY(std::isfinite(cut.boundingRect().height()));
+        // Nothing of the failure stays.
+        QCOMPARE(ItemRecords::load(cut, whole), QDataStream::Ok);
+        QCOMPARE(ItemRecords::saved(cut), expected);
+    }
+}
+
+void tst_RichTextPersistence::mapRoundTrip()
+{
+    RichTextItem item;
+    item.setItemText(u"text"_s);
+    item.setItemFontSize(30);
+    item.setItemSize(QSizeF(150, 70));
+    RichTextItem loaded;
+    loaded.loadItemFromJSON(item.saveItemToJSON(), 6);
+    QCOMPARE(loaded.toPlainText(), u"text"_s);
+    QCOMPARE(loaded.getItemFontSize(), 30);
+    QCOMPARE(loaded.getItemSize(), QSizeF(150, 70));
+    QCOMPARE(loaded.textWidth(), 150.0);
+    QVERIFY(!loaded.getDocumentIsEmpty());
+}
+
+void tst_RichTextPersistence::copyIsEqual()
+{
+    RichTextItem item;
+    item.setItemHtml(u"<b>bold</b> text"_s);
+    item.setItemSize(QSizeF(150, 70));
+    item.setEmptyFontSize(22);
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    QCOMPARE(ItemRecords::saved(*copy), ItemRecords::saved(item));
+}
+
+QTEST_MAIN(tst_RichTextPersistence)
+#include "tst_richtextpersistence.moc"
