@@ -2,11 +2,9 @@
 #include "items/shapes/rectangleitem.h"
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
-#include "tests/support/resizing.h"
 #include "tests/support/standins.h"
 
 #include <QElapsedTimer>
-#include <QLinearGradient>
 #include <QMetaProperty>
 #include <QPainterPath>
 #include <QRegularExpression>
@@ -39,13 +37,6 @@ private Q_SLOTS:
     void descriptionNamesTheId_data();
     void descriptionNamesTheId();
     void propertiesAreDeclaredInOrder();
-    void outlineLiesInsideTheSize_data();
-    void outlineLiesInsideTheSize();
-    void everyResizeLaysTheRectangleOut_data();
-    void everyResizeLaysTheRectangleOut();
-    void equalSizeChangesNothing();
-    void singleSidesAreOnlyStored();
-    void updatedSizeLaysEverythingOut();
     void changedPenResetsTheScales();
     void unchangedPenKeepsTheScales();
     void boundsAndShapeAreTheLogicalSize();
@@ -129,95 +120,6 @@ void tst_RectangleItem::propertiesAreDeclaredInOrder()
         u"double itemPositionX"_s, u"double itemPositionY"_s };
     QCOMPARE(declared, expected);
     QCOMPARE(meta.methodCount() - meta.methodOffset(), 0);
-}
-
-void tst_RectangleItem::outlineLiesInsideTheSize_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<int>("penWidth");
-    QTest::addColumn<QRectF>("rect");
-
-    QTest::newRow("default pen") << QSizeF(200, 50) << 1 << QRectF(0.5, 0.5, 199, 49);
-    QTest::newRow("even pen") << QSizeF(200, 50) << 4 << QRectF(2, 2, 196, 46);
-    QTest::newRow("no pen") << QSizeF(200, 50) << 0 << QRectF(0, 0, 200, 50);
-    QTest::newRow("pen limited to half the height plus one") << QSizeF(10, 4) << 5 << QRectF(1.5, 1.5, 7, 1);
-    QTest::newRow("pen as wide as the height") << QSizeF(10, 2) << 5 << QRectF(1, 1, 8, 0);
-    QTest::newRow("smaller than its pen") << QSizeF(0.5, 0.5) << 1 << QRectF(0.5, 0.5, -0.5, -0.5);
-    QTest::newRow("broken size") << QSizeF(33.25, 17.5) << 3 << QRectF(1.5, 1.5, 30.25, 14.5);
-}
-
-void tst_RectangleItem::outlineLiesInsideTheSize()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const int, penWidth);
-    RectangleItem sizedFirst;
-    sizedFirst.setItemSize(size);
-    sizedFirst.setItemPenWidth(static_cast<ushort>(penWidth));
-    QTEST(sizedFirst.rect(), "rect");
-    RectangleItem sizedLast;
-    sizedLast.setItemPenWidth(static_cast<ushort>(penWidth));
-    sizedLast.setItemSize(size);
-    QTEST(sizedLast.rect(), "rect");
-    QCOMPARE(sizedLast.boundingRect(), QRectF(QPointF(0, 0), size));
-}
-
-void tst_RectangleItem::everyResizeLaysTheRectangleOut_data()
-{
-    Resizing::addRows();
-}
-
-void tst_RectangleItem::everyResizeLaysTheRectangleOut()
-{
-    QFETCH(const int, parameters);
-    RectangleItem item;
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
-    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 199, 49));
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    const QBrush brush = item.getItemBrush();
-    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 50));
-}
-
-void tst_RectangleItem::equalSizeChangesNothing()
-{
-    RectangleItem item;
-    item.setItemScaleX(2.0);
-    QVERIFY(!item.setItemSize(QSizeF(100, 100)));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), true, false));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, false));
-    QCOMPARE(item.getItemScaleX(), 2.0);
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
-}
-
-void tst_RectangleItem::singleSidesAreOnlyStored()
-{
-    RectangleItem item;
-    item.setItemWidth(40.0);
-    item.setItemHeight(30.0);
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 30));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-}
-
-void tst_RectangleItem::updatedSizeLaysEverythingOut()
-{
-    RectangleItem item;
-    item.setItemPenWidth(5);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.updateItemSize(QSizeF(10, 4));
-    QCOMPARE(item.getItemSize(), QSizeF(10, 4));
-    QCOMPARE(item.getItemPen().widthF(), 3.0);
-    QCOMPARE(item.getItemPenWidth(), ushort(5));
-    QCOMPARE(item.rect(), QRectF(1.5, 1.5, 7, 1));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    const QBrush brush = item.getItemBrush();
-    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 4));
 }
 
 void tst_RectangleItem::changedPenResetsTheScales()
