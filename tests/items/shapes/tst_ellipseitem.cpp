@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/ellipseitem.h"
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
+#include "tests/support/recordings.h"
 #include "tests/support/roundshapes.h"
 
 #include <QGraphicsScene>
@@ -13,8 +15,8 @@
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
+using Recordings::recorded;
 using RoundShapes::ellipse;
-using RoundShapes::recorded;
 using Kind = RecordingPaintDevice::Kind;
 
 namespace {
@@ -50,9 +52,6 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void newEllipseIsAHundredWide();
-    void descriptionNamesTheId_data();
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
 
     // Layout
     void wholeWidthOfThePenInsetsTheEllipse_data();
@@ -80,8 +79,6 @@ private Q_SLOTS:
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
     void verticalMirrorTurnsTheGradient();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void frameIsNeitherMirroredNorClipped();
 
     // Copies
     void copyIsEqual();
@@ -109,40 +106,6 @@ void tst_EllipseItem::newEllipseIsAHundredWide()
     QVERIFY(!item.itemIsOpaque());
     QCOMPARE(item.getItemPen(), roundPen(black, 1, Qt::SolidLine));
     QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
-}
-
-void tst_EllipseItem::descriptionNamesTheId_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("new") << -1 << u"ellipse -1"_s;
-    QTest::newRow("zero") << 0 << u"ellipse 0"_s;
-    QTest::newRow("no padding") << 7 << u"ellipse 7"_s;
-    QTest::newRow("largest") << 32767 << u"ellipse 32767"_s;
-}
-
-void tst_EllipseItem::descriptionNamesTheId()
-{
-    QFETCH(const int, id);
-    EllipseItem item;
-    item.setItemId(static_cast<short>(id));
-    QTEST(item.toDescriptionString(), "text");
-}
-
-void tst_EllipseItem::propertiesAreDeclaredInOrder()
-{
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"double itemWidth"_s,
-        u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"bool allowOverprint"_s, u"int itemDatasourceId"_s,
-        u"QString itemDatasourceField"_s, u"QString itemPenColor"_s, u"QString itemFillColor"_s,
-        u"ushort itemPenWidth"_s, u"ushort itemPenStyle"_s, u"ushort itemPenCapStyle"_s,
-        u"ushort itemPenJoinStyle"_s, u"ushort itemBrushStyle"_s, u"double itemPositionX"_s,
-        u"double itemPositionY"_s };
-    QCOMPARE(RoundShapes::ownProperties(EllipseItem::staticMetaObject), expected);
-    QCOMPARE(RoundShapes::ownMethods(EllipseItem::staticMetaObject), QStringList());
 }
 
 // Layout
@@ -288,7 +251,7 @@ void tst_EllipseItem::boundsAndShapeIgnoreThePen()
 
 void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill_data()
 {
-    RoundShapes::addFillRows();
+    FillRows::add();
 }
 
 void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill()
@@ -426,24 +389,6 @@ void tst_EllipseItem::verticalMirrorTurnsTheGradient()
     item.setItemVerticalMirror(true);
     QVERIFY(qAbs(greenAt(10) - 26) <= 3);
     QVERIFY(qAbs(greenAt(90) - 230) <= 3);
-}
-
-void tst_EllipseItem::frameIsDrawnAtTopLevelAndInLayers()
-{
-    EllipseItem item;
-    item.setItemSize(QSizeF(40, 30));
-    RoundShapes::compareFrames(item, QRectF(0, 0, 40, 30));
-}
-
-void tst_EllipseItem::frameIsNeitherMirroredNorClipped()
-{
-    EllipseItem item;
-    item.setItemHorizontalMirror(true);
-    const auto figures = recorded(item, QStyle::State_Selected);
-    QCOMPARE(figures.size(), 2);
-    QVERIFY(RoundShapes::isFrame(figures.last(), QRectF(0, 0, 100, 100)));
-    QVERIFY(figures.last().transform.isIdentity());
-    QVERIFY(!figures.last().clipped);
 }
 
 // Copies

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/pieitem.h"
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/pies.h"
 #include "tests/support/resizing.h"
 #include "tests/support/roundshapes.h"
@@ -29,8 +30,7 @@ private Q_SLOTS:
 
     void newPieIsThreeQuarters();
     void penTakesItsEndsAtItsNextUpdate();
-    void descriptionNamesTheId();
-    void propertiesAndSlotsAreDeclaredInOrder();
+    void propertiesAndSlotsSetTheAnglesAndTheOutline();
 
     // Angles and outline
     void anglesAreKeptAsTheyAre_data();
@@ -100,23 +100,8 @@ void tst_PieItem::penTakesItsEndsAtItsNextUpdate()
     QCOMPARE(coloured.getItemPen().capStyle(), Qt::RoundCap);
 }
 
-void tst_PieItem::descriptionNamesTheId()
+void tst_PieItem::propertiesAndSlotsSetTheAnglesAndTheOutline()
 {
-    PieItem item;
-    QCOMPARE(item.toDescriptionString(), u"pie -1"_s);
-    item.setItemId(7);
-    QCOMPARE(item.toDescriptionString(), u"pie 7"_s);
-    item.setItemId(-32768);
-    QCOMPARE(item.toDescriptionString(), u"pie -32768"_s);
-}
-
-void tst_PieItem::propertiesAndSlotsAreDeclaredInOrder()
-{
-    QCOMPARE(RoundShapes::ownProperties(PieItem::staticMetaObject),
-        (QStringList { u"bool drawCircle"_s, u"int startPieAngle"_s, u"int spanPieAngle"_s }));
-    QCOMPARE(RoundShapes::ownMethods(PieItem::staticMetaObject),
-        (QStringList { u"slot bool setDrawCircle(bool)"_s, u"slot void setStartPieAngle(int)"_s,
-            u"slot void setSpanPieAngle(int)"_s }));
     PieItem item;
     bool changed = false;
     QVERIFY(QMetaObject::invokeMethod(
@@ -257,7 +242,7 @@ void tst_PieItem::boundsAndShapeAreTheWholeEllipse()
 
 void tst_PieItem::opaqueAreaIsTheWedgeOfAnOpaqueFill_data()
 {
-    RoundShapes::addFillRows();
+    FillRows::add();
 }
 
 void tst_PieItem::opaqueAreaIsTheWedgeOfAnOpaqueFill()

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/polygons.h"
 #include "tests/support/sketchpolygon.h"
 
-#include <QMetaProperty>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -39,9 +39,6 @@ private Q_SLOTS:
     void newPolygonHasAHairlineAndNoFill_data() { Polygons::addRows(); }
     void newPolygonHasAHairlineAndNoFill();
     void newBaseHasNoOutline();
-    void descriptionNamesTheId_data() { Polygons::addRows(); }
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
     void subclassesDeclareNothing_data() { Polygons::addRows(); }
     void subclassesDeclareNothing();
     void accessorsKeepWhatTheyAreGiven();
@@ -117,37 +114,6 @@ void tst_PolygonItem::newBaseHasNoOutline()
     QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
     QVERIFY(!item.itemIsOpaque());
     QCOMPARE(item.calls, QStringList());
-}
-
-void tst_PolygonItem::descriptionNamesTheId()
-{
-    QFETCH(const int, index);
-    const Polygons::Class &kind = Polygons::classes()[index];
-    const auto item = Polygons::made(kind.shape);
-    for (const int id : { -1, 0, 32767, -32768 }) {
-        item->setItemId(static_cast<short>(id));
-        QCOMPARE(
-            item->toDescriptionString(), QString::fromLatin1(kind.description) + u' ' + QString::number(id));
-    }
-}
-
-void tst_PolygonItem::propertiesAreDeclaredInOrder()
-{
-    const QMetaObject &meta = PolygonItem::staticMetaObject;
-    QStringList declared;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        declared << QString::fromLatin1(meta.property(i).typeName()) + u' '
-                + QString::fromLatin1(meta.property(i).name());
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"bool allowOverprint"_s,
-        u"double itemWidth"_s, u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"int itemDatasourceId"_s, u"QString itemDatasourceField"_s,
-        u"QString itemPenColor"_s, u"QString itemFillColor"_s, u"ushort itemPenWidth"_s,
-        u"ushort itemPenStyle"_s, u"ushort itemPenCapStyle"_s, u"ushort itemPenJoinStyle"_s,
-        u"ushort itemBrushStyle"_s, u"double itemPositionX"_s, u"double itemPositionY"_s };
-    QCOMPARE(declared, expected);
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 0);
 }
 
 void tst_PolygonItem::subclassesDeclareNothing()
@@ -372,17 +338,7 @@ void tst_PolygonItem::shapeHitsInsideTheOutlineOnly()
 
 void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
 {
-    QTest::addColumn<QColor>("fill");
-    QTest::addColumn<MobraTypes::BrushStyle>("style");
-    QTest::addColumn<bool>("opaque");
-
-    QTest::newRow("transparent") << transparent << MobraTypes::BrushSolid << false;
-    QTest::newRow("solid") << red << MobraTypes::BrushSolid << true;
-    QTest::newRow("none") << red << MobraTypes::BrushNone << false;
-    QTest::newRow("dense") << red << MobraTypes::BrushDense1 << false;
-    QTest::newRow("linear") << red << MobraTypes::BrushLinearGradient << true;
-    QTest::newRow("radial") << red << MobraTypes::BrushRadialGradient << true;
-    QTest::newRow("conical") << red << MobraTypes::BrushConicalGradient << true;
+    FillRows::add();
 }
 
 void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill()

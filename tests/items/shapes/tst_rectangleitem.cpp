@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/rectangleitem.h"
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
-#include "tests/support/standins.h"
 
 #include <QElapsedTimer>
-#include <QMetaProperty>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -34,9 +33,6 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void newRectangleIsAHundredSquare();
-    void descriptionNamesTheId_data();
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
     void changedPenResetsTheScales();
     void unchangedPenKeepsTheScales();
     void boundsAndShapeAreTheLogicalSize();
@@ -50,9 +46,6 @@ private Q_SLOTS:
     void hugeDottedOutlineIsPaintedInTime();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
-    void frameIsDrawnAtTopLevelAndInLayers_data();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void unselectedRectangleHasNoFrame();
     void negativeReductionNeverPrintsATransparentOutline_data();
     void negativeReductionNeverPrintsATransparentOutline();
     void negativeReductionOfTheItemFollowsItsOutline();
@@ -82,44 +75,6 @@ void tst_RectangleItem::newRectangleIsAHundredSquare()
     QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
     QCOMPARE(pen.miterLimit(), 4.0);
     QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
-}
-
-void tst_RectangleItem::descriptionNamesTheId_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("new") << -1 << u"rectangle -1"_s;
-    QTest::newRow("zero") << 0 << u"rectangle 0"_s;
-    QTest::newRow("largest") << 32767 << u"rectangle 32767"_s;
-    QTest::newRow("smallest") << -32768 << u"rectangle -32768"_s;
-}
-
-void tst_RectangleItem::descriptionNamesTheId()
-{
-    QFETCH(const int, id);
-    RectangleItem item;
-    item.setItemId(static_cast<short>(id));
-    QTEST(item.toDescriptionString(), "text");
-}
-
-void tst_RectangleItem::propertiesAreDeclaredInOrder()
-{
-    const QMetaObject &meta = RectangleItem::staticMetaObject;
-    QStringList declared;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        declared << QString::fromLatin1(meta.property(i).typeName()) + u' '
-                + QString::fromLatin1(meta.property(i).name());
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"double itemWidth"_s,
-        u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"bool allowOverprint"_s, u"QString itemPenColor"_s,
-        u"QString itemFillColor"_s, u"ushort itemPenWidth"_s, u"ushort itemPenStyle"_s,
-        u"ushort itemPenCapStyle"_s, u"ushort itemPenJoinStyle"_s, u"ushort itemBrushStyle"_s,
-        u"double itemPositionX"_s, u"double itemPositionY"_s };
-    QCOMPARE(declared, expected);
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 0);
 }
 
 void tst_RectangleItem::changedPenResetsTheScales()
@@ -154,18 +109,7 @@ void tst_RectangleItem::boundsAndShapeAreTheLogicalSize()
 
 void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill_data()
 {
-    QTest::addColumn<QColor>("fill");
-    QTest::addColumn<MobraTypes::BrushStyle>("style");
-    QTest::addColumn<bool>("opaque");
-
-    QTest::newRow("transparent") << transparent << MobraTypes::BrushSolid << false;
-    QTest::newRow("solid") << red << MobraTypes::BrushSolid << true;
-    QTest::newRow("none") << red << MobraTypes::BrushNone << false;
-    QTest::newRow("dense") << red << MobraTypes::BrushDense1 << false;
-    QTest::newRow("cross") << red << MobraTypes::BrushCross << false;
-    QTest::newRow("linear") << red << MobraTypes::BrushLinearGradient << true;
-    QTest::newRow("radial") << red << MobraTypes::BrushRadialGradient << true;
-    QTest::newRow("conical") << red << MobraTypes::BrushConicalGradient << true;
+    FillRows::add();
 }
 
 void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill()
@@ -304,47 +248,6 @@ void tst_RectangleItem::mirrorsTurnThePicture()
     const QImage image = Images::painted(item, { 100, 100 });
     QVERIFY(qAbs(qGreen(image.pixel(dark)) - 96) <= 3);
     QVERIFY(qAbs(qGreen(image.pixel(light)) - 159) <= 3);
-}
-
-void tst_RectangleItem::frameIsDrawnAtTopLevelAndInLayers_data()
-{
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<bool>("framed");
-
-    QTest::newRow("no parent") << u"none"_s << true;
-    QTest::newRow("layer") << u"layer"_s << true;
-    QTest::newRow("group") << u"group"_s << false;
-    QTest::newRow("rectangle") << u"rectangle"_s << false;
-    QTest::newRow("an item of another kind") << u"other"_s << false;
-}
-
-void tst_RectangleItem::frameIsDrawnAtTopLevelAndInLayers()
-{
-    QFETCH(const QString, parent);
-    ParentStandIn layer(MobraTypes::LayerShape);
-    ParentStandIn group(MobraTypes::GroupShape);
-    RectangleItem rectangle;
-    QGraphicsRectItem other;
-    const QMap<QString, QGraphicsItem *> parents { { u"layer"_s, &layer }, { u"group"_s, &group },
-        { u"rectangle"_s, &rectangle }, { u"other"_s, &other } };
-    RectangleItem item;
-    item.setItemPenStyle(Qt::NoPen);
-    item.setParentItem(parents.value(parent));
-
-    // Orange (239, 127, 15) with alpha 50 on white: 255 - (255 - c) * 50 / 255.
-    const QImage image = Images::painted(item, { 120, 120 }, QStyle::State_Selected);
-    const bool framed = Images::largestDifference(image.pixel(50, 50), qRgb(252, 230, 208)) <= 1;
-    QTEST(framed, "framed");
-    QCOMPARE(image.pixel(50, 50) == whitePixel, !framed);
-    QCOMPARE(image.pixel(110, 110), whitePixel);
-}
-
-void tst_RectangleItem::unselectedRectangleHasNoFrame()
-{
-    RectangleItem item;
-    item.setItemPenStyle(Qt::NoPen);
-    QCOMPARE(
-        coloursOf(Images::painted(item, { 120, 120 }, QStyle::State_Enabled)), QSet<QRgb> { whitePixel });
 }
 
 void tst_RectangleItem::negativeReductionNeverPrintsATransparentOutline_data()

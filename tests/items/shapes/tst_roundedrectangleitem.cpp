@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/roundedrectangleitem.h"
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 #include "tests/support/oddnumbers.h"
+#include "tests/support/recordings.h"
 #include "tests/support/resizing.h"
 #include "tests/support/roundshapes.h"
 
@@ -15,7 +17,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
-using RoundShapes::recorded;
+using Recordings::recorded;
 using RoundShapes::roundedRect;
 using Kind = RecordingPaintDevice::Kind;
 
@@ -56,8 +58,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void newRoundedRectangleHasCornersOf25();
-    void descriptionNamesTheId();
-    void propertiesAndSlotsAreDeclaredInOrder();
+    void propertiesAndSlotsSetTheRadii();
 
     // Radii
     void anyRadiusIsKept_data();
@@ -83,10 +84,6 @@ private Q_SLOTS:
     void radiiEndAtHalfTheSide();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void frameIsNeitherMirroredNorClipped();
-
-    void transparentOutlineNeverPrintsNegatively();
 
     // Copies
     void copyIsEqual();
@@ -116,25 +113,9 @@ void tst_RoundedRectangleItem::newRoundedRectangleHasCornersOf25()
     QCOMPARE(interface->getRoundingRadiusX(), 25.0);
 }
 
-void tst_RoundedRectangleItem::descriptionNamesTheId()
+void tst_RoundedRectangleItem::propertiesAndSlotsSetTheRadii()
 {
-    RoundedRectangleItem item;
-    QCOMPARE(item.toDescriptionString(), u"rounded rectangle -1"_s);
-    item.setItemId(7);
-    QCOMPARE(item.toDescriptionString(), u"rounded rectangle 7"_s);
-    item.setItemId(32767);
-    QCOMPARE(item.toDescriptionString(), u"rounded rectangle 32767"_s);
-}
-
-void tst_RoundedRectangleItem::propertiesAndSlotsAreDeclaredInOrder()
-{
-    const QMetaObject &meta = RoundedRectangleItem::staticMetaObject;
-    QCOMPARE(RoundShapes::ownProperties(meta),
-        (QStringList { u"double roundingRadiusX"_s, u"double roundingRadiusY"_s }));
-    QCOMPARE(RoundShapes::ownMethods(meta),
-        (QStringList {
-            u"slot void setRoundingRadiusX(double)"_s, u"slot void setRoundingRadiusY(double)"_s }));
-    QCOMPARE(meta.superClass(), &RectangleItem::staticMetaObject);
+    QCOMPARE(RoundedRectangleItem::staticMetaObject.superClass(), &RectangleItem::staticMetaObject);
 
     RoundedRectangleItem item;
     QVERIFY(item.setProperty("roundingRadiusX", 3.5));
@@ -250,7 +231,7 @@ void tst_RoundedRectangleItem::shapeIsTheRoundedOutline()
 
 void tst_RoundedRectangleItem::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
 {
-    RoundShapes::addFillRows();
+    FillRows::add();
 }
 
 void tst_RoundedRectangleItem::opaqueAreaIsTheShapeOfAnOpaqueFill()
@@ -411,32 +392,6 @@ void tst_RoundedRectangleItem::mirrorsTurnThePicture()
     const QString difference
         = Images::difference(Images::painted(item, expected.size()), expected, u"mirrored"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
-void tst_RoundedRectangleItem::frameIsDrawnAtTopLevelAndInLayers()
-{
-    RoundedRectangleItem item;
-    item.setItemSize(QSizeF(40, 30));
-    RoundShapes::compareFrames(item, QRectF(0, 0, 40, 30));
-}
-
-void tst_RoundedRectangleItem::frameIsNeitherMirroredNorClipped()
-{
-    RoundedRectangleItem item;
-    item.setItemVerticalMirror(true);
-    const auto figures = recorded(item, QStyle::State_Selected);
-    QCOMPARE(figures.size(), 2);
-    QVERIFY(RoundShapes::isFrame(figures.last(), QRectF(0, 0, 100, 100)));
-    QVERIFY(figures.last().transform.isIdentity());
-    QVERIFY(!figures.last().clipped);
-}
-
-void tst_RoundedRectangleItem::transparentOutlineNeverPrintsNegatively()
-{
-    RoundedRectangleItem item;
-    item.setItemPenColor(transparent);
-    QVERIFY(!item.resetItemPenColorsNegative(red));
-    QCOMPARE(item.getItemPenColor(), white);
 }
 
 // Copies
