@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QConicalGradient>
 #include <QCoreApplication>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -37,6 +38,21 @@ inline QImage drawn(QSize size, const std::function<void(QPainter &)> &draw)
     QPainter painter(&image);
     draw(painter);
     return image;
+}
+
+/// A figure on white in a transform, filled with the conical gradient from white to the colour.
+inline QImage drawnInGradient(
+    const QTransform &transform, const QColor &colour, const std::function<void(QPainter &)> &draw)
+{
+    QConicalGradient gradient(0, 0, 135);
+    gradient.setColorAt(0, Qt::white);
+    gradient.setColorAt(1, colour);
+    return drawn({ 110, 70 }, [&](QPainter &painter) {
+        painter.setTransform(transform);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(gradient);
+        draw(painter);
+    });
 }
 
 /// The areas of a scene that have to be painted again after a change of the item.

@@ -362,15 +362,8 @@ void tst_EllipseItem::mirrorsTurnThePicture()
     item.setItemBrushStyle(MobraTypes::BrushConicalGradient);
     item.setItemHorizontalMirror(horizontal);
     item.setItemVerticalMirror(vertical);
-    QConicalGradient gradient(0, 0, 135);
-    gradient.setColorAt(0, white);
-    gradient.setColorAt(1, red);
-    const QImage expected = RoundShapes::drawn({ 110, 70 }, [&](QPainter &painter) {
-        painter.setTransform(transform);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(gradient);
-        painter.drawEllipse(QRectF(0, 0, 100, 60));
-    });
+    const QImage expected = RoundShapes::drawnInGradient(
+        transform, red, [](QPainter &painter) { painter.drawEllipse(QRectF(0, 0, 100, 60)); });
     const QString difference
         = Images::difference(Images::painted(item, expected.size()), expected, u"mirrored"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));

@@ -5,7 +5,6 @@
 #include "tests/support/polygons.h"
 #include "tests/support/scenes.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QStyleOptionGraphicsItem>
@@ -333,17 +332,9 @@ void tst_PolygonPainting::hugeDottedOutlineIsPaintedInTime()
         item->setItemSize(item->getItemSize() * factor);
     }
 
-    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(200, 10);
-    painter.rotate(10);
-    const QStyleOptionGraphicsItem option;
-    QElapsedTimer timer;
-    timer.start();
-    item->paint(&painter, &option, nullptr);
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    const auto [image, elapsed]
+        = Images::paintedTimed(*item, { 400, 300 }, QTransform::fromTranslate(200, 10).rotate(10));
+    QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
 }
 
 QTEST_MAIN(tst_PolygonPainting)

@@ -4,7 +4,6 @@
 #include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 
-#include <QElapsedTimer>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -202,17 +201,9 @@ void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime()
     item.setItemPenWidth(static_cast<ushort>(penWidth));
     QCOMPARE(item.getItemPen().style(), painted);
 
-    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(50, 50);
-    painter.rotate(10);
-    const QStyleOptionGraphicsItem option;
-    QElapsedTimer timer;
-    timer.start();
-    item.paint(&painter, &option, nullptr);
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    const auto [image, elapsed]
+        = Images::paintedTimed(item, { 400, 300 }, QTransform::fromScale(50, 50).rotate(10));
+    QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
     QVERIFY(Images::coloursOf(image).contains(blackPixel));
 }
 

@@ -380,15 +380,8 @@ void tst_RoundedRectangleItem::mirrorsTurnThePicture()
     item.setItemBrushStyle(MobraTypes::BrushConicalGradient);
     item.setItemHorizontalMirror(horizontal);
     item.setItemVerticalMirror(vertical);
-    QConicalGradient gradient(0, 0, 135);
-    gradient.setColorAt(0, white);
-    gradient.setColorAt(1, blue);
-    const QImage expected = RoundShapes::drawn({ 110, 70 }, [&](QPainter &painter) {
-        painter.setTransform(transform);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(gradient);
-        painter.drawRoundedRect(QRectF(0, 0, 100, 60), 25, 25);
-    });
+    const QImage expected = RoundShapes::drawnInGradient(
+        transform, blue, [](QPainter &painter) { painter.drawRoundedRect(QRectF(0, 0, 100, 60), 25, 25); });
     const QString difference
         = Images::difference(Images::painted(item, expected.size()), expected, u"mirrored"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));

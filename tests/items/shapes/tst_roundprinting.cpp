@@ -103,16 +103,11 @@ std::unique_ptr<FillableItem> fillable(ShapeType shape)
     return std::unique_ptr<FillableItem>(dynamic_cast<FillableItem *>(made(shape).release()));
 }
 
-QString nameOf(ShapeType shape)
-{
-    return QString::fromLatin1(AllItems::object(*made(shape)).metaObject()->className());
-}
-
 void addShapeRows()
 {
     QTest::addColumn<ShapeType>("shape");
     for (const ShapeType shape : { ellipseShape, pieShape, roundedShape })
-        QTest::addRow("%s", qPrintable(nameOf(shape))) << shape;
+        QTest::addRow("%s", AllItems::nameOf(shape)) << shape;
 }
 
 /// Fails the running test where the item's print image is not the one that its steps make.
@@ -166,7 +161,8 @@ void tst_RoundPrinting::printImageMatchesItsDefinition_data()
     const std::pair<ShapeType, bool> shapes[]
         = { { ellipseShape, false }, { pieShape, false }, { pieShape, true }, { roundedShape, false } };
     for (const auto &[shape, outlined] : shapes) {
-        const QString name = nameOf(shape) + (outlined ? u" with outline"_s : QString());
+        const QString name
+            = QString::fromLatin1(AllItems::nameOf(shape)) + (outlined ? u" with outline"_s : QString());
         for (const QSizeF &size : { QSizeF(100, 60), QSizeF(33, 17), QSizeF(7.5, 3.25) }) {
             for (const double scaling : { 1.0, 2.5, 0.5 }) {
                 for (const int pen : { 0, 3, 9 }) {
@@ -368,7 +364,7 @@ void tst_RoundPrinting::shapeIsReducedToOneInk_data()
     };
     for (const ShapeType shape : { ellipseShape, pieShape, roundedShape }) {
         for (const Row &row : rows)
-            QTest::addRow("%s, %s", qPrintable(nameOf(shape)), row.name)
+            QTest::addRow("%s, %s", AllItems::nameOf(shape), row.name)
                 << shape << row.negative << row.penWidth << row.brush << row.ink << row.pen << row.fill
                 << row.flags << row.image;
     }
