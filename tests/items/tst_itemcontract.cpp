@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/allitems.h"
 #include "tests/support/colours.h"
+#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 #include "tests/support/itemrecords.h"
 #include "tests/support/recordings.h"
@@ -15,9 +16,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace Colours;
 using AllItems::madeOrChanged;
 using AllItems::propertiesOf;
-using Colours::whitePixel;
 using Images::coloursOf;
 using MobraTypes::ShapeType;
 using Recordings::isFrame;
@@ -184,6 +185,8 @@ private Q_SLOTS:
     void itemKnowsItsCode();
     void newItemIsUnboundAndPrintable_data() { AllItems::addRows(); }
     void newItemIsUnboundAndPrintable();
+    void newItemHasAHairlineAndNoFill_data() { AllItems::addRows(); }
+    void newItemHasAHairlineAndNoFill();
     void descriptionNamesTheId_data();
     void descriptionNamesTheId();
     void copyEqualsTheOriginal_data() { addRowsWithState(); }
@@ -196,6 +199,8 @@ private Q_SLOTS:
     void mapRoundTripIsIdentity();
     void mapHoldsExactlyTheProperties_data() { AllItems::addRows(); }
     void mapHoldsExactlyTheProperties();
+    void opaqueAreaIsTheShapeOfAnOpaqueFill_data();
+    void opaqueAreaIsTheShapeOfAnOpaqueFill();
     void paintingLeavesThePainterAsItWas_data();
     void paintingLeavesThePainterAsItWas();
     void frameIsDrawnAtTopLevelAndInLayers_data();
@@ -259,6 +264,35 @@ void tst_ItemContract::newItemIsUnboundAndPrintable()
     QVERIFY(!AllItems::graphics(*item).scene());
     QVERIFY(!AllItems::graphics(*item).parentItem());
     QVERIFY(!AllItems::object(*item).parent());
+}
+
+void tst_ItemContract::newItemHasAHairlineAndNoFill()
+{
+    QFETCH(const ShapeType, shape);
+    const std::unique_ptr<Item> item = AllItems::made(shape);
+    // Only a line clips to its shape.
+    QCOMPARE(item->itemQFlags(), shape == MobraTypes::LineShape ? 0x10FU : 0x107U);
+    QCOMPARE(item->itemFlags(), 0x01U);
+    QCOMPARE(item->getItemScaleX(), 1.0);
+    QCOMPARE(item->getItemScaleY(), 1.0);
+
+    const auto &contoured = dynamic_cast<const ContouredItem &>(*item);
+    QCOMPARE(contoured.getItemPenColor(), black);
+    QCOMPARE(contoured.getItemPenWidth(), ushort(1));
+    QCOMPARE(contoured.getItemPenStyle(), Qt::SolidLine);
+    const QPen pen = contoured.getItemPen();
+    QCOMPARE(pen.color(), black);
+    QCOMPARE(pen.widthF(), 1.0);
+    QCOMPARE(pen.style(), Qt::SolidLine);
+    QCOMPARE(pen.capStyle(), Qt::RoundCap);
+    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
+
+    if (const auto *fillable = dynamic_cast<const FillableItem *>(item.get())) {
+        QCOMPARE(pen.miterLimit(), 4.0);
+        QCOMPARE(fillable->getItemFillColor(), transparent);
+        QCOMPARE(fillable->getItemBrush(), QBrush(transparent, Qt::NoBrush));
+        QVERIFY(!fillable->itemIsOpaque());
+    }
 }
 
 void tst_ItemContract::descriptionNamesTheId_data()
@@ -351,6 +385,40 @@ void tst_ItemContract::mapHoldsExactlyTheProperties()
     QStringList names = propertiesOf(*item);
     names.sort();
     QCOMPARE(item->saveItemToJSON().keys(), names);
+}
+
+void tst_ItemContract::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
+{
+    QTest::addColumn<ShapeType>("shape");
+    QTest::addColumn<QColor>("fill");
+    QTest::addColumn<MobraTypes::BrushStyle>("style");
+    QTest::addColumn<bool>("opaque");
+    for (const ShapeType shape : AllItems::shapes()) {
+        if (!dynamic_cast<FillableItem *>(AllItems::made(shape).get()))
+            continue;
+        for (const FillRows::Fill &fill : FillRows::fills())
+            QTest::addRow("%s, %s", AllItems::nameOf(shape), fill.name)
+                << shape << fill.colour << fill.style << fill.opaque;
+    }
+}
+
+void tst_ItemContract::opaqueAreaIsTheShapeOfAnOpaqueFill()
+{
+    QFETCH(const ShapeType, shape);
+    QFETCH(const QColor, fill);
+    QFETCH(const MobraTypes::BrushStyle, style);
+    QFETCH(const bool, opaque);
+    const std::unique_ptr<Item> made = AllItems::made(shape);
+    auto &item = dynamic_cast<FillableItem &>(*made);
+    item.setItemSize(QSizeF(40, 30));
+    item.setItemPenWidth(4);
+    item.setItemFillColor(fill);
+    item.setItemBrushStyle(style);
+    const QGraphicsItem &graphics = AllItems::graphics(item);
+    QCOMPARE(graphics.opaqueArea().isEmpty(), !opaque);
+    // A pie is hit anywhere in its ellipse, but covers its wedge alone.
+    if (shape != MobraTypes::PieShape)
+        QCOMPARE(graphics.opaqueArea(), opaque ? graphics.shape() : QPainterPath());
 }
 
 void tst_ItemContract::paintingLeavesThePainterAsItWas_data()

@@ -4,28 +4,41 @@
 #include "items/core/mobratypes.h"
 #include "tests/support/colours.h"
 
+#include <QList>
 #include <QTest>
 
-/// Fills, and what shows through them.
+/// Fills, and whether they let nothing show through.
 namespace FillRows {
 
-/// Adds the rows of a fill and whether it lets nothing show through.
+struct Fill
+{
+    const char *name;
+    QColor colour;
+    MobraTypes::BrushStyle style;
+    bool opaque;
+};
+
+/// A function, so that data of other files can be built from it whatever is initialised first.
+[[nodiscard]] inline QList<Fill> fills()
+{
+    using namespace Colours;
+    return { { "transparent", transparent, MobraTypes::BrushSolid, false },
+        { "transparent gradient", transparent, MobraTypes::BrushLinearGradient, false },
+        { "solid", red, MobraTypes::BrushSolid, true }, { "none", red, MobraTypes::BrushNone, false },
+        { "dense", red, MobraTypes::BrushDense1, false }, { "cross", red, MobraTypes::BrushCross, false },
+        { "linear", red, MobraTypes::BrushLinearGradient, true },
+        { "radial", red, MobraTypes::BrushRadialGradient, true },
+        { "conical", red, MobraTypes::BrushConicalGradient, true } };
+}
+
 inline void add()
 {
     QTest::addColumn<QColor>("fill");
     QTest::addColumn<MobraTypes::BrushStyle>("style");
     QTest::addColumn<bool>("opaque");
 
-    using namespace Colours;
-    QTest::newRow("transparent") << transparent << MobraTypes::BrushSolid << false;
-    QTest::newRow("transparent gradient") << transparent << MobraTypes::BrushLinearGradient << false;
-    QTest::newRow("solid") << red << MobraTypes::BrushSolid << true;
-    QTest::newRow("none") << red << MobraTypes::BrushNone << false;
-    QTest::newRow("dense") << red << MobraTypes::BrushDense1 << false;
-    QTest::newRow("cross") << red << MobraTypes::BrushCross << false;
-    QTest::newRow("linear") << red << MobraTypes::BrushLinearGradient << true;
-    QTest::newRow("radial") << red << MobraTypes::BrushRadialGradient << true;
-    QTest::newRow("conical") << red << MobraTypes::BrushConicalGradient << true;
+    for (const Fill &fill : fills())
+        QTest::newRow(fill.name) << fill.colour << fill.style << fill.opaque;
 }
 
 } // namespace FillRows

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/ellipseitem.h"
 #include "tests/support/colours.h"
-#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 #include "tests/support/recordings.h"
 #include "tests/support/roundshapes.h"
@@ -67,8 +66,6 @@ private Q_SLOTS:
     // Areas
     void boundsAndShapeIgnoreThePen_data();
     void boundsAndShapeIgnoreThePen();
-    void opaqueAreaIsTheEllipseOfAnOpaqueFill_data();
-    void opaqueAreaIsTheEllipseOfAnOpaqueFill();
 
     // Painting
     void oneEllipseIsPaintedInside_data();
@@ -95,17 +92,6 @@ void tst_EllipseItem::newEllipseIsAHundredWide()
     QCOMPARE(item.startAngle(), 0);
     QCOMPARE(item.spanAngle(), 5760);
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.itemId(), short(-1));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(item.getItemPenColor(), black);
-    QCOMPARE(item.getItemPenWidth(), ushort(1));
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
-    QCOMPARE(item.getItemPen(), roundPen(black, 1, Qt::SolidLine));
-    QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
 }
 
 // Layout
@@ -247,24 +233,6 @@ void tst_EllipseItem::boundsAndShapeIgnoreThePen()
     QCOMPARE(item.shape(), ellipse(QRectF(0, 0, 33.25, 17.5)));
     QVERIFY(!item.shape().contains(QPointF(1, 1)));
     QVERIFY(item.shape().contains(QPointF(16, 1)));
-}
-
-void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill_data()
-{
-    FillRows::add();
-}
-
-void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    EllipseItem item;
-    item.setItemSize(QSizeF(40, 30));
-    item.setItemPenWidth(4);
-    item.setItemFillColor(fill);
-    item.setItemBrushStyle(style);
-    QCOMPARE(item.opaqueArea(), opaque ? ellipse(QRectF(0, 0, 40, 30)) : QPainterPath());
 }
 
 // Painting

@@ -84,25 +84,8 @@ void tst_LineItem::newLineIsAHundredLong()
     QCOMPARE(item.getItemPoint2(), QPointF(100, 0));
     QCOMPARE(item.getItemArrows(), ushort(0));
     QCOMPARE(item.boundingRect(), QRectF(-5.5, -5.5, 111, 11));
-    QCOMPARE(item.itemQFlags(), 0x10FU);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.getItemRotation(), 0.0);
     QCOMPARE(item.pos(), QPointF(0, 0));
     QVERIFY(item.transform().isIdentity());
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QVERIFY(!item.getItemHorizontalMirror());
-    QVERIFY(!item.getItemVerticalMirror());
-
-    QCOMPARE(item.getItemPenWidth(), ushort(1));
-    QCOMPARE(item.getItemPenStyle(), Qt::SolidLine);
-    QCOMPARE(item.getItemPenColor(), black);
-    const QPen pen = item.getItemPen();
-    QCOMPARE(pen.color(), black);
-    QCOMPARE(pen.widthF(), 1.0);
-    QCOMPARE(pen.style(), Qt::SolidLine);
-    QCOMPARE(pen.capStyle(), Qt::RoundCap);
-    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
 }
 
 void tst_LineItem::arrowsAreSetTogether_data()

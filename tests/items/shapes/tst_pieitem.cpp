@@ -69,12 +69,6 @@ void tst_PieItem::newPieIsThreeQuarters()
     QCOMPARE(item.startAngle(), 1440);
     QCOMPARE(item.spanAngle(), 4320);
     QVERIFY(!item.getDrawCircle());
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.getItemPenWidth(), ushort(1));
-    QCOMPARE(item.getItemPenStyle(), Qt::SolidLine);
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
 }
 
 void tst_PieItem::penTakesItsEndsAtItsNextUpdate()

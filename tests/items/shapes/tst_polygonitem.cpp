@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/colours.h"
-#include "tests/support/fillrows.h"
 #include "tests/support/polygons.h"
 #include "tests/support/sketchpolygon.h"
 
@@ -36,8 +35,6 @@ private Q_SLOTS:
 
     void newPolygonHasItsReferenceOutline_data() { Polygons::addRows(); }
     void newPolygonHasItsReferenceOutline();
-    void newPolygonHasAHairlineAndNoFill_data() { Polygons::addRows(); }
-    void newPolygonHasAHairlineAndNoFill();
     void newBaseHasNoOutline();
     void subclassesDeclareNothing_data() { Polygons::addRows(); }
     void subclassesDeclareNothing();
@@ -59,8 +56,6 @@ private Q_SLOTS:
     void shapeIsTheShapePolygon();
     void shapeHitsInsideTheOutlineOnly_data();
     void shapeHitsInsideTheOutlineOnly();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill_data();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill();
 };
 
 void tst_PolygonItem::newPolygonHasItsReferenceOutline()
@@ -72,34 +67,14 @@ void tst_PolygonItem::newPolygonHasItsReferenceOutline()
     QCOMPARE(item->type(), 0x10065);
     QCOMPARE(int(item->getItemShape()), kind.code);
     QCOMPARE(item->getItemSize(), kind.size);
-    QCOMPARE(item->getItemScaleX(), 1.0);
-    QCOMPARE(item->getItemScaleY(), 1.0);
-    QCOMPARE(item->itemQFlags(), 0x107U);
-    QCOMPARE(item->itemFlags(), 0x01U);
     QCOMPARE(item->getOriginalPolygon(), kind.points);
     QCOMPARE(item->getResizedPolygon(), kind.points);
+    QVERIFY(item->polygon() != item->getResizedPolygon());
     for (int row = 0; row < 2; ++row)
         QCOMPARE(item->getOvershoot(row, 2), 1.0);
     QCOMPARE(item->getOvershoot(2, 0), 0.0);
     QCOMPARE(item->getOvershoot(2, 1), kind.bevelReach);
     QCOMPARE(item->getOvershoot(2, 2), kind.roundReach);
-}
-
-void tst_PolygonItem::newPolygonHasAHairlineAndNoFill()
-{
-    QFETCH(const int, index);
-    const auto item = Polygons::made(Polygons::classes()[index].shape);
-    const QPen pen = item->getItemPen();
-    QCOMPARE(pen.color(), black);
-    QCOMPARE(pen.widthF(), 1.0);
-    QCOMPARE(pen.style(), Qt::SolidLine);
-    QCOMPARE(pen.capStyle(), Qt::RoundCap);
-    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
-    QCOMPARE(pen.miterLimit(), 4.0);
-    QCOMPARE(item->getItemFillColor(), transparent);
-    QCOMPARE(item->getItemBrush(), QBrush(transparent, Qt::NoBrush));
-    QVERIFY(!item->itemIsOpaque());
-    QVERIFY(item->polygon() != item->getResizedPolygon());
 }
 
 void tst_PolygonItem::newBaseHasNoOutline()
@@ -334,26 +309,6 @@ void tst_PolygonItem::shapeHitsInsideTheOutlineOnly()
     QVERIFY(!item->shape().contains(outside));
     QVERIFY(item->contains(inside));
     QVERIFY(!item->contains(outside));
-}
-
-void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
-{
-    FillRows::add();
-}
-
-void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    for (const Polygons::Class &kind : Polygons::classes()) {
-        const auto item = Polygons::made(kind, QSizeF(40, 30));
-        item->setItemPenWidth(4);
-        item->setItemFillColor(fill);
-        item->setItemBrushStyle(style);
-        QCOMPARE(item->opaqueArea(), opaque ? item->shape() : QPainterPath());
-        QCOMPARE(item->opaqueArea().isEmpty(), !opaque);
-    }
 }
 
 QTEST_MAIN(tst_PolygonItem)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/rectangleitem.h"
 #include "tests/support/colours.h"
-#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 
 #include <QPainterPath>
@@ -35,8 +34,6 @@ private Q_SLOTS:
     void changedPenResetsTheScales();
     void unchangedPenKeepsTheScales();
     void boundsAndShapeAreTheLogicalSize();
-    void opaqueAreaIsTheRectangleOfAnOpaqueFill_data();
-    void opaqueAreaIsTheRectangleOfAnOpaqueFill();
     void outlineIsPaintedInside_data();
     void outlineIsPaintedInside();
     void unknownStylesArePaintedAsNothing_data();
@@ -58,22 +55,6 @@ void tst_RectangleItem::newRectangleIsAHundredSquare()
     QCOMPARE(item.getItemSize(), QSizeF(100, 100));
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(item.getItemPenColor(), black);
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
-
-    const QPen pen = item.getItemPen();
-    QCOMPARE(pen.color(), black);
-    QCOMPARE(pen.widthF(), 1.0);
-    QCOMPARE(pen.style(), Qt::SolidLine);
-    QCOMPARE(pen.capStyle(), Qt::RoundCap);
-    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
-    QCOMPARE(pen.miterLimit(), 4.0);
-    QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
 }
 
 void tst_RectangleItem::changedPenResetsTheScales()
@@ -104,23 +85,6 @@ void tst_RectangleItem::boundsAndShapeAreTheLogicalSize()
     item.setItemSize(QSizeF(33.25, 17.5));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 33.25, 17.5));
     QCOMPARE(item.shape(), pathOf(QRectF(0, 0, 33.25, 17.5)));
-}
-
-void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill_data()
-{
-    FillRows::add();
-}
-
-void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    RectangleItem item;
-    item.setItemSize(QSizeF(40, 30));
-    item.setItemFillColor(fill);
-    item.setItemBrushStyle(style);
-    QCOMPARE(item.opaqueArea(), opaque ? pathOf(QRectF(0, 0, 40, 30)) : QPainterPath());
 }
 
 void tst_RectangleItem::outlineIsPaintedInside_data()

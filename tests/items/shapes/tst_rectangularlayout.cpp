@@ -220,6 +220,12 @@ void tst_RectangularLayout::copyTakesTheRectangleAsItIs()
     const Shape copy(std::unique_ptr<Item>(item->createItemCopy()));
     QCOMPARE(copy->getItemSize(), QSizeF(40, 100));
     QCOMPARE(copy.rect(), newRect);
+
+    item->setItemSize(QSizeF(60, 50));
+    item->setItemHeight(30.0);
+    const Shape resized(std::unique_ptr<Item>(item->createItemCopy()));
+    QCOMPARE(resized->getItemSize(), QSizeF(60, 30));
+    QCOMPARE(resized.rect(), QRectF(0.5, 0.5, 59, 49));
 }
 
 QTEST_MAIN(tst_RectangularLayout)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/roundedrectangleitem.h"
 #include "tests/support/colours.h"
-#include "tests/support/fillrows.h"
 #include "tests/support/images.h"
 #include "tests/support/oddnumbers.h"
 #include "tests/support/recordings.h"
@@ -70,8 +69,6 @@ private Q_SLOTS:
     // Areas
     void shapeIsTheRoundedOutline_data();
     void shapeIsTheRoundedOutline();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill_data();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill();
 
     // Painting
     void oneRoundedRectangleIsPainted_data();
@@ -101,13 +98,6 @@ void tst_RoundedRectangleItem::newRoundedRectangleHasCornersOf25()
     QCOMPARE(item.getItemSize(), QSizeF(100, 100));
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.getItemPenColor(), black);
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
-    QCOMPARE(item.getItemPen().capStyle(), Qt::RoundCap);
-    QCOMPARE(item.getItemPen().joinStyle(), Qt::RoundJoin);
     const auto *interface = dynamic_cast<const IRoundRectItem *>(&item);
     QVERIFY(interface);
     QCOMPARE(interface->getRoundingRadiusX(), 25.0);
@@ -227,24 +217,6 @@ void tst_RoundedRectangleItem::shapeIsTheRoundedOutline()
     QTEST(item.shape(), "path");
     QTEST(item.opaqueArea(), "path");
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 60));
-}
-
-void tst_RoundedRectangleItem::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
-{
-    FillRows::add();
-}
-
-void tst_RoundedRectangleItem::opaqueAreaIsTheShapeOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    RoundedRectangleItem item;
-    shape(item);
-    item.setItemFillColor(fill);
-    item.setItemBrushStyle(style);
-    QCOMPARE(item.opaqueArea(), opaque ? roundedRect(shapedRect, 25, 25) : QPainterPath());
-    QCOMPARE(item.shape(), roundedRect(shapedRect, 25, 25));
 }
 
 // Painting
