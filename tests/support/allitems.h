@@ -9,7 +9,9 @@
 #include <QGraphicsItem>
 #include <QList>
 #include <QMetaObject>
+#include <QMetaProperty>
 #include <QObject>
+#include <QStringList>
 #include <QTest>
 
 #include <memory>
@@ -71,12 +73,39 @@ inline void change(Item &item)
     }
 }
 
+/// The item as made by the factory, changed in everything if asked to.
+[[nodiscard]] inline std::unique_ptr<Item> madeOrChanged(MobraTypes::ShapeType shape, bool changed)
+{
+    std::unique_ptr<Item> item = made(shape);
+    if (changed)
+        change(*item);
+    return item;
+}
+
+[[nodiscard]] inline const char *nameOf(MobraTypes::ShapeType shape)
+{
+    return object(*made(shape)).metaObject()->className();
+}
+
+/// The names of the class's own properties in declared order.
+[[nodiscard]] inline QStringList propertiesOf(Item &item)
+{
+    QStringList names;
+    const QMetaObject *meta = object(item).metaObject();
+    for (int i = 0; i < meta->propertyCount(); ++i) {
+        const QString name = QString::fromLatin1(meta->property(i).name());
+        if (!Item::ignoredPropertyNames().contains(name))
+            names << name;
+    }
+    return names;
+}
+
 /// Adds one row for each class, named after it, with its code in the column "shape".
 inline void addRows()
 {
     QTest::addColumn<MobraTypes::ShapeType>("shape");
     for (const MobraTypes::ShapeType shape : shapes())
-        QTest::addRow("%s", object(*made(shape)).metaObject()->className()) << shape;
+        QTest::addRow("%s", nameOf(shape)) << shape;
 }
 
 } // namespace AllItems

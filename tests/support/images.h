@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QGraphicsItem>
 #include <QImage>
 #include <QList>
@@ -9,6 +10,7 @@
 #include <QSet>
 #include <QString>
 #include <QStyleOptionGraphicsItem>
+#include <QTransform>
 
 #include <utility>
 
@@ -58,6 +60,27 @@ inline QImage painted(QGraphicsItem &item, QSize size, QStyle::State state = QSt
     QPainter painter(&image);
     item.paint(&painter, &option, nullptr);
     return image;
+}
+
+/// What the item paints on white with antialiasing in a transform, and how many milliseconds it takes.
+struct TimedPicture
+{
+    QImage image;
+    qint64 elapsed;
+};
+
+inline TimedPicture paintedTimed(QGraphicsItem &item, QSize size, const QTransform &transform)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(transform);
+    const QStyleOptionGraphicsItem option;
+    QElapsedTimer timer;
+    timer.start();
+    item.paint(&painter, &option, nullptr);
+    return { image, timer.elapsed() };
 }
 
 /// The largest difference of two pixels in any channel.

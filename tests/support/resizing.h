@@ -5,16 +5,20 @@
 
 #include <QTest>
 
+#include <utility>
+
 /// The three forms of a resize, told apart by how many parameters they take.
 namespace Resizing {
+
+inline constexpr std::pair<const char *, int> forms[]
+    = { { "size", 1 }, { "size and ratio", 3 }, { "size, ratio and limits", 8 } };
 
 inline void addRows()
 {
     QTest::addColumn<int>("parameters");
 
-    QTest::newRow("size") << 1;
-    QTest::newRow("size and ratio") << 3;
-    QTest::newRow("size, ratio and limits") << 8;
+    for (const auto &[name, parameters] : forms)
+        QTest::newRow(name) << parameters;
 }
 
 /// Resizes the item freely; the limits are 1 and 1000.

@@ -2,11 +2,10 @@
 #include "items/shapes/ellipseitem.h"
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
-#include "tests/support/resizing.h"
+#include "tests/support/recordings.h"
 #include "tests/support/roundshapes.h"
 
 #include <QGraphicsScene>
-#include <QLinearGradient>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -15,8 +14,8 @@
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
+using Recordings::recorded;
 using RoundShapes::ellipse;
-using RoundShapes::recorded;
 using Kind = RecordingPaintDevice::Kind;
 
 namespace {
@@ -33,12 +32,6 @@ public:
         EllipseItem::updateItemPen();
     }
 };
-
-QPointF endOfGradient(const FillableItem &item)
-{
-    const QBrush brush = item.getItemBrush();
-    return static_cast<const QLinearGradient *>(brush.gradient())->finalStop();
-}
 
 QPen roundPen(const QColor &colour, int width, Qt::PenStyle style)
 {
@@ -58,22 +51,14 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void newEllipseIsAHundredWide();
-    void descriptionNamesTheId_data();
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
 
     // Layout
-    void outlineLiesInsideTheSize_data();
-    void outlineLiesInsideTheSize();
     void wholeWidthOfThePenInsetsTheEllipse_data();
     void wholeWidthOfThePenInsetsTheEllipse();
-    void everyResizeLaysTheEllipseOut_data();
-    void everyResizeLaysTheEllipseOut();
     void resizeHandsAllItsParametersOn_data();
     void resizeHandsAllItsParametersOn();
-    void equalSizeChangesNothing();
-    void singleSidesAreOnlyStored();
-    void updatedSizeLaysEverythingOut();
+    void updatedSizeUpdatesThePen();
+    void storedSidesTakeEffectAtTheNextUpdate();
     void everyPenUpdateResetsTheScales();
     void layoutFollowsTheScene();
     void layoutRepaintsTheEllipse();
@@ -81,8 +66,6 @@ private Q_SLOTS:
     // Areas
     void boundsAndShapeIgnoreThePen_data();
     void boundsAndShapeIgnoreThePen();
-    void opaqueAreaIsTheEllipseOfAnOpaqueFill_data();
-    void opaqueAreaIsTheEllipseOfAnOpaqueFill();
 
     // Painting
     void oneEllipseIsPaintedInside_data();
@@ -93,12 +76,9 @@ private Q_SLOTS:
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
     void verticalMirrorTurnsTheGradient();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void frameIsNeitherMirroredNorClipped();
 
     // Copies
     void copyIsEqual();
-    void copyTakesTheRectangleAsItIs();
     void copyStartsUnscaled();
 };
 
@@ -112,89 +92,9 @@ void tst_EllipseItem::newEllipseIsAHundredWide()
     QCOMPARE(item.startAngle(), 0);
     QCOMPARE(item.spanAngle(), 5760);
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.itemId(), short(-1));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(item.getItemPenColor(), black);
-    QCOMPARE(item.getItemPenWidth(), ushort(1));
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
-    QCOMPARE(item.getItemPen(), roundPen(black, 1, Qt::SolidLine));
-    QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
-}
-
-void tst_EllipseItem::descriptionNamesTheId_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("new") << -1 << u"ellipse -1"_s;
-    QTest::newRow("zero") << 0 << u"ellipse 0"_s;
-    QTest::newRow("no padding") << 7 << u"ellipse 7"_s;
-    QTest::newRow("largest") << 32767 << u"ellipse 32767"_s;
-}
-
-void tst_EllipseItem::descriptionNamesTheId()
-{
-    QFETCH(const int, id);
-    EllipseItem item;
-    item.setItemId(static_cast<short>(id));
-    QTEST(item.toDescriptionString(), "text");
-}
-
-void tst_EllipseItem::propertiesAreDeclaredInOrder()
-{
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"double itemWidth"_s,
-        u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"bool allowOverprint"_s, u"int itemDatasourceId"_s,
-        u"QString itemDatasourceField"_s, u"QString itemPenColor"_s, u"QString itemFillColor"_s,
-        u"ushort itemPenWidth"_s, u"ushort itemPenStyle"_s, u"ushort itemPenCapStyle"_s,
-        u"ushort itemPenJoinStyle"_s, u"ushort itemBrushStyle"_s, u"double itemPositionX"_s,
-        u"double itemPositionY"_s };
-    QCOMPARE(RoundShapes::ownProperties(EllipseItem::staticMetaObject), expected);
-    QCOMPARE(RoundShapes::ownMethods(EllipseItem::staticMetaObject), QStringList());
 }
 
 // Layout
-
-void tst_EllipseItem::outlineLiesInsideTheSize_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<int>("penWidth");
-    QTest::addColumn<QRectF>("rect");
-
-    QTest::newRow("no pen") << QSizeF(200, 50) << 0 << QRectF(0, 0, 200, 50);
-    QTest::newRow("default pen") << QSizeF(200, 50) << 1 << QRectF(0.5, 0.5, 199, 49);
-    QTest::newRow("odd pen") << QSizeF(200, 50) << 7 << QRectF(3.5, 3.5, 193, 43);
-    QTest::newRow("even pen") << QSizeF(200, 50) << 8 << QRectF(4, 4, 192, 42);
-    QTest::newRow("half the height") << QSizeF(200, 50) << 25 << QRectF(12.5, 12.5, 175, 25);
-    // A pen is never wider than half the smaller side and one more.
-    QTest::newRow("pen wider than that") << QSizeF(200, 50) << 72 << QRectF(13, 13, 174, 24);
-    QTest::newRow("limited pen") << QSizeF(10, 4) << 5 << QRectF(1.5, 1.5, 7, 1);
-    QTest::newRow("nothing left") << QSizeF(10, 2) << 5 << QRectF(1, 1, 8, 0);
-    QTest::newRow("hardly anything left") << QSizeF(10, 1.5) << 1 << QRectF(0.5, 0.5, 9, 0.5);
-    QTest::newRow("smaller than its pen") << QSizeF(0.5, 0.5) << 1 << QRectF(0.5, 0.5, -0.5, -0.5);
-    QTest::newRow("broken size") << QSizeF(33.25, 17.5) << 3 << QRectF(1.5, 1.5, 30.25, 14.5);
-}
-
-void tst_EllipseItem::outlineLiesInsideTheSize()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const int, penWidth);
-    EllipseItem sizedFirst;
-    sizedFirst.setItemSize(size);
-    sizedFirst.setItemPenWidth(static_cast<ushort>(penWidth));
-    QTEST(sizedFirst.rect(), "rect");
-    EllipseItem sizedLast;
-    sizedLast.setItemPenWidth(static_cast<ushort>(penWidth));
-    sizedLast.setItemSize(size);
-    QTEST(sizedLast.rect(), "rect");
-    QCOMPARE(sizedLast.boundingRect(), QRectF(QPointF(0, 0), size));
-}
 
 void tst_EllipseItem::wholeWidthOfThePenInsetsTheEllipse_data()
 {
@@ -229,27 +129,6 @@ void tst_EllipseItem::wholeWidthOfThePenInsetsTheEllipse()
     QCOMPARE(item.getItemPen().widthF(), penWidth);
 }
 
-void tst_EllipseItem::everyResizeLaysTheEllipseOut_data()
-{
-    Resizing::addRows();
-}
-
-void tst_EllipseItem::everyResizeLaysTheEllipseOut()
-{
-    QFETCH(const int, parameters);
-    EllipseItem item;
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setItemPenWidth(6);
-    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
-    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
-    QCOMPARE(item.rect(), QRectF(3, 3, 194, 44));
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(endOfGradient(item), QPointF(0, 50));
-}
-
 void tst_EllipseItem::resizeHandsAllItsParametersOn_data()
 {
     QTest::addColumn<bool>("keepRatio");
@@ -281,48 +160,22 @@ void tst_EllipseItem::resizeHandsAllItsParametersOn()
     QCOMPARE(item.getItemScaleY(), 1.0);
 }
 
-void tst_EllipseItem::equalSizeChangesNothing()
+void tst_EllipseItem::updatedSizeUpdatesThePen()
 {
-    EllipseItem item;
-    item.setItemScaleX(2.0);
-    QVERIFY(!item.setItemSize(QSizeF(100, 100)));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), true, false));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, false));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, true));
-    QCOMPARE(item.getItemScaleX(), 2.0);
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
+    PenCounter item;
+    item.setItemPenWidth(5);
+    item.updates = 0;
+    item.updateItemSize(QSizeF(10, 4));
+    QVERIFY(item.updates > 0);
 }
 
-void tst_EllipseItem::singleSidesAreOnlyStored()
+void tst_EllipseItem::storedSidesTakeEffectAtTheNextUpdate()
 {
     EllipseItem item;
     item.setItemWidth(40.0);
     item.setItemHeight(30.0);
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 30));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
     item.updateRect();
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 39, 29));
-}
-
-void tst_EllipseItem::updatedSizeLaysEverythingOut()
-{
-    PenCounter item;
-    item.setItemPenWidth(5);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setItemScaleX(2.0);
-    item.updates = 0;
-    item.updateItemSize(QSizeF(10, 4));
-    QVERIFY(item.updates > 0);
-    QCOMPARE(item.getItemSize(), QSizeF(10, 4));
-    QCOMPARE(item.getItemPen().widthF(), 3.0);
-    QCOMPARE(item.getItemPenWidth(), ushort(5));
-    QCOMPARE(item.rect(), QRectF(1.5, 1.5, 7, 1));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(endOfGradient(item), QPointF(0, 4));
-    item.updateItemSize(QSizeF(20, 20));
-    QCOMPARE(item.rect(), QRectF(2.5, 2.5, 15, 15));
 }
 
 void tst_EllipseItem::everyPenUpdateResetsTheScales()
@@ -380,24 +233,6 @@ void tst_EllipseItem::boundsAndShapeIgnoreThePen()
     QCOMPARE(item.shape(), ellipse(QRectF(0, 0, 33.25, 17.5)));
     QVERIFY(!item.shape().contains(QPointF(1, 1)));
     QVERIFY(item.shape().contains(QPointF(16, 1)));
-}
-
-void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill_data()
-{
-    RoundShapes::addFillRows();
-}
-
-void tst_EllipseItem::opaqueAreaIsTheEllipseOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    EllipseItem item;
-    item.setItemSize(QSizeF(40, 30));
-    item.setItemPenWidth(4);
-    item.setItemFillColor(fill);
-    item.setItemBrushStyle(style);
-    QCOMPARE(item.opaqueArea(), opaque ? ellipse(QRectF(0, 0, 40, 30)) : QPainterPath());
 }
 
 // Painting
@@ -495,15 +330,8 @@ void tst_EllipseItem::mirrorsTurnThePicture()
     item.setItemBrushStyle(MobraTypes::BrushConicalGradient);
     item.setItemHorizontalMirror(horizontal);
     item.setItemVerticalMirror(vertical);
-    QConicalGradient gradient(0, 0, 135);
-    gradient.setColorAt(0, white);
-    gradient.setColorAt(1, red);
-    const QImage expected = RoundShapes::drawn({ 110, 70 }, [&](QPainter &painter) {
-        painter.setTransform(transform);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(gradient);
-        painter.drawEllipse(QRectF(0, 0, 100, 60));
-    });
+    const QImage expected = RoundShapes::drawnInGradient(
+        transform, red, [](QPainter &painter) { painter.drawEllipse(QRectF(0, 0, 100, 60)); });
     const QString difference
         = Images::difference(Images::painted(item, expected.size()), expected, u"mirrored"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
@@ -522,24 +350,6 @@ void tst_EllipseItem::verticalMirrorTurnsTheGradient()
     item.setItemVerticalMirror(true);
     QVERIFY(qAbs(greenAt(10) - 26) <= 3);
     QVERIFY(qAbs(greenAt(90) - 230) <= 3);
-}
-
-void tst_EllipseItem::frameIsDrawnAtTopLevelAndInLayers()
-{
-    EllipseItem item;
-    item.setItemSize(QSizeF(40, 30));
-    RoundShapes::compareFrames(item, QRectF(0, 0, 40, 30));
-}
-
-void tst_EllipseItem::frameIsNeitherMirroredNorClipped()
-{
-    EllipseItem item;
-    item.setItemHorizontalMirror(true);
-    const auto figures = recorded(item, QStyle::State_Selected);
-    QCOMPARE(figures.size(), 2);
-    QVERIFY(RoundShapes::isFrame(figures.last(), QRectF(0, 0, 100, 100)));
-    QVERIFY(figures.last().transform.isIdentity());
-    QVERIFY(!figures.last().clipped);
 }
 
 // Copies
@@ -569,15 +379,6 @@ void tst_EllipseItem::copyIsEqual()
     QCOMPARE(copy->getItemPen(), item.getItemPen());
     QCOMPARE(copy->getItemBrush(), item.getItemBrush());
     QVERIFY(!copy->scene());
-}
-
-void tst_EllipseItem::copyTakesTheRectangleAsItIs()
-{
-    EllipseItem item;
-    item.setItemWidth(40.0);
-    const std::unique_ptr<Item> copied(item.createItemCopy());
-    QCOMPARE(copied->getItemSize(), QSizeF(40, 100));
-    QCOMPARE(dynamic_cast<EllipseItem &>(*copied).rect(), QRectF(0.5, 0.5, 99, 99));
 }
 
 void tst_EllipseItem::copyStartsUnscaled()

@@ -3,6 +3,7 @@
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
 #include "tests/support/pies.h"
+#include "tests/support/recordings.h"
 #include "tests/support/roundshapes.h"
 
 #include <QPainterPath>
@@ -15,8 +16,8 @@ using Pies::addAngleRows;
 using Pies::shape;
 using Pies::shapedPen;
 using Pies::shapedRect;
+using Recordings::recorded;
 using RoundShapes::ellipse;
-using RoundShapes::recorded;
 using RoundShapes::wedge;
 using Kind = RecordingPaintDevice::Kind;
 
@@ -56,7 +57,6 @@ private Q_SLOTS:
     void boundsReplaceTheClip();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
-    void frameIsDrawnAtTopLevelAndInLayers();
     void frameIsMirroredAndClipped_data();
     void frameIsMirroredAndClipped();
 };
@@ -241,13 +241,6 @@ void tst_PiePainting::mirrorsTurnThePicture()
     QTEST(filledQuarters(item), "filled");
 }
 
-void tst_PiePainting::frameIsDrawnAtTopLevelAndInLayers()
-{
-    PieItem item;
-    item.setItemSize(QSizeF(40, 30));
-    RoundShapes::compareFrames(item, QRectF(0, 0, 40, 30));
-}
-
 void tst_PiePainting::frameIsMirroredAndClipped_data()
 {
     RoundShapes::addMirrorRows();
@@ -263,7 +256,7 @@ void tst_PiePainting::frameIsMirroredAndClipped()
     item.setItemVerticalMirror(vertical);
     const auto figures = recorded(item, QStyle::State_Selected);
     QCOMPARE(figures.size(), 2);
-    QVERIFY(RoundShapes::isFrame(figures.last(), QRectF(0, 0, 100, 60)));
+    QVERIFY(Recordings::isFrame(figures.last(), QRectF(0, 0, 100, 60)));
     QTEST(figures.last().transform, "transform");
     QVERIFY(figures.last().clipped);
 

@@ -3,7 +3,6 @@
 #include "tests/support/polygons.h"
 #include "tests/support/sketchpolygon.h"
 
-#include <QMetaProperty>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -36,12 +35,7 @@ private Q_SLOTS:
 
     void newPolygonHasItsReferenceOutline_data() { Polygons::addRows(); }
     void newPolygonHasItsReferenceOutline();
-    void newPolygonHasAHairlineAndNoFill_data() { Polygons::addRows(); }
-    void newPolygonHasAHairlineAndNoFill();
     void newBaseHasNoOutline();
-    void descriptionNamesTheId_data() { Polygons::addRows(); }
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
     void subclassesDeclareNothing_data() { Polygons::addRows(); }
     void subclassesDeclareNothing();
     void accessorsKeepWhatTheyAreGiven();
@@ -62,8 +56,6 @@ private Q_SLOTS:
     void shapeIsTheShapePolygon();
     void shapeHitsInsideTheOutlineOnly_data();
     void shapeHitsInsideTheOutlineOnly();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill_data();
-    void opaqueAreaIsTheShapeOfAnOpaqueFill();
 };
 
 void tst_PolygonItem::newPolygonHasItsReferenceOutline()
@@ -75,34 +67,14 @@ void tst_PolygonItem::newPolygonHasItsReferenceOutline()
     QCOMPARE(item->type(), 0x10065);
     QCOMPARE(int(item->getItemShape()), kind.code);
     QCOMPARE(item->getItemSize(), kind.size);
-    QCOMPARE(item->getItemScaleX(), 1.0);
-    QCOMPARE(item->getItemScaleY(), 1.0);
-    QCOMPARE(item->itemQFlags(), 0x107U);
-    QCOMPARE(item->itemFlags(), 0x01U);
     QCOMPARE(item->getOriginalPolygon(), kind.points);
     QCOMPARE(item->getResizedPolygon(), kind.points);
+    QVERIFY(item->polygon() != item->getResizedPolygon());
     for (int row = 0; row < 2; ++row)
         QCOMPARE(item->getOvershoot(row, 2), 1.0);
     QCOMPARE(item->getOvershoot(2, 0), 0.0);
     QCOMPARE(item->getOvershoot(2, 1), kind.bevelReach);
     QCOMPARE(item->getOvershoot(2, 2), kind.roundReach);
-}
-
-void tst_PolygonItem::newPolygonHasAHairlineAndNoFill()
-{
-    QFETCH(const int, index);
-    const auto item = Polygons::made(Polygons::classes()[index].shape);
-    const QPen pen = item->getItemPen();
-    QCOMPARE(pen.color(), black);
-    QCOMPARE(pen.widthF(), 1.0);
-    QCOMPARE(pen.style(), Qt::SolidLine);
-    QCOMPARE(pen.capStyle(), Qt::RoundCap);
-    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
-    QCOMPARE(pen.miterLimit(), 4.0);
-    QCOMPARE(item->getItemFillColor(), transparent);
-    QCOMPARE(item->getItemBrush(), QBrush(transparent, Qt::NoBrush));
-    QVERIFY(!item->itemIsOpaque());
-    QVERIFY(item->polygon() != item->getResizedPolygon());
 }
 
 void tst_PolygonItem::newBaseHasNoOutline()
@@ -117,37 +89,6 @@ void tst_PolygonItem::newBaseHasNoOutline()
     QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
     QVERIFY(!item.itemIsOpaque());
     QCOMPARE(item.calls, QStringList());
-}
-
-void tst_PolygonItem::descriptionNamesTheId()
-{
-    QFETCH(const int, index);
-    const Polygons::Class &kind = Polygons::classes()[index];
-    const auto item = Polygons::made(kind.shape);
-    for (const int id : { -1, 0, 32767, -32768 }) {
-        item->setItemId(static_cast<short>(id));
-        QCOMPARE(
-            item->toDescriptionString(), QString::fromLatin1(kind.description) + u' ' + QString::number(id));
-    }
-}
-
-void tst_PolygonItem::propertiesAreDeclaredInOrder()
-{
-    const QMetaObject &meta = PolygonItem::staticMetaObject;
-    QStringList declared;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        declared << QString::fromLatin1(meta.property(i).typeName()) + u' '
-                + QString::fromLatin1(meta.property(i).name());
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"bool allowOverprint"_s,
-        u"double itemWidth"_s, u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"int itemDatasourceId"_s, u"QString itemDatasourceField"_s,
-        u"QString itemPenColor"_s, u"QString itemFillColor"_s, u"ushort itemPenWidth"_s,
-        u"ushort itemPenStyle"_s, u"ushort itemPenCapStyle"_s, u"ushort itemPenJoinStyle"_s,
-        u"ushort itemBrushStyle"_s, u"double itemPositionX"_s, u"double itemPositionY"_s };
-    QCOMPARE(declared, expected);
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 0);
 }
 
 void tst_PolygonItem::subclassesDeclareNothing()
@@ -368,36 +309,6 @@ void tst_PolygonItem::shapeHitsInsideTheOutlineOnly()
     QVERIFY(!item->shape().contains(outside));
     QVERIFY(item->contains(inside));
     QVERIFY(!item->contains(outside));
-}
-
-void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill_data()
-{
-    QTest::addColumn<QColor>("fill");
-    QTest::addColumn<MobraTypes::BrushStyle>("style");
-    QTest::addColumn<bool>("opaque");
-
-    QTest::newRow("transparent") << transparent << MobraTypes::BrushSolid << false;
-    QTest::newRow("solid") << red << MobraTypes::BrushSolid << true;
-    QTest::newRow("none") << red << MobraTypes::BrushNone << false;
-    QTest::newRow("dense") << red << MobraTypes::BrushDense1 << false;
-    QTest::newRow("linear") << red << MobraTypes::BrushLinearGradient << true;
-    QTest::newRow("radial") << red << MobraTypes::BrushRadialGradient << true;
-    QTest::newRow("conical") << red << MobraTypes::BrushConicalGradient << true;
-}
-
-void tst_PolygonItem::opaqueAreaIsTheShapeOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    for (const Polygons::Class &kind : Polygons::classes()) {
-        const auto item = Polygons::made(kind, QSizeF(40, 30));
-        item->setItemPenWidth(4);
-        item->setItemFillColor(fill);
-        item->setItemBrushStyle(style);
-        QCOMPARE(item->opaqueArea(), opaque ? item->shape() : QPainterPath());
-        QCOMPARE(item->opaqueArea().isEmpty(), !opaque);
-    }
 }
 
 QTEST_MAIN(tst_PolygonItem)

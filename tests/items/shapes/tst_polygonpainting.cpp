@@ -4,10 +4,7 @@
 #include "tests/support/oddnumbers.h"
 #include "tests/support/polygons.h"
 #include "tests/support/scenes.h"
-#include "tests/support/standins.h"
 
-#include <QElapsedTimer>
-#include <QGraphicsRectItem>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QStyleOptionGraphicsItem>
@@ -67,10 +64,6 @@ private Q_SLOTS:
     void mirrorsTurnTheTriangle();
     void painterIsLeftAsItWas_data() { Polygons::addRows(); }
     void painterIsLeftAsItWas();
-    void frameIsDrawnAtTopLevelAndInLayers_data();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void unselectedPolygonHasNoFrame_data() { Polygons::addRows(); }
-    void unselectedPolygonHasNoFrame();
     void oddSizesArePaintedAsWhateverTheyAre_data() { addOddSizes(); }
     void oddSizesArePaintedAsWhateverTheyAre();
     void oddScalesArePaintedAsWhateverTheyAre_data() { addOddSizes(); }
@@ -244,57 +237,6 @@ void tst_PolygonPainting::painterIsLeftAsItWas()
     QVERIFY(painter.end()); // warns if a saved state was left behind
 }
 
-void tst_PolygonPainting::frameIsDrawnAtTopLevelAndInLayers_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<bool>("framed");
-
-    for (int i = 0; i < Polygons::classes().size(); ++i) {
-        const char *name = Polygons::classes()[i].name;
-        QTest::addRow("%s without parent", name) << i << u"none"_s << true;
-        QTest::addRow("%s in a layer", name) << i << u"layer"_s << true;
-        QTest::addRow("%s in a group", name) << i << u"group"_s << false;
-        QTest::addRow("%s in a polygon", name) << i << u"polygon"_s << false;
-        QTest::addRow("%s in an item of another kind", name) << i << u"other"_s << false;
-    }
-}
-
-void tst_PolygonPainting::frameIsDrawnAtTopLevelAndInLayers()
-{
-    QFETCH(const int, index);
-    QFETCH(const QString, parent);
-    ParentStandIn layer(MobraTypes::LayerShape);
-    ParentStandIn group(MobraTypes::GroupShape);
-    const auto polygon = Polygons::made(Polygons::hexagon.shape);
-    QGraphicsRectItem other;
-    const QMap<QString, QGraphicsItem *> parents { { u"layer"_s, &layer }, { u"group"_s, &group },
-        { u"polygon"_s, polygon.get() }, { u"other"_s, &other } };
-    const auto item = Polygons::made(Polygons::classes()[index], QSizeF(100, 80));
-    item->setItemPenStyle(Qt::NoPen);
-    item->setParentItem(parents.value(parent));
-
-    // Orange (239, 127, 15) with alpha 50 on white: 255 - (255 - c) * 50 / 255. It covers the whole
-    // rectangle, not the polygon alone.
-    const QImage image = Images::painted(*item, { 120, 100 }, QStyle::State_Selected);
-    const auto isTinted = [&image](int x, int y) {
-        return Images::largestDifference(image.pixel(x, y), qRgb(252, 230, 208)) <= 1;
-    };
-    QTEST(isTinted(50, 40), "framed");
-    QTEST(isTinted(97, 3), "framed");
-    QTEST(image.pixel(50, 40) != whitePixel, "framed");
-    QCOMPARE(image.pixel(110, 90), whitePixel);
-}
-
-void tst_PolygonPainting::unselectedPolygonHasNoFrame()
-{
-    QFETCH(const int, index);
-    const auto item = Polygons::made(Polygons::classes()[index], QSizeF(100, 80));
-    item->setItemPenStyle(Qt::NoPen);
-    QCOMPARE(Images::coloursOf(Images::painted(*item, { 120, 100 }, QStyle::State_Enabled)),
-        QSet<QRgb> { whitePixel });
-}
-
 void tst_PolygonPainting::oddSizesArePaintedAsWhateverTheyAre()
 {
     QFETCH(const double, width);
@@ -390,17 +332,9 @@ void tst_PolygonPainting::hugeDottedOutlineIsPaintedInTime()
         item->setItemSize(item->getItemSize() * factor);
     }
 
-    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(200, 10);
-    painter.rotate(10);
-    const QStyleOptionGraphicsItem option;
-    QElapsedTimer timer;
-    timer.start();
-    item->paint(&painter, &option, nullptr);
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    const auto [image, elapsed]
+        = Images::paintedTimed(*item, { 400, 300 }, QTransform::fromTranslate(200, 10).rotate(10));
+    QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
 }
 
 QTEST_MAIN(tst_PolygonPainting)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
+#include "tests/support/itemmaps.h"
 #include "tests/support/itemrecords.h"
 #include "tests/support/polygons.h"
 #include "tests/support/rectanglerecords.h"
@@ -294,12 +295,7 @@ void tst_PolygonPersistence::mapHoldsTheProperties()
         { u"itemBrushStyle"_s, QVariant::fromValue<ushort>(17) }, { u"itemPositionX"_s, 3.0 },
         { u"itemPositionY"_s, 4.0 } };
 
-    const QVariantMap map = item->saveItemToJSON();
-    QCOMPARE(map.keys(), expected.keys());
-    for (const QString &key : expected.keys()) {
-        QCOMPARE(map.value(key).typeName(), expected.value(key).typeName());
-        QCOMPARE(map.value(key), expected.value(key));
-    }
+    ItemMaps::compare(item->saveItemToJSON(), expected);
 }
 
 void tst_PolygonPersistence::mapLeavesOutTheObjectNameOnly()

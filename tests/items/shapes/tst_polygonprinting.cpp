@@ -2,26 +2,18 @@
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
 #include "tests/support/polygons.h"
-#include "tests/support/scenes.h"
+#include "tests/support/printimages.h"
 
-#include <QGraphicsScene>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
 using Images::coloursOf;
 
 namespace {
-
-QPolygonF printedPolygon(const PolygonItem &item)
-{
-    return QTransform::fromScale(item.getScaling(), item.getScaling()).map(item.polygon());
-}
 
 /// The print image made step by step as it is defined, with nothing but Qt.
 QImage printImageStepByStep(PolygonItem &item)
@@ -30,26 +22,14 @@ QImage printImageStepByStep(PolygonItem &item)
     QPen pen = item.getItemPen();
     pen.setWidthF(pen.widthF() * scaling);
     item.updateItemBrush();
-    const QPolygonF polygon = printedPolygon(item);
-
-    QImage image(qRound(item.getItemWidth() * scaling), qRound(item.getItemHeight() * scaling),
-        QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        painter.setPen(pen);
-        painter.setBrush(item.getItemBrush());
-        painter.drawConvexPolygon(polygon);
-    }
-    const QImage mono = image.convertToFormat(QImage::Format_Mono, item.getPrintDitherMethod());
-    image.fill(Qt::transparent);
+    const QPolygonF polygon = QTransform::fromScale(scaling, scaling).map(item.polygon());
     QPainterPath clip;
     clip.addPolygon(polygon);
     clip.closeSubpath();
-    QPainter painter(&image);
-    painter.setClipPath(clip);
-    painter.drawImage(0, 0, mono);
-    return image;
+    return PrintImages::clippedStepByStep(
+        { qRound(item.getItemWidth() * scaling), qRound(item.getItemHeight() * scaling) }, pen,
+        item.getItemBrush(), item.getPrintDitherMethod(),
+        [&polygon](QPainter &painter) { painter.drawConvexPolygon(polygon); }, clip);
 }
 
 } // namespace
@@ -64,24 +44,15 @@ private Q_SLOTS:
 
     void printImageMatchesItsDefinition_data();
     void printImageMatchesItsDefinition();
-    void printImageIsAsLargeAsTheScaledItem_data();
-    void printImageIsAsLargeAsTheScaledItem();
     void blackFillPrintsThePolygonAlone_data();
     void blackFillPrintsThePolygonAlone();
     void linearGradientPrintsFromWhiteToBlack();
-    void printImageIgnoresTheMirrors();
-    void sizesWithoutPixelsHaveNoPrintImage_data();
-    void sizesWithoutPixelsHaveNoPrintImage();
     void reductionKeepsTheOutline_data() { Polygons::addRows(); }
     void reductionKeepsTheOutline();
     void plainColoursAreReducedToBlackAndWhite_data();
     void plainColoursAreReducedToBlackAndWhite();
     void negativeReductionTurnsTheColoursRound_data();
     void negativeReductionTurnsTheColoursRound();
-    void transparentOutlinePrintsNegatively_data() { Polygons::addRows(); }
-    void transparentOutlinePrintsNegatively();
-    void reducedGradientReachesThePrintSceneAsItsImage_data() { Polygons::addRows(); }
-    void reducedGradientReachesThePrintSceneAsItsImage();
     void partialRenderingShowsThePrintImageInItsInk_data() { Polygons::addRows(); }
     void partialRenderingShowsThePrintImageInItsInk();
 };
@@ -119,48 +90,9 @@ void tst_PolygonPrinting::printImageMatchesItsDefinition()
     QFETCH(const int, penWidth);
     QFETCH(const int, brushStyle);
     QFETCH(const int, dither);
-    const auto item = Polygons::made(Polygons::classes()[index], size);
-    item->setItemPenColor(QColor(0, 96, 192));
-    item->setItemPenWidth(static_cast<ushort>(penWidth));
-    item->setItemFillColor(QColor(192, 64, 0));
-    item->setItemBrushStyleInt(brushStyle);
-    item->setPrintDitherMethod(QFlag(dither));
-    item->setPrintScaling(scaling);
-    item->preparePrintImage();
-
-    const QImage image = item->getPreprintedImage();
-    QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
-    QVERIFY((QSet<QRgb> { blackPixel, whitePixel, clearPixel }).contains(coloursOf(image)));
-    const QString difference = Images::difference(image, printImageStepByStep(*item), u"print-polygon"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
-void tst_PolygonPrinting::printImageIsAsLargeAsTheScaledItem_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<double>("scaling");
-    QTest::addColumn<QSize>("pixels");
-
-    QTest::newRow("plain") << QSizeF(30, 20) << 1.0 << QSize(30, 20);
-    QTest::newRow("doubled") << QSizeF(30, 20) << 2.0 << QSize(60, 40);
-    QTest::newRow("tripled, once and not twice") << QSizeF(30, 20) << 3.0 << QSize(90, 60);
-    QTest::newRow("halved") << QSizeF(30, 20) << 0.5 << QSize(15, 10);
-    QTest::newRow("rounded down") << QSizeF(30.4, 20.4) << 1.0 << QSize(30, 20);
-    QTest::newRow("rounded up") << QSizeF(30.5, 20.6) << 1.0 << QSize(31, 21);
-    QTest::newRow("rounded after scaling") << QSizeF(30.3, 20.2) << 2.0 << QSize(61, 40);
-}
-
-void tst_PolygonPrinting::printImageIsAsLargeAsTheScaledItem()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const double, scaling);
-    QFETCH(const QSize, pixels);
-    for (const Polygons::Class &kind : Polygons::classes()) {
-        const auto item = Polygons::made(kind, size);
-        item->setPrintScaling(scaling);
-        item->preparePrintImage();
-        QCOMPARE(item->getPreprintedImage().size(), pixels);
-    }
+    const auto item = Polygons::made(Polygons::classes()[index].shape);
+    PrintImages::prepare(*item, size, scaling, penWidth, brushStyle, dither);
+    PrintImages::compare(*item, printImageStepByStep(*item));
 }
 
 void tst_PolygonPrinting::blackFillPrintsThePolygonAlone_data()
@@ -215,54 +147,9 @@ void tst_PolygonPrinting::linearGradientPrintsFromWhiteToBlack()
 
     const QImage image = item->getPreprintedImage();
     QCOMPARE(coloursOf(image), (QSet<QRgb> { blackPixel, whitePixel, clearPixel }));
-    const auto blackIn = [&image](int top, int height) {
-        int count = 0;
-        for (int y = top; y < top + height; ++y) {
-            for (int x = 60; x < 140; ++x)
-                count += image.pixel(x, y) == blackPixel ? 1 : 0;
-        }
-        return count;
-    };
     // About an eighth, and about seven eighths, of the 4000 pixels in the middle of a quarter.
-    QVERIFY(qAbs(blackIn(0, 50) - 500) < 80);
-    QVERIFY(qAbs(blackIn(150, 50) - 3500) < 80);
-}
-
-void tst_PolygonPrinting::printImageIgnoresTheMirrors()
-{
-    const auto item = Polygons::made(Polygons::rightTriangle.shape);
-    item->setItemFillColor(black);
-    item->preparePrintImage();
-    const QImage plain = item->getPreprintedImage();
-    item->setItemHorizontalMirror(true);
-    item->setItemVerticalMirror(true);
-    item->preparePrintImage();
-    QCOMPARE(item->getPreprintedImage(), plain);
-}
-
-void tst_PolygonPrinting::sizesWithoutPixelsHaveNoPrintImage_data()
-{
-    QTest::addColumn<QSizeF>("size");
-
-    QTest::newRow("empty") << QSizeF(0, 0);
-    QTest::newRow("no height") << QSizeF(10, 0);
-    QTest::newRow("rounded to nothing") << QSizeF(10, 0.4);
-    QTest::newRow("negative") << QSizeF(-10, 10);
-    QTest::newRow("not a number") << QSizeF(std::numeric_limits<double>::quiet_NaN(), 10);
-    QTest::newRow("infinite") << QSizeF(std::numeric_limits<double>::infinity(), 10);
-    QTest::newRow("huge") << QSizeF(1e9, 1e9);
-}
-
-void tst_PolygonPrinting::sizesWithoutPixelsHaveNoPrintImage()
-{
-    QFETCH(const QSizeF, size);
-    for (const Polygons::Class &kind : Polygons::classes()) {
-        const auto item = Polygons::made(kind, size);
-        item->setItemFillColor(red);
-        item->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-        item->preparePrintImage();
-        QVERIFY(item->getPreprintedImage().isNull());
-    }
+    QVERIFY(qAbs(PrintImages::blackPixelsIn(image, { 60, 0, 80, 50 }) - 500) < 80);
+    QVERIFY(qAbs(PrintImages::blackPixelsIn(image, { 60, 150, 80, 50 }) - 3500) < 80);
 }
 
 void tst_PolygonPrinting::reductionKeepsTheOutline()
@@ -347,41 +234,6 @@ void tst_PolygonPrinting::negativeReductionTurnsTheColoursRound()
     }
 }
 
-void tst_PolygonPrinting::transparentOutlinePrintsNegatively()
-{
-    // Unlike a rectangle's: a polygon keeps to the common rule that only the print colour is spared.
-    QFETCH(const int, index);
-    const auto item = Polygons::made(Polygons::classes()[index].shape);
-    item->setItemPenColor(transparent);
-    QVERIFY(item->resetItemPenColorsNegative(red));
-    QCOMPARE(item->getItemPenColor(), black);
-}
-
-void tst_PolygonPrinting::reducedGradientReachesThePrintSceneAsItsImage()
-{
-    QFETCH(const int, index);
-    for (const auto style : { MobraTypes::BrushLinearGradient, MobraTypes::BrushRadialGradient,
-             MobraTypes::BrushConicalGradient }) {
-        const auto item = Polygons::made(Polygons::classes()[index], QSizeF(40, 20));
-        item->setPos(10, 20);
-        item->setItemPenStyle(Qt::NoPen);
-        item->setItemFillColor(red);
-        item->setItemBrushStyle(style);
-        item->setPrintScaling(2.0);
-        QVERIFY(item->resetItemColors(red, true, true));
-        QCOMPARE(item->itemFlags(), 0x83U);
-        QCOMPARE(coloursOf(item->getPreprintedImage()), (QSet<QRgb> { blackPixel, whitePixel, clearPixel }));
-
-        QGraphicsScene scene;
-        QVERIFY(item->addItemToPrintScene(&scene, 2.0));
-        const QGraphicsPixmapItem *pixmap = Scenes::onlyPixmap(scene);
-        QVERIFY(pixmap);
-        QCOMPARE(pixmap->pos(), QPointF(20, 40));
-        QCOMPARE(pixmap->pixmap().size(), QSize(80, 40));
-        QVERIFY(!item->scene());
-    }
-}
-
 void tst_PolygonPrinting::partialRenderingShowsThePrintImageInItsInk()
 {
     QFETCH(const int, index);
@@ -395,15 +247,8 @@ void tst_PolygonPrinting::partialRenderingShowsThePrintImageInItsInk()
     blackened->setItemPenStyle(Qt::NoPen);
     blackened->setItemFillColor(black);
     blackened->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    QImage expected = printImageStepByStep(*blackened);
-    for (int y = 0; y < expected.height(); ++y) {
-        for (int x = 0; x < expected.width(); ++x) {
-            if (expected.pixel(x, y) == blackPixel)
-                expected.setPixel(x, y, redPixel);
-            else if (expected.pixel(x, y) == whitePixel)
-                expected.setPixel(x, y, yellowPixel);
-        }
-    }
+    const QImage expected
+        = PrintImages::inked(printImageStepByStep(*blackened), { 40, 20 }, redPixel, yellowPixel);
     const QString difference = Images::difference(item->partialColorRender(), expected, u"partial"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }

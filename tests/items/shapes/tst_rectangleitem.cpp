@@ -2,12 +2,7 @@
 #include "items/shapes/rectangleitem.h"
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
-#include "tests/support/resizing.h"
-#include "tests/support/standins.h"
 
-#include <QElapsedTimer>
-#include <QLinearGradient>
-#include <QMetaProperty>
 #include <QPainterPath>
 #include <QRegularExpression>
 #include <QTest>
@@ -36,21 +31,9 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void newRectangleIsAHundredSquare();
-    void descriptionNamesTheId_data();
-    void descriptionNamesTheId();
-    void propertiesAreDeclaredInOrder();
-    void outlineLiesInsideTheSize_data();
-    void outlineLiesInsideTheSize();
-    void everyResizeLaysTheRectangleOut_data();
-    void everyResizeLaysTheRectangleOut();
-    void equalSizeChangesNothing();
-    void singleSidesAreOnlyStored();
-    void updatedSizeLaysEverythingOut();
     void changedPenResetsTheScales();
     void unchangedPenKeepsTheScales();
     void boundsAndShapeAreTheLogicalSize();
-    void opaqueAreaIsTheRectangleOfAnOpaqueFill_data();
-    void opaqueAreaIsTheRectangleOfAnOpaqueFill();
     void outlineIsPaintedInside_data();
     void outlineIsPaintedInside();
     void unknownStylesArePaintedAsNothing_data();
@@ -59,9 +42,6 @@ private Q_SLOTS:
     void hugeDottedOutlineIsPaintedInTime();
     void mirrorsTurnThePicture_data();
     void mirrorsTurnThePicture();
-    void frameIsDrawnAtTopLevelAndInLayers_data();
-    void frameIsDrawnAtTopLevelAndInLayers();
-    void unselectedRectangleHasNoFrame();
     void negativeReductionNeverPrintsATransparentOutline_data();
     void negativeReductionNeverPrintsATransparentOutline();
     void negativeReductionOfTheItemFollowsItsOutline();
@@ -75,149 +55,6 @@ void tst_RectangleItem::newRectangleIsAHundredSquare()
     QCOMPARE(item.getItemSize(), QSizeF(100, 100));
     QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 100, 100));
-    QCOMPARE(item.itemQFlags(), 0x107U);
-    QCOMPARE(item.itemFlags(), 0x01U);
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    QCOMPARE(item.getItemPenColor(), black);
-    QCOMPARE(item.getItemFillColor(), transparent);
-    QVERIFY(!item.itemIsOpaque());
-
-    const QPen pen = item.getItemPen();
-    QCOMPARE(pen.color(), black);
-    QCOMPARE(pen.widthF(), 1.0);
-    QCOMPARE(pen.style(), Qt::SolidLine);
-    QCOMPARE(pen.capStyle(), Qt::RoundCap);
-    QCOMPARE(pen.joinStyle(), Qt::RoundJoin);
-    QCOMPARE(pen.miterLimit(), 4.0);
-    QCOMPARE(item.getItemBrush(), QBrush(transparent, Qt::NoBrush));
-}
-
-void tst_RectangleItem::descriptionNamesTheId_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("new") << -1 << u"rectangle -1"_s;
-    QTest::newRow("zero") << 0 << u"rectangle 0"_s;
-    QTest::newRow("largest") << 32767 << u"rectangle 32767"_s;
-    QTest::newRow("smallest") << -32768 << u"rectangle -32768"_s;
-}
-
-void tst_RectangleItem::descriptionNamesTheId()
-{
-    QFETCH(const int, id);
-    RectangleItem item;
-    item.setItemId(static_cast<short>(id));
-    QTEST(item.toDescriptionString(), "text");
-}
-
-void tst_RectangleItem::propertiesAreDeclaredInOrder()
-{
-    const QMetaObject &meta = RectangleItem::staticMetaObject;
-    QStringList declared;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        declared << QString::fromLatin1(meta.property(i).typeName()) + u' '
-                + QString::fromLatin1(meta.property(i).name());
-    const QStringList expected { u"uint itemShape"_s, u"short itemId"_s, u"uint itemFlags"_s,
-        u"uint itemQFlags"_s, u"double itemZValue"_s, u"double itemRotation"_s,
-        u"double itemHorizontalMirror"_s, u"double itemVerticalMirror"_s, u"double itemWidth"_s,
-        u"double itemHeight"_s, u"double itemScaleX"_s, u"double itemScaleY"_s,
-        u"QVariantList itemTransform"_s, u"bool allowOverprint"_s, u"QString itemPenColor"_s,
-        u"QString itemFillColor"_s, u"ushort itemPenWidth"_s, u"ushort itemPenStyle"_s,
-        u"ushort itemPenCapStyle"_s, u"ushort itemPenJoinStyle"_s, u"ushort itemBrushStyle"_s,
-        u"double itemPositionX"_s, u"double itemPositionY"_s };
-    QCOMPARE(declared, expected);
-    QCOMPARE(meta.methodCount() - meta.methodOffset(), 0);
-}
-
-void tst_RectangleItem::outlineLiesInsideTheSize_data()
-{
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<int>("penWidth");
-    QTest::addColumn<QRectF>("rect");
-
-    QTest::newRow("default pen") << QSizeF(200, 50) << 1 << QRectF(0.5, 0.5, 199, 49);
-    QTest::newRow("even pen") << QSizeF(200, 50) << 4 << QRectF(2, 2, 196, 46);
-    QTest::newRow("no pen") << QSizeF(200, 50) << 0 << QRectF(0, 0, 200, 50);
-    QTest::newRow("pen limited to half the height plus one") << QSizeF(10, 4) << 5 << QRectF(1.5, 1.5, 7, 1);
-    QTest::newRow("pen as wide as the height") << QSizeF(10, 2) << 5 << QRectF(1, 1, 8, 0);
-    QTest::newRow("smaller than its pen") << QSizeF(0.5, 0.5) << 1 << QRectF(0.5, 0.5, -0.5, -0.5);
-    QTest::newRow("broken size") << QSizeF(33.25, 17.5) << 3 << QRectF(1.5, 1.5, 30.25, 14.5);
-}
-
-void tst_RectangleItem::outlineLiesInsideTheSize()
-{
-    QFETCH(const QSizeF, size);
-    QFETCH(const int, penWidth);
-    RectangleItem sizedFirst;
-    sizedFirst.setItemSize(size);
-    sizedFirst.setItemPenWidth(static_cast<ushort>(penWidth));
-    QTEST(sizedFirst.rect(), "rect");
-    RectangleItem sizedLast;
-    sizedLast.setItemPenWidth(static_cast<ushort>(penWidth));
-    sizedLast.setItemSize(size);
-    QTEST(sizedLast.rect(), "rect");
-    QCOMPARE(sizedLast.boundingRect(), QRectF(QPointF(0, 0), size));
-}
-
-void tst_RectangleItem::everyResizeLaysTheRectangleOut_data()
-{
-    Resizing::addRows();
-}
-
-void tst_RectangleItem::everyResizeLaysTheRectangleOut()
-{
-    QFETCH(const int, parameters);
-    RectangleItem item;
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    QVERIFY(Resizing::resize(item, parameters, QSizeF(200, 50)));
-    QCOMPARE(item.getItemSize(), QSizeF(200, 50));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 199, 49));
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 200, 50));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    const QBrush brush = item.getItemBrush();
-    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 50));
-}
-
-void tst_RectangleItem::equalSizeChangesNothing()
-{
-    RectangleItem item;
-    item.setItemScaleX(2.0);
-    QVERIFY(!item.setItemSize(QSizeF(100, 100)));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), true, false));
-    QVERIFY(!item.setItemSize(QSizeF(100, 100), false, 1, 1, 200, 200, false, false));
-    QCOMPARE(item.getItemScaleX(), 2.0);
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
-}
-
-void tst_RectangleItem::singleSidesAreOnlyStored()
-{
-    RectangleItem item;
-    item.setItemWidth(40.0);
-    item.setItemHeight(30.0);
-    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 30));
-    QCOMPARE(item.rect(), QRectF(0.5, 0.5, 99, 99));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-}
-
-void tst_RectangleItem::updatedSizeLaysEverythingOut()
-{
-    RectangleItem item;
-    item.setItemPenWidth(5);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.updateItemSize(QSizeF(10, 4));
-    QCOMPARE(item.getItemSize(), QSizeF(10, 4));
-    QCOMPARE(item.getItemPen().widthF(), 3.0);
-    QCOMPARE(item.getItemPenWidth(), ushort(5));
-    QCOMPARE(item.rect(), QRectF(1.5, 1.5, 7, 1));
-    QCOMPARE(item.getItemScaleX(), 1.0);
-    QCOMPARE(item.getItemScaleY(), 1.0);
-    const QBrush brush = item.getItemBrush();
-    QCOMPARE(static_cast<const QLinearGradient *>(brush.gradient())->finalStop(), QPointF(0, 4));
 }
 
 void tst_RectangleItem::changedPenResetsTheScales()
@@ -248,34 +85,6 @@ void tst_RectangleItem::boundsAndShapeAreTheLogicalSize()
     item.setItemSize(QSizeF(33.25, 17.5));
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 33.25, 17.5));
     QCOMPARE(item.shape(), pathOf(QRectF(0, 0, 33.25, 17.5)));
-}
-
-void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill_data()
-{
-    QTest::addColumn<QColor>("fill");
-    QTest::addColumn<MobraTypes::BrushStyle>("style");
-    QTest::addColumn<bool>("opaque");
-
-    QTest::newRow("transparent") << transparent << MobraTypes::BrushSolid << false;
-    QTest::newRow("solid") << red << MobraTypes::BrushSolid << true;
-    QTest::newRow("none") << red << MobraTypes::BrushNone << false;
-    QTest::newRow("dense") << red << MobraTypes::BrushDense1 << false;
-    QTest::newRow("cross") << red << MobraTypes::BrushCross << false;
-    QTest::newRow("linear") << red << MobraTypes::BrushLinearGradient << true;
-    QTest::newRow("radial") << red << MobraTypes::BrushRadialGradient << true;
-    QTest::newRow("conical") << red << MobraTypes::BrushConicalGradient << true;
-}
-
-void tst_RectangleItem::opaqueAreaIsTheRectangleOfAnOpaqueFill()
-{
-    QFETCH(const QColor, fill);
-    QFETCH(const MobraTypes::BrushStyle, style);
-    QFETCH(const bool, opaque);
-    RectangleItem item;
-    item.setItemSize(QSizeF(40, 30));
-    item.setItemFillColor(fill);
-    item.setItemBrushStyle(style);
-    QCOMPARE(item.opaqueArea(), opaque ? pathOf(QRectF(0, 0, 40, 30)) : QPainterPath());
 }
 
 void tst_RectangleItem::outlineIsPaintedInside_data()
@@ -356,17 +165,9 @@ void tst_RectangleItem::hugeDottedOutlineIsPaintedInTime()
     item.setItemPenWidth(static_cast<ushort>(penWidth));
     QCOMPARE(item.getItemPen().style(), painted);
 
-    QImage image(400, 300, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(50, 50);
-    painter.rotate(10);
-    const QStyleOptionGraphicsItem option;
-    QElapsedTimer timer;
-    timer.start();
-    item.paint(&painter, &option, nullptr);
-    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    const auto [image, elapsed]
+        = Images::paintedTimed(item, { 400, 300 }, QTransform::fromScale(50, 50).rotate(10));
+    QVERIFY2(elapsed < 1000, qPrintable(QString::number(elapsed)));
     QVERIFY(Images::coloursOf(image).contains(blackPixel));
 }
 
@@ -402,47 +203,6 @@ void tst_RectangleItem::mirrorsTurnThePicture()
     const QImage image = Images::painted(item, { 100, 100 });
     QVERIFY(qAbs(qGreen(image.pixel(dark)) - 96) <= 3);
     QVERIFY(qAbs(qGreen(image.pixel(light)) - 159) <= 3);
-}
-
-void tst_RectangleItem::frameIsDrawnAtTopLevelAndInLayers_data()
-{
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<bool>("framed");
-
-    QTest::newRow("no parent") << u"none"_s << true;
-    QTest::newRow("layer") << u"layer"_s << true;
-    QTest::newRow("group") << u"group"_s << false;
-    QTest::newRow("rectangle") << u"rectangle"_s << false;
-    QTest::newRow("an item of another kind") << u"other"_s << false;
-}
-
-void tst_RectangleItem::frameIsDrawnAtTopLevelAndInLayers()
-{
-    QFETCH(const QString, parent);
-    ParentStandIn layer(MobraTypes::LayerShape);
-    ParentStandIn group(MobraTypes::GroupShape);
-    RectangleItem rectangle;
-    QGraphicsRectItem other;
-    const QMap<QString, QGraphicsItem *> parents { { u"layer"_s, &layer }, { u"group"_s, &group },
-        { u"rectangle"_s, &rectangle }, { u"other"_s, &other } };
-    RectangleItem item;
-    item.setItemPenStyle(Qt::NoPen);
-    item.setParentItem(parents.value(parent));
-
-    // Orange (239, 127, 15) with alpha 50 on white: 255 - (255 - c) * 50 / 255.
-    const QImage image = Images::painted(item, { 120, 120 }, QStyle::State_Selected);
-    const bool framed = Images::largestDifference(image.pixel(50, 50), qRgb(252, 230, 208)) <= 1;
-    QTEST(framed, "framed");
-    QCOMPARE(image.pixel(50, 50) == whitePixel, !framed);
-    QCOMPARE(image.pixel(110, 110), whitePixel);
-}
-
-void tst_RectangleItem::unselectedRectangleHasNoFrame()
-{
-    RectangleItem item;
-    item.setItemPenStyle(Qt::NoPen);
-    QCOMPARE(
-        coloursOf(Images::painted(item, { 120, 120 }, QStyle::State_Enabled)), QSet<QRgb> { whitePixel });
 }
 
 void tst_RectangleItem::negativeReductionNeverPrintsATransparentOutline_data()

@@ -4,13 +4,9 @@
 #include "tests/support/images.h"
 #include "tests/support/printimages.h"
 
-#include <QGraphicsPixmapItem>
-#include <QGraphicsScene>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTest>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
@@ -51,9 +47,6 @@ private Q_SLOTS:
     void blackFillPrintsBlack();
     void emptyFillPrintsTheOutlineOnWhite();
     void gradientPrintsInBlackAndWhite();
-    void sizesWithoutPixelsHaveNoPrintImage_data();
-    void sizesWithoutPixelsHaveNoPrintImage();
-    void reducedGradientReachesThePrintSceneAsItsImage();
     void partialRenderingShowsThePrintImageInItsInk_data();
     void partialRenderingShowsThePrintImageInItsInk();
 };
@@ -95,21 +88,9 @@ void tst_RectanglePrinting::printImageMatchesItsDefinition()
     QFETCH(const int, brushStyle);
     QFETCH(const int, dither);
     RectangleItem item;
-    item.setItemSize(size);
-    item.setItemPenColor(QColor(0, 96, 192));
-    item.setItemPenWidth(static_cast<ushort>(penWidth));
     item.setItemPenStyle(penStyle);
-    item.setItemFillColor(QColor(192, 64, 0));
-    item.setItemBrushStyleInt(brushStyle);
-    item.setPrintDitherMethod(QFlag(dither));
-    item.setPrintScaling(scaling);
-    item.preparePrintImage();
-
-    const QImage image = item.getPreprintedImage();
-    QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
-    const QString difference = Images::difference(image, printImageStepByStep(item), u"print-image"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    QVERIFY((QSet<QRgb> { blackPixel, whitePixel, clearPixel }).contains(coloursOf(image)));
+    PrintImages::prepare(item, size, scaling, penWidth, brushStyle, dither);
+    PrintImages::compare(item, printImageStepByStep(item));
 }
 
 void tst_RectanglePrinting::blackFillPrintsBlack_data()
@@ -168,65 +149,10 @@ void tst_RectanglePrinting::gradientPrintsInBlackAndWhite()
     const QImage image = item.getPreprintedImage();
     QCOMPARE(image.size(), QSize(200, 200));
     QCOMPARE(coloursOf(image), (QSet<QRgb> { blackPixel, whitePixel }));
-    const auto blackIn = [&image](int top, int height) {
-        int count = 0;
-        for (int y = top; y < top + height; ++y) {
-            for (int x = 0; x < image.width(); ++x)
-                count += image.pixel(x, y) == blackPixel ? 1 : 0;
-        }
-        return count;
-    };
     // From white at the top to black at the bottom: about an eighth, and about seven eighths, of a quarter's
     // pixels.
-    QVERIFY(qAbs(blackIn(0, 50) - 1250) < 150);
-    QVERIFY(qAbs(blackIn(150, 50) - 8750) < 150);
-}
-
-void tst_RectanglePrinting::sizesWithoutPixelsHaveNoPrintImage_data()
-{
-    QTest::addColumn<QSizeF>("size");
-
-    QTest::newRow("empty") << QSizeF(0, 0);
-    QTest::newRow("no height") << QSizeF(10, 0);
-    QTest::newRow("rounded to nothing") << QSizeF(10, 0.4);
-    QTest::newRow("negative") << QSizeF(-10, 10);
-    QTest::newRow("not a number") << QSizeF(std::numeric_limits<double>::quiet_NaN(), 10);
-    QTest::newRow("infinite") << QSizeF(std::numeric_limits<double>::infinity(), 10);
-    QTest::newRow("huge") << QSizeF(1e9, 1e9);
-}
-
-void tst_RectanglePrinting::sizesWithoutPixelsHaveNoPrintImage()
-{
-    QFETCH(const QSizeF, size);
-    RectangleItem item;
-    item.setItemSize(size);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.preparePrintImage();
-    QVERIFY(item.getPreprintedImage().isNull());
-}
-
-void tst_RectanglePrinting::reducedGradientReachesThePrintSceneAsItsImage()
-{
-    RectangleItem item;
-    item.setItemSize(QSizeF(40, 20));
-    item.setPos(10, 20);
-    item.setItemPenStyle(Qt::NoPen);
-    item.setItemFillColor(red);
-    item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item.setPrintScaling(2.0);
-    QVERIFY(item.resetItemColors(red, true, true));
-    QCOMPARE(item.itemFlags(), 0x83U);
-    QCOMPARE(coloursOf(item.getPreprintedImage()), (QSet<QRgb> { blackPixel, whitePixel }));
-
-    QGraphicsScene scene;
-    QVERIFY(item.addItemToPrintScene(&scene, 2.0));
-    QCOMPARE(scene.items().size(), 1);
-    const auto *pixmap = qgraphicsitem_cast<QGraphicsPixmapItem *>(scene.items().first());
-    QVERIFY(pixmap);
-    QCOMPARE(pixmap->pos(), QPointF(20, 40));
-    QCOMPARE(pixmap->pixmap().size(), QSize(80, 40));
-    QVERIFY(!item.scene());
+    QVERIFY(qAbs(PrintImages::blackPixelsIn(image, { 0, 0, 200, 50 }) - 1250) < 150);
+    QVERIFY(qAbs(PrintImages::blackPixelsIn(image, { 0, 150, 200, 50 }) - 8750) < 150);
 }
 
 void tst_RectanglePrinting::partialRenderingShowsThePrintImageInItsInk_data()
@@ -247,22 +173,13 @@ void tst_RectanglePrinting::partialRenderingShowsThePrintImageInItsInk()
     item.setItemFillColor(red);
     item.setItemBrushStyle(MobraTypes::BrushLinearGradient);
     item.setPrintScaling(scaling);
-    item.setItemPalette({ blue, red, QColor(255, 255, 0) });
+    item.setItemPalette({ blue, red, yellow });
 
     RectangleItem blackened;
     item.copyItemProperties(&blackened, true);
     blackened.setItemFillColor(black);
-    const QImage printImage = printImageStepByStep(blackened);
-    QImage expected(40, 20, QImage::Format_ARGB32_Premultiplied);
-    expected.fill(clearPixel);
-    for (int y = 0; y < qMin(20, printImage.height()); ++y) {
-        for (int x = 0; x < qMin(40, printImage.width()); ++x) {
-            if (printImage.pixel(x, y) == blackPixel)
-                expected.setPixel(x, y, 0xFFFF0000);
-            else if (printImage.pixel(x, y) == whitePixel)
-                expected.setPixel(x, y, 0xFFFFFF00);
-        }
-    }
+    const QImage expected
+        = PrintImages::inked(printImageStepByStep(blackened), { 40, 20 }, redPixel, yellowPixel);
     const QString difference = Images::difference(item.partialColorRender(), expected, u"partial"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }

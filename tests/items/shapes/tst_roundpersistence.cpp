@@ -4,6 +4,7 @@
 #include "items/shapes/roundedrectangleitem.h"
 #include "tests/support/allitems.h"
 #include "tests/support/colours.h"
+#include "tests/support/itemmaps.h"
 #include "tests/support/oddnumbers.h"
 #include "tests/support/rectanglerecords.h"
 #include "tests/support/scenes.h"
@@ -411,12 +412,7 @@ void tst_RoundPersistence::mapHoldsTheProperties()
     for (const OwnField &field : layout.changed)
         expected.insert(QString::fromLatin1(field.property), field.value);
 
-    const QVariantMap map = item->saveItemToJSON();
-    QCOMPARE(map.keys(), expected.keys());
-    for (const QString &key : expected.keys()) {
-        QCOMPARE(map.value(key).typeName(), expected.value(key).typeName());
-        QCOMPARE(map.value(key), expected.value(key));
-    }
+    ItemMaps::compare(item->saveItemToJSON(), expected);
 }
 
 void tst_RoundPersistence::mapRoundTripIsIdentity()

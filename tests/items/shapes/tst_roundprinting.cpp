@@ -8,9 +8,7 @@
 #include "tests/support/pies.h"
 #include "tests/support/printimages.h"
 #include "tests/support/roundshapes.h"
-#include "tests/support/scenes.h"
 
-#include <QGraphicsScene>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRegularExpression>
@@ -105,26 +103,17 @@ std::unique_ptr<FillableItem> fillable(ShapeType shape)
     return std::unique_ptr<FillableItem>(dynamic_cast<FillableItem *>(made(shape).release()));
 }
 
-QString nameOf(ShapeType shape)
-{
-    return QString::fromLatin1(AllItems::object(*made(shape)).metaObject()->className());
-}
-
 void addShapeRows()
 {
     QTest::addColumn<ShapeType>("shape");
     for (const ShapeType shape : { ellipseShape, pieShape, roundedShape })
-        QTest::addRow("%s", qPrintable(nameOf(shape))) << shape;
+        QTest::addRow("%s", AllItems::nameOf(shape)) << shape;
 }
 
 /// Fails the running test where the item's print image is not the one that its steps make.
 void comparePrintImage(FillableItem &item)
 {
-    const QImage image = item.getPreprintedImage();
-    QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
-    const QString difference = Images::difference(image, printImageStepByStep(item), u"round-print"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-    QVERIFY((QSet<QRgb> { blackPixel, whitePixel, clearPixel }).contains(coloursOf(image)));
+    PrintImages::compare(item, printImageStepByStep(item));
 }
 
 } // namespace
@@ -146,23 +135,13 @@ private Q_SLOTS:
     void anyRadiusPrints();
     void brokenPenWidthIsScaled_data() { addShapeRows(); }
     void brokenPenWidthIsScaled();
-    void sizeIsRounded_data();
-    void sizeIsRounded();
     void imageEndsAtTheShape_data();
     void imageEndsAtTheShape();
     void outlineOutsideTheWedgeIsNotPrinted();
-    void mirrorsDoNotTouchThePrintImage_data() { addShapeRows(); }
-    void mirrorsDoNotTouchThePrintImage();
-    void sizesWithoutPixelsHaveNoPrintImage_data();
-    void sizesWithoutPixelsHaveNoPrintImage();
 
     // One ink
     void shapeIsReducedToOneInk_data();
     void shapeIsReducedToOneInk();
-    void transparentOutlineReducedNegatively_data();
-    void transparentOutlineReducedNegatively();
-    void reducedGradientReachesThePrintSceneAsItsImage_data() { addShapeRows(); }
-    void reducedGradientReachesThePrintSceneAsItsImage();
     void partialRenderingShowsThePrintImageInItsInk_data() { addShapeRows(); }
     void partialRenderingShowsThePrintImageInItsInk();
 };
@@ -182,7 +161,8 @@ void tst_RoundPrinting::printImageMatchesItsDefinition_data()
     const std::pair<ShapeType, bool> shapes[]
         = { { ellipseShape, false }, { pieShape, false }, { pieShape, true }, { roundedShape, false } };
     for (const auto &[shape, outlined] : shapes) {
-        const QString name = nameOf(shape) + (outlined ? u" with outline"_s : QString());
+        const QString name
+            = QString::fromLatin1(AllItems::nameOf(shape)) + (outlined ? u" with outline"_s : QString());
         for (const QSizeF &size : { QSizeF(100, 60), QSizeF(33, 17), QSizeF(7.5, 3.25) }) {
             for (const double scaling : { 1.0, 2.5, 0.5 }) {
                 for (const int pen : { 0, 3, 9 }) {
@@ -208,16 +188,9 @@ void tst_RoundPrinting::printImageMatchesItsDefinition()
     QFETCH(const int, brushStyle);
     QFETCH(const int, dither);
     const auto item = fillable(shape);
-    item->setItemSize(size);
-    item->setItemPenColor(QColor(0, 96, 192));
-    item->setItemPenWidth(static_cast<ushort>(penWidth));
-    item->setItemFillColor(QColor(192, 64, 0));
-    item->setItemBrushStyleInt(brushStyle);
-    item->setPrintDitherMethod(QFlag(dither));
-    item->setPrintScaling(scaling);
     if (auto *pie = dynamic_cast<PieItem *>(item.get()))
         pie->setDrawCircle(outlined);
-    item->preparePrintImage();
+    PrintImages::prepare(*item, size, scaling, penWidth, brushStyle, dither);
     comparePrintImage(*item);
 }
 
@@ -289,39 +262,6 @@ void tst_RoundPrinting::brokenPenWidthIsScaled()
     comparePrintImage(*item);
 }
 
-void tst_RoundPrinting::sizeIsRounded_data()
-{
-    QTest::addColumn<ShapeType>("shape");
-    QTest::addColumn<QSizeF>("size");
-    QTest::addColumn<double>("scaling");
-    QTest::addColumn<QSize>("pixels");
-
-    for (const ShapeType shape : { ellipseShape, pieShape, roundedShape }) {
-        const auto add = [shape](const QSizeF &size, double scaling, const QSize &pixels) {
-            QTest::addRow("%s %g x %g, x %g", qPrintable(nameOf(shape)), size.width(), size.height(), scaling)
-                << shape << size << scaling << pixels;
-        };
-        add(QSizeF(100, 60), 1.0, { 100, 60 });
-        add(QSizeF(33, 17), 0.5, { 17, 9 }); // 16.5 and 8.5
-        add(QSizeF(33, 17), 2.5, { 83, 43 }); // 82.5 and 42.5
-        add(QSizeF(10.25, 10.75), 1.0, { 10, 11 });
-        add(QSizeF(1, 0.5), 1.0, { 1, 1 });
-    }
-}
-
-void tst_RoundPrinting::sizeIsRounded()
-{
-    QFETCH(const ShapeType, shape);
-    QFETCH(const QSizeF, size);
-    QFETCH(const double, scaling);
-    const auto item = fillable(shape);
-    item->setItemSize(size);
-    item->setItemFillColor(red);
-    item->setPrintScaling(scaling);
-    item->preparePrintImage();
-    QTEST(item->getPreprintedImage().size(), "pixels");
-}
-
 void tst_RoundPrinting::imageEndsAtTheShape_data()
 {
     QTest::addColumn<ShapeType>("shape");
@@ -379,45 +319,6 @@ void tst_RoundPrinting::outlineOutsideTheWedgeIsNotPrinted()
         QCOMPARE(item.getPreprintedImage().pixel(point), outlined.pixel(point));
 }
 
-void tst_RoundPrinting::mirrorsDoNotTouchThePrintImage()
-{
-    QFETCH(const ShapeType, shape);
-    const auto item = fillable(shape);
-    item->setItemFillColor(red);
-    item->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item->setItemHorizontalMirror(true);
-    item->setItemVerticalMirror(true);
-    item->preparePrintImage();
-    comparePrintImage(*item);
-}
-
-void tst_RoundPrinting::sizesWithoutPixelsHaveNoPrintImage_data()
-{
-    QTest::addColumn<ShapeType>("shape");
-    QTest::addColumn<QSizeF>("size");
-
-    const std::pair<const char *, QSizeF> sizes[]
-        = { { "empty", { 0, 0 } }, { "rounded to nothing", { 10, 0.4 } }, { "negative", { -10, 10 } },
-              { "not a number", { std::numeric_limits<double>::quiet_NaN(), 10 } },
-              { "infinite", { std::numeric_limits<double>::infinity(), 10 } }, { "huge", { 1e9, 1e9 } } };
-    for (const ShapeType shape : { ellipseShape, pieShape, roundedShape }) {
-        for (const auto &[name, size] : sizes)
-            QTest::addRow("%s %s", qPrintable(nameOf(shape)), name) << shape << size;
-    }
-}
-
-void tst_RoundPrinting::sizesWithoutPixelsHaveNoPrintImage()
-{
-    QFETCH(const ShapeType, shape);
-    QFETCH(const QSizeF, size);
-    const auto item = fillable(shape);
-    item->setItemSize(size);
-    item->setItemFillColor(red);
-    item->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item->preparePrintImage();
-    QVERIFY(item->getPreprintedImage().isNull());
-}
-
 // One ink
 
 void tst_RoundPrinting::shapeIsReducedToOneInk_data()
@@ -463,7 +364,7 @@ void tst_RoundPrinting::shapeIsReducedToOneInk_data()
     };
     for (const ShapeType shape : { ellipseShape, pieShape, roundedShape }) {
         for (const Row &row : rows)
-            QTest::addRow("%s, %s", qPrintable(nameOf(shape)), row.name)
+            QTest::addRow("%s, %s", AllItems::nameOf(shape), row.name)
                 << shape << row.negative << row.penWidth << row.brush << row.ink << row.pen << row.fill
                 << row.flags << row.image;
     }
@@ -499,49 +400,6 @@ void tst_RoundPrinting::shapeIsReducedToOneInk()
         QCOMPARE(item->getItemBrush(), QBrush(white, Qt::SolidPattern));
 }
 
-void tst_RoundPrinting::transparentOutlineReducedNegatively_data()
-{
-    QTest::addColumn<ShapeType>("shape");
-    QTest::addColumn<bool>("printed");
-
-    // Only rectangles except the transparent outline.
-    QTest::newRow("ellipse") << ellipseShape << true;
-    QTest::newRow("pie") << pieShape << true;
-    QTest::newRow("rounded rectangle") << roundedShape << false;
-}
-
-void tst_RoundPrinting::transparentOutlineReducedNegatively()
-{
-    QFETCH(const ShapeType, shape);
-    QFETCH(const bool, printed);
-    const auto item = fillable(shape);
-    item->setItemPenColor(transparent);
-    QCOMPARE(item->resetItemColorsNegative(red), printed);
-    QCOMPARE(item->getItemPenColor(), printed ? black : white);
-    QCOMPARE(item->itemFlags(), printed ? 0x01U : 0x00U);
-}
-
-void tst_RoundPrinting::reducedGradientReachesThePrintSceneAsItsImage()
-{
-    QFETCH(const ShapeType, shape);
-    const auto item = fillable(shape);
-    item->setItemSize(QSizeF(40, 20));
-    AllItems::graphics(*item).setPos(10, 20);
-    item->setItemFillColor(red);
-    item->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    item->setPrintScaling(2.0);
-    QVERIFY(item->resetItemColors(red, true, true));
-
-    QGraphicsScene scene;
-    QVERIFY(item->addItemToPrintScene(&scene, 2.0));
-    const QGraphicsPixmapItem *pixmap = Scenes::onlyPixmap(scene);
-    QVERIFY(pixmap);
-    QCOMPARE(pixmap->pos(), QPointF(20, 40));
-    const QString difference
-        = Images::difference(pixmap->pixmap().toImage(), printImageStepByStep(*item), u"scene"_s);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
 void tst_RoundPrinting::partialRenderingShowsThePrintImageInItsInk()
 {
     QFETCH(const ShapeType, shape);
@@ -555,13 +413,8 @@ void tst_RoundPrinting::partialRenderingShowsThePrintImageInItsInk()
     const std::unique_ptr<Item> copied(item->createItemCopy());
     auto &blackened = dynamic_cast<FillableItem &>(*copied);
     blackened.setItemFillColor(black);
-    QImage expected = printImageStepByStep(blackened);
-    for (int y = 0; y < expected.height(); ++y) {
-        for (int x = 0; x < expected.width(); ++x) {
-            if (expected.pixel(x, y) != clearPixel)
-                expected.setPixel(x, y, expected.pixel(x, y) == blackPixel ? redPixel : yellowPixel);
-        }
-    }
+    const QImage expected
+        = PrintImages::inked(printImageStepByStep(blackened), { 40, 20 }, redPixel, yellowPixel);
     QCOMPARE(coloursOf(expected), (QSet<QRgb> { clearPixel, redPixel, yellowPixel }));
     const QString difference = Images::difference(item->partialColorRender(), expected, u"partial"_s);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
