@@ -204,6 +204,10 @@ QByteArray tst_SafeTextDocument::tracedCalls(const QString &mode)
     const QString log = m_folder.filePath(mode + u".log"_s);
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
+    // The search for leaks needs the tracing for itself.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
+    process.setProcessEnvironment(environment);
     process.start(u"strace"_s,
         { u"-f"_s, u"-e"_s, u"trace=openat,open"_s, u"-o"_s, log, QCoreApplication::applicationFilePath(),
             mode, m_folder.path() + u'/' });
@@ -215,11 +219,11 @@ QByteArray tst_SafeTextDocument::tracedCalls(const QString &mode)
 
 void tst_SafeTextDocument::opensNoFile()
 {
-    if (QStandardPaths::findExecutable(u"strace"_s).isEmpty())
-        QSKIP("strace is not installed");
+    QVERIFY2(!QStandardPaths::findExecutable(u"strace"_s).isEmpty(), "install strace, as ./dev test does");
     const QByteArray unsafe = tracedCalls(u"--show-unsafely"_s);
+    // Containers may forbid tracing altogether; what the other tests see of each reference holds there too.
     if (unsafe.isEmpty())
-        QSKIP("strace may not trace here");
+        QSKIP("this system does not let strace trace");
     // The trace sees what it is meant to see.
     QVERIFY(unsafe.contains(secret.toLatin1()));
     const QByteArray safe = tracedCalls(u"--show-all"_s);
