@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/text/richtextitem.h"
 
-#include "items/core/itemcolors.h"
 #include "items/core/limits.h"
 #include "items/core/record.h"
 #include "items/text/htmlguard.h"

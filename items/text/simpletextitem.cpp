@@ -2,23 +2,19 @@
 #include "items/text/simpletextitem.h"
 
 #include "items/core/basicconversions.h"
-#include "items/core/itemcolors.h"
 #include "items/core/limits.h"
-#include "items/core/record.h"
 #include "items/text/verticaltext.h"
 #include "platform/text/whitespace.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocumentFragment>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <utility>
 
 namespace {
 

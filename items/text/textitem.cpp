@@ -4,7 +4,6 @@
 #include "items/core/itemcolors.h"
 #include "items/core/limits.h"
 #include "items/core/safeimage.h"
-#include "items/style/printimage.h"
 #include "items/text/htmlguard.h"
 #include "items/text/safetextdocument.h"
 #include "platform/text/whitespace.h"
