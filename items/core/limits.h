@@ -18,8 +18,9 @@ inline constexpr qint64 MaxImagePixels = 128'000'000;
 /// The largest picture within a text, and all pictures of one text together, in pixels.
 inline constexpr qint64 MaxInlineImagePixels = 16'000'000;
 inline constexpr qint64 MaxInlinePixels = 32'000'000;
-/// What HTML may hold before it is shown as plain text instead: each limit keeps the layout within two
-/// seconds. Nested tables double the time with every level.
+/// What HTML may hold before it is shown as plain text instead. Beyond, Qt takes from seconds to hours or
+/// ends the program: nested tables double the time with every level. A text at a limit may still take
+/// seconds.
 inline constexpr qsizetype MaxHtmlLength = 4'000'000;
 inline constexpr int MaxHtmlTags = 40'000;
 inline constexpr int MaxHtmlDepth = 256;
