@@ -146,6 +146,7 @@ void RichTextItem::updateTextHeight()
 {
     m_textHeight = document()->size().height();
     updateTextFitsInBox();
+    updateItemBrush(); // a gradient fills the bounding rectangle, which is as high as the text
 }
 
 void RichTextItem::updateTextFitsInBox()
@@ -670,8 +671,9 @@ void RichTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int version
     TextItem::loadItemFromJSON(map, version);
     const QString html = map.value(u"itemHtml"_s).toString();
     const double factor = map.value(u"screenDpi"_s).toDouble();
-    if (!map.value(u"documentIsEmpty"_s).toBool() && factor > 0.0)
-        setScaledHtml(html, factor);
+    // Again: the text colour came behind it, and has taken the place of all colours.
+    if (!map.value(u"documentIsEmpty"_s).toBool() && map.contains(u"itemHtml"_s))
+        setScaledHtml(html, factor > 0.0 ? factor : s_lastScreenFactor);
     m_documentIsEmpty = document()->isEmpty();
     if (m_documentIsEmpty)
         useEmptyFormats();

@@ -144,7 +144,13 @@ private:
     void refit();
     void updateFramePads();
     void enlargeSize(double width);
+    /// Lays the text out as wide as it is.
+    QSizeF naturalSize();
+    /// The size before stretching, by which an outline of so many units was stretched too.
+    QSizeF unscaledSize(double outline) const;
+    void restoreTextWidth();
     void restoreFontSize();
+    int pixelSizeFor(double height);
     /// Of a vertical text: the index of the first character selected, and of the first behind them.
     std::pair<int, int> selectedCharacters() const;
     bool editVertically(const QKeyEvent &event);

@@ -7,8 +7,13 @@
 #include <QTextCursor>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
+
+/// Text is laid out in 64ths of a unit.
+constexpr double widthTolerance = 1.0 / 32.0;
 
 /// The weight of a record: up to 400 normal, up to 700 bold. Any other is not taken up.
 void applyWeight(QFont &font, int stored)
@@ -105,8 +110,7 @@ void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
     setOldTransformCoefficientM31(m31);
     setOldTransformCoefficientM32(m32);
     m_sizeLimiting = limiting;
-    setTextWidth(-1);
-    setTextWidth(Limits::geometry(getItemWidth() / Limits::divisor(getItemScaleX())));
+    restoreTextWidth();
     moveItem(position);
     updateFramePads();
     updateItemBrush();
@@ -144,8 +148,7 @@ void SimpleTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int versi
         if (value.toInt() < 1 && m_wasResized)
             restoreFontSize();
     });
-    setTextWidth(-1);
-    setTextWidth(Limits::geometry(getItemWidth() / Limits::divisor(getItemScaleX())));
+    restoreTextWidth();
     updateFramePads();
     again("oldTransformCoefficientM31",
         [this](const QVariant &value) { setOldTransformCoefficientM31(value.toDouble()); });
@@ -157,21 +160,64 @@ void SimpleTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int versi
     prepareGeometryChange();
 }
 
+QSizeF SimpleTextItem::naturalSize()
+{
+    setTextWidth(-1);
+    return QGraphicsTextItem::boundingRect().size();
+}
+
+QSizeF SimpleTextItem::unscaledSize(double outline) const
+{
+    return QSizeF((getItemWidth() + outline) / Limits::divisor(getItemScaleX()) - outline,
+        (getItemHeight() + outline) / Limits::divisor(getItemScaleY()) - outline);
+}
+
+void SimpleTextItem::restoreTextWidth()
+{
+    // Where the stored width is the natural one but for rounding, or but for the outline, with which a label
+    // is stretched, taking it as stored would break lines.
+    const double natural = naturalSize().width();
+    const double stored = unscaledSize(0.0).width();
+    const auto isNatural = [natural](double width) { return std::abs(width - natural) < widthTolerance; };
+    const bool unchanged = isNatural(stored) || isNatural(unscaledSize(itemPen().width()).width());
+    setTextWidth(Limits::geometry(unchanged ? natural : stored));
+}
+
 void SimpleTextItem::restoreFontSize()
 {
-    // The map of a stretched label has no font size: it follows from the height, margins aside.
-    const double margins = 2.0 * getItemDocumentMargin();
-    const double wanted = getItemHeight() / Limits::divisor(getItemScaleY()) - margins;
+    // The map of a stretched label has no font size: it follows from the unscaled size, which a fixed side
+    // tells without the outline and stretching with it.
     QFont restored = font();
-    restored.setPixelSize(defaultPixelSize);
+    int best = 1;
+    double leastError = std::numeric_limits<double>::infinity();
+    for (const double outline : { 0.0, double(itemPen().width()) }) {
+        const QSizeF wanted = unscaledSize(outline);
+        const int size = pixelSizeFor(wanted.height());
+        restored.setPixelSize(size);
+        setFont(restored);
+        const QSizeF missing = naturalSize() - wanted;
+        const double error = std::abs(missing.width()) + std::abs(missing.height());
+        if (error < leastError) {
+            leastError = error;
+            best = size;
+        }
+    }
+    restored.setPixelSize(best);
+    setFont(restored);
+}
+
+int SimpleTextItem::pixelSizeFor(double height)
+{
+    const double margins = 2.0 * getItemDocumentMargin();
+    QFont estimated = font();
+    estimated.setPixelSize(defaultPixelSize);
     // Lines are whole pixels high: an estimate from one size may miss another by a pixel, one from nearby
     // does not.
     for (int estimate = 0; estimate < 2; ++estimate) {
-        setFont(restored);
-        setTextWidth(-1);
-        const double natural = QGraphicsTextItem::boundingRect().height() - margins;
-        restored.setPixelSize(
-            std::max(1, Limits::toInt(restored.pixelSize() * wanted / Limits::divisor(natural))));
+        setFont(estimated);
+        const double natural = naturalSize().height() - margins;
+        estimated.setPixelSize(std::max(
+            1, Limits::toInt(estimated.pixelSize() * (height - margins) / Limits::divisor(natural))));
     }
-    setFont(restored);
+    return estimated.pixelSize();
 }

@@ -425,8 +425,9 @@ void TextItem::preparePrintImage()
         painter.drawImage(0, 0, picture);
     }
     setPreprintedImage(frame);
-    // The padded raster covers the same area of the scene as the item did.
-    moveItem(mapToScene(QPointF(-pads.width(), -pads.height())));
+    // The padded raster covers the same area of the scene as the item did; it is shown with the item's
+    // transform, whose translation is no part of the shift.
+    moveItem(pos() + mapToParent(QPointF(-pads.width(), -pads.height())) - mapToParent(QPointF()));
 }
 
 bool TextItem::havePenColor(const QColor &color) const

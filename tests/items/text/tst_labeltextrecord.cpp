@@ -108,6 +108,8 @@ private Q_SLOTS:
     void newMapHoldsTheProperties();
     void mapReturnsAsItWas_data() { addLabels(); }
     void mapReturnsAsItWas();
+    void shrunkLabelWithAnOutlineStaysOnItsLine();
+    void storedWidthOfAnotherTextIsKept();
     void mapOfVerticalTextIsHorizontal();
     void mapOfAResizedLabelHasNoFontSize_data();
     void mapOfAResizedLabelHasNoFontSize();
@@ -151,7 +153,7 @@ void tst_LabelTextRecord::recordReturnsAsItWas()
     QCOMPARE(ItemRecords::load(loaded, record), QDataStream::Ok);
     QCOMPARE(toHexText(ItemRecords::saved(loaded)), toHexText(record));
     QCOMPARE(loaded.toPlainText(), source->toPlainText());
-    QCOMPARE(loaded.textWidth(), source->getItemWidth() / source->getItemScaleX());
+    QCOMPARE(loaded.textWidth(), source->textWidth());
     QCOMPARE(loaded.transform(), source->transform());
     QCOMPARE(loaded.pos(), source->pos());
     QCOMPARE(loaded.getFramePads(), source->getFramePads());
@@ -327,7 +329,36 @@ void tst_LabelTextRecord::mapReturnsAsItWas()
     QCOMPARE(loaded.getItemPositiveFontSize(), source->getItemPositiveFontSize());
     QCOMPARE(loaded.transform(), source->transform());
     QVERIFY(areNear(loaded.pos(), source->pos()));
-    QCOMPARE(loaded.textWidth(), source->getItemWidth() / source->getItemScaleX());
+    QCOMPARE(loaded.textWidth(), source->textWidth());
+}
+
+// Without the outline, the stored sizes tell less than the words need: the line would break.
+void tst_LabelTextRecord::shrunkLabelWithAnOutlineStaysOnItsLine()
+{
+    SimpleTextItem label;
+    label.setItemText(u"Sale now"_s);
+    label.setItemPenWidth(6);
+    label.setItemSize(label.getItemSize() * 0.4);
+    const double height = label.document()->size().height();
+    SimpleTextItem fromRecord;
+    QCOMPARE(ItemRecords::load(fromRecord, ItemRecords::saved(label)), QDataStream::Ok);
+    SimpleTextItem fromMap;
+    fromMap.loadItemFromJSON(label.saveItemToJSON(), ItemRecords::currentVersion);
+    for (const SimpleTextItem *loaded : { &fromRecord, &fromMap }) {
+        QCOMPARE(loaded->document()->size().height(), height);
+        QCOMPARE(loaded->QGraphicsTextItem::boundingRect(), label.QGraphicsTextItem::boundingRect());
+    }
+}
+
+// A record of another font, or by another hand: the text flows in the width that it tells.
+void tst_LabelTextRecord::storedWidthOfAnotherTextIsKept()
+{
+    SimpleTextItem label;
+    label.setItemText(u"Sale now"_s);
+    label.setItemWidth(90.0);
+    SimpleTextItem loaded;
+    QCOMPARE(ItemRecords::load(loaded, ItemRecords::saved(label)), QDataStream::Ok);
+    QCOMPARE(loaded.textWidth(), 90.0);
 }
 
 void tst_LabelTextRecord::mapOfVerticalTextIsHorizontal()
