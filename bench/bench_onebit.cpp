@@ -17,12 +17,12 @@ QImage convertedByQt(const QImage &image)
 void convertPage(benchmark::State &state)
 {
     const QImage page = Bench::twoValued(Bench::pageSize, black, white, int(state.range(0)), 1);
-    if (OneBit::fromBlackAndWhite(page) != convertedByQt(page)) {
+    if (OneBit::fromGreys(page) != convertedByQt(page)) {
         state.SkipWithError("the bits differ from those of Qt's conversion");
         return;
     }
     Pair::compare(
-        state, 0.10, Bench::pagePixels, [&] { benchmark::DoNotOptimize(OneBit::fromBlackAndWhite(page)); },
+        state, 0.10, Bench::pagePixels, [&] { benchmark::DoNotOptimize(OneBit::fromGreys(page)); },
         [&] { benchmark::DoNotOptimize(convertedByQt(page)); });
 }
 

@@ -11,17 +11,13 @@
 
 namespace {
 
-/// Writes 1 for each white pixel and 0 for each black one. False when any pixel is something else. The loop
+/// Writes 1 for each light pixel and 0 for each dark one: in a grey, the highest bit of any channel. The loop
 /// has no branches, so that compilers do many pixels at a time.
-bool findWhites(const QRgb *pixels, int count, uchar *whites)
+void findWhites(const QRgb *pixels, int count, uchar *whites)
 {
-    QRgb strays = 0;
-    for (int i = 0; i < count; ++i) {
-        const QRgb white = pixels[i] & 1U;
-        whites[i] = uchar(white);
-        strays |= pixels[i] ^ (ItemColors::blackRgb | (0U - white));
-    }
-    return strays == 0;
+    constexpr int highestBitOfGreen = 15;
+    for (int i = 0; i < count; ++i)
+        whites[i] = uchar((pixels[i] >> highestBitOfGreen) & 1U);
 }
 
 /// Eight bytes of 0 or 1 as the bits of one byte, the first one highest, inverted: 1 is black. Each set bit
@@ -39,7 +35,6 @@ bool isPlain32Bit(QImage::Format format)
         || format == QImage::Format_RGB32;
 }
 
-/// A null image when the image holds anything but black and white.
 QImage packed(const QImage &image)
 {
     QImage mono = SafeImage::create(image.size(), QImage::Format_Mono);
@@ -47,9 +42,7 @@ QImage packed(const QImage &image)
     const int bytes = (mono.width() + 7) / 8;
     std::vector<uchar> whites(std::size_t(bytes) * 8, 1);
     for (int y = 0; y < mono.height(); ++y) {
-        const auto *pixels = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        if (!findWhites(pixels, image.width(), whites.data()))
-            return {};
+        findWhites(reinterpret_cast<const QRgb *>(image.constScanLine(y)), image.width(), whites.data());
         uchar *bits = mono.scanLine(y);
         for (int byte = 0; byte < bytes; ++byte)
             bits[byte] = blackBits(&whites[std::size_t(byte) * 8]);
@@ -69,11 +62,11 @@ qint64 countBlackInRow(const uchar *bits, int width)
 
 } // namespace
 
-QImage OneBit::fromBlackAndWhite(const QImage &image)
+QImage OneBit::fromGreys(const QImage &image)
 {
-    const QImage mono = isPlain32Bit(image.format()) ? packed(image) : QImage();
-    return mono.isNull() ? image.convertToFormat(QImage::Format_Mono, Qt::MonoOnly | Qt::DiffuseAlphaDither)
-                         : mono;
+    if (image.isNull())
+        return {};
+    return packed(isPlain32Bit(image.format()) ? image : image.convertToFormat(QImage::Format_RGB32));
 }
 
 qint64 OneBit::countBlack(const QImage &mono)

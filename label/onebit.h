@@ -7,10 +7,9 @@
 
 namespace OneBit {
 
-/// A 32-bit image as QImage::Format_Mono, with the bits of convertToFormat(Format_Mono, MonoOnly |
-/// DiffuseAlphaDither), which it falls back to for an image that holds anything but opaque black and opaque
-/// white.
-[[nodiscard]] VX_LABEL_EXPORT QImage fromBlackAndWhite(const QImage &image);
+/// An opaque picture in black, white and the greys between them, which the edges of letters have, as
+/// QImage::Format_Mono: black is what is darker than the middle. Nothing is dithered.
+[[nodiscard]] VX_LABEL_EXPORT QImage fromGreys(const QImage &image);
 
 /// The number of set (black) bits.
 [[nodiscard]] VX_LABEL_EXPORT qint64 countBlack(const QImage &mono);

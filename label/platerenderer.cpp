@@ -50,7 +50,7 @@ QImage renderPlate(QGraphicsScene &scene, QSize dots, double scaling, QRgb backg
     for (int top = 0; top < dots.height(); top += rows) {
         band.fill(background);
         renderBand(band, top, scene, scaling);
-        copyRows(OneBit::fromBlackAndWhite(band), plate, top);
+        copyRows(OneBit::fromGreys(band), plate, top);
     }
     return plate;
 }
