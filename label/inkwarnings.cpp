@@ -4,6 +4,7 @@
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
 #include "label/paintedcolors.h"
+#include "label/textcolors.h"
 
 #include <QStringList>
 
@@ -32,7 +33,7 @@ QString nameOf(const QColor &color)
 }
 
 /// "pen #00ff00" and the like, of what no ink prints.
-QStringList unprintable(const Item &item, const LabelDocument &document)
+QStringList unprintable(Item &item, const LabelDocument &document)
 {
     QStringList parts;
     const auto note = [&](const QString &part, const QColor &color) {
@@ -41,6 +42,8 @@ QStringList unprintable(const Item &item, const LabelDocument &document)
     };
     note(u"pen"_s, PaintedColors::penOf(item));
     note(u"fill"_s, PaintedColors::fillOf(item));
+    for (const QColor &color : TextColors::of(item))
+        note(u"text"_s, color);
     return parts;
 }
 
@@ -50,7 +53,7 @@ Problems inkWarnings(const LabelDocument &document)
 {
     Problems warnings;
     for (std::size_t i = 0; i < document.items().size(); ++i) {
-        const Item &item = *document.items()[i];
+        Item &item = *document.items()[i];
         const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
         if (parts.isEmpty())
             continue;

@@ -2,24 +2,85 @@
 #include "label/printcopy.h"
 
 #include "items/core/itemcolors.h"
+#include "items/shapes/rectangleitem.h"
 #include "items/style/fillableitem.h"
+#include "items/text/textitem.h"
 #include "label/paintedcolors.h"
+#include "label/textcolors.h"
 
 #include <QGraphicsItem>
 #include <QGraphicsScene>
+#include <QTextCursor>
+#include <QTextDocument>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
-PrintCopy::PrintCopy(Item &original, double scaling, Mode mode)
+namespace {
+
+int distance(const QColor &left, const QColor &right)
+{
+    const auto square = [](int difference) { return difference * difference; };
+    return square(left.red() - right.red()) + square(left.green() - right.green())
+        + square(left.blue() - right.blue());
+}
+
+QColor nearestColor(const QColor &pixel, const QList<QColor> &colors)
+{
+    const auto isNearer = [&pixel](const QColor &left, const QColor &right) {
+        return distance(left, pixel) < distance(right, pixel);
+    };
+    return colors.isEmpty() ? pixel : *std::ranges::min_element(colors, isNearer);
+}
+
+/// The filled background of a text alone. The picture that the text would make of both has only the dots of
+/// its letters before they were stretched and turned.
+std::unique_ptr<RectangleItem> backdropOf(TextItem &text)
+{
+    auto backdrop = std::make_unique<RectangleItem>();
+    const bool isBox = text.getItemShape() == MobraTypes::RichTextShape;
+    backdrop->setItemSize(isBox ? text.getItemSize() : text.QGraphicsTextItem::boundingRect().size());
+    backdrop->setItemPenStyle(Qt::NoPen);
+    backdrop->setItemFillColor(text.getItemFillColor());
+    backdrop->setItemBrushStyle(text.getItemBrushStyle());
+    backdrop->setItemHorizontalMirror(text.getItemHorizontalMirror());
+    backdrop->setItemVerticalMirror(text.getItemVerticalMirror());
+    backdrop->setItemZValue(text.getItemZValue());
+    backdrop->setTransform(text.transform());
+    backdrop->setPos(text.pos());
+    return backdrop;
+}
+
+/// Letters in whole dots. Smoothed ones are wider in white than in black, so that what knocks out and what
+/// prints would not fit.
+void sharpen(QTextDocument &document)
+{
+    QFont font = document.defaultFont();
+    font.setStyleStrategy(QFont::NoAntialias);
+    document.setDefaultFont(font);
+    QTextCharFormat sharp;
+    sharp.setFontStyleStrategy(QFont::NoAntialias);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    all.mergeCharFormat(sharp);
+}
+
+} // namespace
+
+PrintCopy::PrintCopy(Item &original, double scaling, Mode mode, const QList<QColor> &colors)
     : m_item(original.createItemCopy())
     , m_graphics(dynamic_cast<QGraphicsItem *>(m_item.get()))
     , m_fillable(dynamic_cast<FillableItem *>(m_item.get()))
+    , m_text(dynamic_cast<TextItem *>(m_item.get()))
+    , m_colors(colors)
     , m_scaling(scaling)
     , m_mode(mode)
 {
     prepareStacking();
     prepareColors();
+    if (m_text)
+        prepareText();
 }
 
 PrintCopy::~PrintCopy() = default;
@@ -47,16 +108,58 @@ void PrintCopy::prepareColors()
     m_fillable->setPrintScaling(m_scaling);
 }
 
+void PrintCopy::prepareText()
+{
+    // The text is laid out as it was: the item has no cause to fit itself to it.
+    m_text->document()->blockSignals(true);
+    sharpen(*m_text->document());
+    if (PaintedColors::fillIsGradient(*m_item))
+        separateBackdrop();
+}
+
+void PrintCopy::separateBackdrop()
+{
+    const std::unique_ptr<RectangleItem> backdrop = backdropOf(*m_text);
+    const double stretch = m_text->getItemShape() == MobraTypes::LabelTextShape
+        ? std::max({ 1.0, m_text->getItemScaleX(), m_text->getItemScaleY() })
+        : 1.0;
+    m_backdrop = std::make_unique<PrintCopy>(*backdrop, m_scaling * stretch, m_mode, m_colors);
+    m_text->setItemFillColor(ItemColors::transparent);
+}
+
 bool PrintCopy::reduceTo(const QColor &ink)
 {
     const QColor pen = PaintedColors::penOf(*m_item);
-    bool prints = m_mode == Mode::Negative ? m_item->resetItemColorsNegative(ink)
-                                           : m_item->resetItemColors(ink, false, false);
+    bool prints = m_backdrop && m_backdrop->reduceTo(ink);
+    if (m_text)
+        prints |= reduceText(ink);
+    prints |= reduceShape(ink);
     if (PaintedColors::hasEndsOnly(*m_item))
         prints = reduceEnds(pen, ink);
     restoreClearPen();
     preparePicture();
     return prints;
+}
+
+bool PrintCopy::reduceText(const QColor &ink)
+{
+    const auto prints = [&](const QColor &color) { return (color == ink) == (m_mode == Mode::Positive); };
+    const auto reduced
+        = [&](const QColor &color) { return prints(color) ? ItemColors::black : ItemColors::white; };
+    const QList<QColor> colors = TextColors::of(*m_text);
+    TextColors::replace(
+        *m_text, reduced, [&](const QColor &pixel) { return reduced(nearestColor(pixel, m_colors)); });
+    return std::ranges::any_of(colors, prints);
+}
+
+bool PrintCopy::reduceShape(const QColor &ink)
+{
+    // The text's own reduction would give all letters one colour.
+    if (m_text)
+        return m_mode == Mode::Negative ? m_text->FillableItem::resetItemColorsNegative(ink)
+                                        : m_text->FillableItem::resetItemColors(ink, false, false);
+    return m_mode == Mode::Negative ? m_item->resetItemColorsNegative(ink)
+                                    : m_item->resetItemColors(ink, false, false);
 }
 
 /// A reduction takes a line without a pen style for one of which nothing is painted.
@@ -110,6 +213,8 @@ bool PrintCopy::outlineIsPainted() const
 
 void PrintCopy::handTo(QGraphicsScene &scene)
 {
+    if (m_backdrop)
+        m_backdrop->handTo(scene);
     const bool asPicture = m_item->addItemToPrintScene(&scene, 1.0);
     if (asPicture && outlineIsPainted()) {
         // The picture ends within the outline, which is therefore drawn once more over it.

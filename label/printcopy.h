@@ -4,6 +4,7 @@
 #include "label/vxlabelexport.h"
 
 #include <QColor>
+#include <QList>
 
 #include <memory>
 
@@ -11,6 +12,7 @@ class FillableItem;
 class Item;
 class QGraphicsItem;
 class QGraphicsScene;
+class TextItem;
 
 /// A copy of an item that is reduced to one ink and handed to a print scene; the item itself stays as it is.
 class VX_LABEL_EXPORT PrintCopy
@@ -18,8 +20,9 @@ class VX_LABEL_EXPORT PrintCopy
 public:
     enum class Mode { Positive, Negative };
 
-    /// scaling is dots per scene unit.
-    PrintCopy(Item &original, double scaling, Mode mode);
+    /// scaling is dots per scene unit; colors are those of paper and inks, by which the pixels of pictures in
+    /// texts are told apart.
+    PrintCopy(Item &original, double scaling, Mode mode, const QList<QColor> &colors);
     ~PrintCopy();
     Q_DISABLE_COPY_MOVE(PrintCopy)
 
@@ -31,6 +34,10 @@ public:
 private:
     void prepareStacking();
     void prepareColors();
+    void prepareText();
+    void separateBackdrop();
+    [[nodiscard]] bool reduceText(const QColor &ink);
+    [[nodiscard]] bool reduceShape(const QColor &ink);
     [[nodiscard]] bool reduceEnds(const QColor &pen, const QColor &ink);
     void restoreClearPen();
     void preparePicture();
@@ -40,6 +47,9 @@ private:
     std::unique_ptr<Item> m_item;
     QGraphicsItem *m_graphics; ///< m_item
     FillableItem *m_fillable; ///< m_item, or null
+    TextItem *m_text; ///< m_item, or null
+    std::unique_ptr<PrintCopy> m_backdrop; ///< The gradient behind a text.
+    QList<QColor> m_colors;
     double m_scaling;
     Mode m_mode;
     bool m_penIsClear = false;

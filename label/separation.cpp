@@ -25,14 +25,23 @@ double scalingOf(const LabelDocument &document, const SeparationOptions &options
     return options.dpi / document.designDpi();
 }
 
+/// Paper and inks, as plain RGB.
+QList<QColor> colorsOf(const LabelDocument &document)
+{
+    QList<QColor> colors { QColor::fromRgb(document.paper().rgb()) };
+    for (const Ink &ink : document.inks())
+        colors += QColor::fromRgb(ink.color.rgb());
+    return colors;
+}
+
 /// Whether an item takes part in the plate of an ink: when inks print over each other, one that has nothing
 /// in the ink stays out of it.
-bool takesPart(Item &item, const QColor &ink, double scaling, bool overprint)
+bool takesPart(Item &item, const QColor &ink, double scaling, bool overprint, const QList<QColor> &colors)
 {
     if (!item.getItemIsVisible())
         return false;
     return !overprint || !item.getAllowOverprint()
-        || PrintCopy(item, scaling, PrintCopy::Mode::Positive).reduceTo(ink);
+        || PrintCopy(item, scaling, PrintCopy::Mode::Positive, colors).reduceTo(ink);
 }
 
 void fillScene(
@@ -40,10 +49,11 @@ void fillScene(
 {
     const double scaling = scalingOf(document, options);
     const auto mode = options.negative ? PrintCopy::Mode::Negative : PrintCopy::Mode::Positive;
+    const QList<QColor> colors = colorsOf(document);
     for (const std::unique_ptr<Item> &item : document.items()) {
-        if (!takesPart(*item, ink, scaling, options.overprint))
+        if (!takesPart(*item, ink, scaling, options.overprint, colors))
             continue;
-        PrintCopy copy(*item, scaling, mode);
+        PrintCopy copy(*item, scaling, mode, colors);
         copy.reduceTo(ink);
         copy.handTo(scene);
     }

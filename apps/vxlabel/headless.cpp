@@ -2,6 +2,7 @@
 #include "apps/vxlabel/headless.h"
 
 #include "apps/vxlabel/interruption.h"
+#include "label/hostfonts.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -52,5 +53,7 @@ std::unique_ptr<QApplication> createHeadlessApplication(int &argc, char **argv)
     const Interruption::Postponed untilRemoved;
     const QTemporaryDir folder;
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder.path()));
-    return std::make_unique<QApplication>(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    HostFonts::substituteDefaultFamily();
+    return application;
 }

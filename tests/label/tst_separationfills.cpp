@@ -69,7 +69,7 @@ QImage redPlate(const LabelDocument &document, double scaling, int rowsPerBand)
     QGraphicsScene scene(QRectF(QPointF(), document.pageSizeInUnits()));
     scene.setItemIndexMethod(QGraphicsScene::NoIndex);
     for (const auto &item : document.items()) {
-        PrintCopy copy(*item, scaling, PrintCopy::Mode::Positive);
+        PrintCopy copy(*item, scaling, PrintCopy::Mode::Positive, {});
         copy.reduceTo(red);
         copy.handTo(scene);
     }
