@@ -12,7 +12,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.append(str(ROOT / "tests" / "tools"))
-from record_rectangle import CHANGED, FIELDS, NEW, integer, real_number, record, rgb, string  # noqa: E402
+from record_rectangle import CHANGED, FIELDS, NEW, colour, integer, real_number, record, rgb, string  # noqa: E402
 
 CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
@@ -24,7 +24,25 @@ RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
 ANGLES = [("startPieAngle", integer("i")), ("spanPieAngle", integer("i")), ("drawCircle", integer("b"))]
 LINE = [("itemLength", real_number), ("itemArrows", integer("h")), ("itemPositionX", real_number),
         ("itemPositionY", real_number)]
+LABEL_BEFORE = [("itemText", string), ("itemTextColor", colour), ("itemAlignment", integer("h")),
+                ("itemDocumentMargin", real_number)]
+LABEL_BEHIND = [("itemFontFamily", string), ("itemFontSize", integer("h")), ("weight", integer("h")),
+                ("itemItalic", integer("b")), ("itemUnderline", integer("b")),
+                ("oldTransformCoefficientM31", real_number), ("oldTransformCoefficientM32", real_number),
+                ("itemTextVertical", integer("b")), ("itemWasResized", integer("b")),
+                ("itemPinToCenter", integer("b")), ("itemSizeLimiting", integer("b"))]
+RICH_BEFORE = [("itemHtml", string), ("documentIsEmpty", integer("b")), ("screenDpi", real_number),
+               ("itemTextColor", colour)]
+RICH_BEHIND = [("itemFontFamily", string), ("itemFontSize", integer("h")), ("itemFontWeight", integer("h")),
+               ("itemFontItalic", integer("b")), ("itemFontUnderline", integer("b")),
+               ("itemAlignment", integer("h"))]
 CLASSES = {
+    "label_text": (0x10015, LABEL_BEFORE, LABEL_BEHIND,
+                   ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
+                    True, 1]),
+    "rich_text": (0x10016, RICH_BEFORE, RICH_BEHIND,
+                  ['<p>Now <span style="font-size:30pt; color:#d40000;">9,99</span></p>', False, 1.25,
+                   rgb(0, 0, 0), "Loma", 20, 400, False, True, 2]),
     "line": (0x1001F, [], LINE, [250.25, 0x35, -123.5, 4096.125]),
     "rectangle": (0x1002A, [], [], []),
     "rounded_rectangle": (0x1002B, RADII, [], [12.5, -3.0]),
@@ -62,7 +80,10 @@ def map_of(name):
     binding = ("datasourceId", "datasourceField") if name in RECTANGLES else (
         "itemDatasourceId", "itemDatasourceField")
     values |= zip(binding, (4, "Größe"))
-    return values | dict(zip((key for key, _ in before + behind), own))
+    own_values = {key: value for (key, _), value in zip(before + behind, own) if key != "weight"}
+    if "itemTextColor" in own_values:
+        own_values["itemTextColor"] = "#d40000"
+    return values | own_values
 
 
 def json_document():

@@ -8,6 +8,7 @@
 #include "items/interfaces/textcoloritem.h"
 #include "items/shapes/lineitem.h"
 #include "items/shapes/polygonitem.h"
+#include "items/text/simpletextitem.h"
 #include "label/itemrecord.h"
 #include "label/itemvalue.h"
 #include "label/jsonmembers.h"
@@ -32,6 +33,8 @@ const QString ownFieldKey = u"itemDatasourceField"_s;
 const QString shapeKey = u"itemShape"_s;
 const QString widthKey = u"itemWidth"_s;
 const QString heightKey = u"itemHeight"_s;
+const QString scaleXKey = u"itemScaleX"_s;
+const QString scaleYKey = u"itemScaleY"_s;
 
 constexpr int unbound = -1;
 
@@ -91,6 +94,13 @@ void addBinding(Item &item, QJsonObject &json)
         json.insert(datasourceIdKey, item.getDatasourceId());
     if (!item.getDatasourceField().isEmpty())
         json.insert(datasourceFieldKey, item.getDatasourceField());
+}
+
+/// A stretched label text tells no font size, though it has one that no other key gives exactly.
+void addFontSize(Item &item, QJsonObject &json)
+{
+    if (const auto *text = dynamic_cast<SimpleTextItem *>(&item))
+        json.insert(u"itemFontSize"_s, text->getItemPositiveFontSize());
 }
 
 std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &pointer, ProblemLog &log)
@@ -154,19 +164,43 @@ void completeScales(const Item &fresh, QVariantMap &map)
     };
     if (!dynamic_cast<const PolygonItem *>(&fresh))
         return;
-    complete(widthKey, u"itemScaleX"_s, fresh.getItemWidth());
-    complete(heightKey, u"itemScaleY"_s, fresh.getItemHeight());
+    complete(widthKey, scaleXKey, fresh.getItemWidth());
+    complete(heightKey, scaleYKey, fresh.getItemHeight());
+}
+
+/// Stretches a label text to a size or by scales, as people write them, and turns it about its centre.
+void placeLabelText(SimpleTextItem &text, const QVariantMap &map)
+{
+    const double rotation = text.getItemRotation();
+    const bool pinned = text.getItemPinToCenter();
+    const signed char limiting = text.getItemSizeLimiting();
+    const auto side = [&map](const QString &key, const QString &scale, double natural) {
+        return map.value(key, natural * map.value(scale, 1.0).toDouble()).toDouble();
+    };
+    text.setItemPinToCenter(false);
+    text.resetTransform();
+    const QSizeF natural = text.getItemSize();
+    text.setItemSize(
+        QSizeF(side(widthKey, scaleXKey, natural.width()), side(heightKey, scaleYKey, natural.height())));
+    text.setItemSizeLimiting(limiting);
+    text.updateItemPen(); // the frame lies around the text in its new scales
+    text.updateItemPositionAfterLoading();
+    text.setItemRotation(rotation);
+    text.setItemPinToCenter(pinned);
 }
 
 /// Keys are applied in alphabetical order: an item without a transform was turned about the centre of the
 /// size that it had before its width was known.
-void turnAboutCentre(Item &item, const QVariantMap &map)
+void placeWithoutTransform(Item &item, const QVariantMap &map)
 {
-    const bool isTurned = item.getItemRotation() != 0.0 || item.getItemHorizontalMirror();
-    if (!isTurned || map.contains(u"itemTransform"_s))
+    if (map.contains(u"itemTransform"_s))
         return;
-    item.setItemRotation(item.getItemRotation());
-    item.updateItemPositionAfterLoading();
+    if (auto *text = dynamic_cast<SimpleTextItem *>(&item)) {
+        placeLabelText(*text, map);
+    } else if (item.getItemRotation() != 0.0 || item.getItemHorizontalMirror()) {
+        item.setItemRotation(item.getItemRotation());
+        item.updateItemPositionAfterLoading();
+    }
 }
 
 /// A line's size is its length and nothing: any other in its map has been lost.
@@ -217,6 +251,7 @@ QJsonObject ItemMap::toJson(Item &item)
     QJsonObject json = QJsonObject::fromVariantMap(plain.saveItemToJSON());
     addColors(plain, json);
     addBinding(plain, json);
+    addFontSize(plain, json);
     if (!plain.getItemIsVisible())
         json.insert(visibleKey, false);
     return json;
@@ -234,7 +269,7 @@ std::unique_ptr<Item> ItemMap::fromJson(
         return {};
     completeScales(*item, map);
     item->loadItemFromJSON(map, version);
-    turnAboutCentre(*item, map);
+    placeWithoutTransform(*item, map);
     applyHostKeys(*item, map);
     checkLineSize(*item, map, pointer, log);
     log.add(geometryProblems(*item, pointer));

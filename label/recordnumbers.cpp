@@ -14,21 +14,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A stretch of a record: so many bytes without a number; a text, which begins with its length; or numbers in
-/// double precision under one key.
+/// A stretch of a record: so many bytes without a number; a text, which begins with its length; numbers in
+/// double precision under one key; or a flag and, unless it is set, a number.
 struct Field
 {
-    enum Kind { Bytes, Mirrors, Text, Numbers };
+    enum Kind { Bytes, Text, Numbers, NumberUnless };
 
     Kind kind;
     int count = 1;
     const char *key = nullptr;
+    unsigned int sinceVersion = 1;
 };
 
-constexpr Field bytes(int count)
+constexpr Field bytes(int count, unsigned int sinceVersion = 1)
 {
-    return { Field::Bytes, count };
+    return { Field::Bytes, count, nullptr, sinceVersion };
 }
+
+constexpr Field text { Field::Text };
 
 constexpr Field number(const char *key)
 {
@@ -40,11 +43,12 @@ constexpr int penBytes = colorBytes + 2 + 3 * 4;
 constexpr int brushBytes = 2 + colorBytes;
 constexpr int mirrorBytes = 3;
 constexpr unsigned int mirrorsSinceVersion = 6;
+constexpr unsigned int screenFactorSinceVersion = 2;
 
 // What the bases write, with the pen at the end.
 constexpr Field outlined[] = {
     bytes(2 + 4), // id, flags
-    { Field::Mirrors },
+    bytes(mirrorBytes, mirrorsSinceVersion),
     number("itemZValue"),
     bytes(4 + 1), // graphics-item flags, visible
     number("itemRotation"),
@@ -56,7 +60,7 @@ constexpr Field outlined[] = {
     number("itemPositionX"),
     number("itemPositionY"),
     bytes(4), // datasource id
-    { Field::Text }, // datasource field
+    text, // datasource field
     bytes(penBytes),
 };
 constexpr Field brush[] = { bytes(brushBytes) };
@@ -74,11 +78,21 @@ struct Layout
 
 constexpr Field ofRoundedRectangle[] = { number("roundingRadiusX"), number("roundingRadiusY") };
 constexpr Field ofPie[] = { bytes(4 + 4 + 1) }; // two angles, the circle
+constexpr Field beforeLabelText[] = { text, bytes(colorBytes + 2), number("itemDocumentMargin") };
+// The brush; the font; the coefficients; three flags and the limits.
+constexpr Field behindLabelText[] = { bytes(brushBytes), text, bytes(2 + 2 + 1 + 1),
+    number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"), bytes(3 + 1) };
+constexpr Field beforeRichText[]
+    = { text, { Field::NumberUnless, 1, "screenDpi", screenFactorSinceVersion }, bytes(colorBytes) };
+// The brush; font and alignment of the empty box.
+constexpr Field behindRichText[] = { bytes(brushBytes), text, bytes(2 + 2 + 1 + 1 + 2) };
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
 /// The classes with fields of their own.
 constexpr Layout layouts[] = {
+    { MobraTypes::LabelTextShape, beforeLabelText, outlined, behindLabelText },
+    { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
     { MobraTypes::LineShape, {}, outlined, ofLine },
     { MobraTypes::RoundedRectangleShape, ofRoundedRectangle, outlined, brush },
     { MobraTypes::PieShape, ofPie, outlined, brush },
@@ -95,7 +109,7 @@ class Walk
 public:
     Walk(QByteArrayView record, unsigned int version)
         : m_rest(record)
-        , m_mirrorBytes(version >= mirrorsSinceVersion ? mirrorBytes : 0)
+        , m_version(version)
     {
     }
 
@@ -111,16 +125,19 @@ public:
 private:
     void along(const Field &field)
     {
+        if (m_version < field.sinceVersion)
+            return;
         switch (field.kind) {
         case Field::Bytes:
             static_cast<void>(take(field.count));
             return;
-        case Field::Mirrors:
-            static_cast<void>(take(m_mirrorBytes));
-            return;
         case Field::Text:
             skipText();
             return;
+        case Field::NumberUnless:
+            if (integer<quint8>() != 0)
+                return;
+            [[fallthrough]];
         case Field::Numbers:
             for (int i = 0; i < field.count; ++i)
                 check(std::bit_cast<double>(integer<quint64>()), QString::fromLatin1(field.key));
@@ -158,7 +175,7 @@ private:
     }
 
     QByteArrayView m_rest;
-    int m_mirrorBytes;
+    unsigned int m_version;
     Problems m_problems;
 };
 

@@ -12,6 +12,8 @@
 #include "items/shapes/rectangleitem.h"
 #include "items/shapes/righttriangleitem.h"
 #include "items/shapes/roundedrectangleitem.h"
+#include "items/text/richtextitem.h"
+#include "items/text/simpletextitem.h"
 
 namespace {
 
@@ -38,6 +40,8 @@ constexpr Registration registrations[] = {
     { MobraTypes::PentagonShape, &make<PentagonItem> },
     { MobraTypes::HexagonShape, &make<HexagonItem> },
     { MobraTypes::OctagonShape, &make<OctagonItem> },
+    { MobraTypes::LabelTextShape, &make<SimpleTextItem> },
+    { MobraTypes::RichTextShape, &make<RichTextItem> },
 };
 
 } // namespace

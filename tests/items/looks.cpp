@@ -236,6 +236,8 @@ const QList<Subject> &subjectsWithLooks()
         { "hexagon", MobraTypes::HexagonShape, shapeLooks() },
         { "octagon", MobraTypes::OctagonShape, shapeLooks() },
         { "line", MobraTypes::LineShape, lineLooks() },
+        { "label-text", MobraTypes::LabelTextShape, labelTextLooks() },
+        { "rich-text", MobraTypes::RichTextShape, richTextLooks() },
     };
     return subjects;
 }

@@ -12,8 +12,9 @@
 /// How a picture of an item comes about.
 struct Look
 {
-    /// Where the item is when it is drawn.
-    enum Place { Alone, Selected, SelectedInGroup };
+    /// Where the item is when it is drawn, and a text what is done with it: its second and third letters are
+    /// selected in an edit, it has a marker where there is no text, or a border where there is too much.
+    enum Place { Alone, Selected, SelectedInGroup, Edited, Marked, Bordered };
 
     QByteArray name;
     /// Changes a new item of 64 x 48.
@@ -33,3 +34,6 @@ struct Subject
 };
 
 [[nodiscard]] const QList<Subject> &subjectsWithLooks();
+
+[[nodiscard]] QList<Look> labelTextLooks();
+[[nodiscard]] QList<Look> richTextLooks();

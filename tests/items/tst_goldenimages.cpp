@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/interfaces/fillcoloritem.h"
+#include "items/text/richtextbordereffect.h"
+#include "items/text/textitem.h"
 #include "tests/items/looks.h"
 #include "tests/support/allitems.h"
 #include "tests/support/images.h"
@@ -55,6 +57,18 @@ QRect cellOf(qsizetype look, int scale)
     return QRect(cell * scale, cellSize * scale);
 }
 
+void prepare(QGraphicsItem &item, Look::Place place)
+{
+    item.setSelected(place == Look::Selected || place == Look::SelectedInGroup);
+    auto *text = dynamic_cast<TextItem *>(&item);
+    if (place == Look::Edited)
+        text->startSelectedEdit(1, 3);
+    else if (place == Look::Marked)
+        text->showEmptyTextMarker(true);
+    else if (place == Look::Bordered)
+        RichTextBorderEffect::installEffectOnItems(item.scene());
+}
+
 /// The scene's picture of the item, in the middle of a cell.
 QImage rendered(Item &item, Look::Place place, int scale)
 {
@@ -66,7 +80,7 @@ QImage rendered(Item &item, Look::Place place, int scale)
         graphics.setParentItem(&group);
     else
         scene.addItem(&graphics);
-    graphics.setSelected(place != Look::Alone);
+    prepare(graphics, place);
     QImage image(cellSize * scale, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -137,6 +151,7 @@ private Q_SLOTS:
 
 void tst_GoldenImages::initTestCase()
 {
+    QFont::insertSubstitution(u"_Fen Loma"_s, u"Loma"_s);
     QPalette palette;
     palette.setColor(QPalette::WindowText, Qt::black); // the selection frame
     QApplication::setPalette(palette);

@@ -47,7 +47,7 @@ LabelDocument documentOf(ShapeType shape, const Look &look, const Turn &turn, in
     document.setInks((document.inks() + QList<Ink> { { u"blue"_s, blue } }).first(inks));
     if (inks > 2)
         addRectangle(document, { 15, 15, 50, 100 }, { blue });
-    Item &item = *addItem(document, AllItems::made(shape), place, look);
+    Item &item = *addItem(document, AllItems::madeWithoutText(shape), place, look);
     if (auto *pie = dynamic_cast<PieItem *>(&item)) {
         pie->setDrawCircle(true);
         pie->setStartPieAngle(20 * 16);

@@ -4,10 +4,13 @@
 #include "items/shapes/pieitem.h"
 #include "items/shapes/polygonitem.h"
 #include "items/shapes/roundedrectangleitem.h"
+#include "items/text/richtextitem.h"
+#include "items/text/simpletextitem.h"
 #include "label/documentfile.h"
 #include "tests/label/jsontexts.h"
 #include "tests/support/allitems.h"
 #include "tests/support/hexbytes.h"
+#include "tests/support/itemrecords.h"
 #include "tests/support/nearness.h"
 
 #include <QJsonArray>
@@ -30,11 +33,22 @@ const QSet<QString> commonKeys { u"itemShape"_s, u"itemId"_s, u"itemFlags"_s, u"
     u"itemPositionX"_s, u"itemPositionY"_s };
 const QSet<QString> fillKeys { u"itemFillColor"_s, u"itemBrushStyle"_s };
 const QSet<QString> hostBinding { u"datasourceId"_s, u"datasourceField"_s };
+const QSet<QString> textKeys { u"itemTextColor"_s, u"itemAlignment"_s, u"itemFontSize"_s,
+    u"itemFontFamily"_s };
+const QSet<QString> labelTextKeys { u"itemText"_s, u"itemTextVertical"_s, u"itemPinToCenter"_s,
+    u"itemWasResized"_s, u"itemSizeLimiting"_s, u"itemDocumentMargin"_s, u"oldTransformCoefficientM31"_s,
+    u"oldTransformCoefficientM32"_s, u"itemFontBold"_s, u"itemItalic"_s, u"itemUnderline"_s };
+const QSet<QString> richTextKeys { u"itemHtml"_s, u"documentIsEmpty"_s, u"screenDpi"_s, u"itemFontWeight"_s,
+    u"itemFontItalic"_s, u"itemFontUnderline"_s };
 const QSet<QString> ownBinding { u"itemDatasourceId"_s, u"itemDatasourceField"_s };
 
 QSet<QString> keysOf(ShapeType shape)
 {
     switch (shape) {
+    case MobraTypes::LabelTextShape:
+        return commonKeys + fillKeys + ownBinding + textKeys + labelTextKeys;
+    case MobraTypes::RichTextShape:
+        return commonKeys + fillKeys + ownBinding + textKeys + richTextKeys;
     case MobraTypes::RectangleShape:
         return commonKeys + fillKeys + hostBinding;
     case MobraTypes::RoundedRectangleShape:
@@ -199,7 +213,7 @@ void tst_ShapeFormats::formsTurnIntoEachOther()
     QFETCH(Change, change);
     std::unique_ptr<Item> item = AllItems::made(shape);
     change(*item);
-    const LabelDocument document = documentOf(std::move(item));
+    const LabelDocument document = documentOf(ItemRecords::settled(std::move(item)));
     const QByteArray json = toForm(document, DocumentFormat::Json);
     const QByteArray binary = toForm(document, DocumentFormat::Binary);
     QVERIFY(!json.isEmpty() && !binary.isEmpty());
@@ -268,20 +282,37 @@ void tst_ShapeFormats::documentsOfAnotherWriterAreRead()
     for (const auto &item : items)
         shapes.append(item->getItemShape());
     QCOMPARE(shapes, AllItems::shapes());
+    const auto itemOf = [&](ShapeType shape) { return items[std::size_t(shapes.indexOf(shape))].get(); };
 
-    auto &line = dynamic_cast<LineItem &>(*items[0]);
+    auto &label = dynamic_cast<SimpleTextItem &>(*itemOf(MobraTypes::LabelTextShape));
+    QCOMPARE(label.getItemText(), u"Größe\n42 😀"_s);
+    QCOMPARE(label.getItemTextColor(), QColor(0xD4, 0, 0));
+    QCOMPARE(label.getItemAlignment(), Qt::AlignRight);
+    QCOMPARE(label.font().family(), u"Loma"_s);
+    QCOMPARE(label.getItemPositiveFontSize(), 24);
+    QVERIFY(label.getItemItalic() && !label.getItemUnderline() && label.getItemPinToCenter());
+    QVERIFY(label.getItemFixedSizeWidth() && !label.getItemFixedSizeHeight());
+    QCOMPARE(label.getItemSize(), QSizeF(250.25, 40.5));
+    auto &rich = dynamic_cast<RichTextItem &>(*itemOf(MobraTypes::RichTextShape));
+    QCOMPARE(rich.getItemText(), u"Now 9,99"_s);
+    QVERIFY(!rich.getDocumentIsEmpty());
+    QCOMPARE(rich.getEmptyFontFamily(), u"Loma"_s);
+    QVERIFY(!rich.getEmptyFontItalic() && rich.getEmptyFontUnderline());
+    QCOMPARE(rich.getEmptyAlignment(), int(Qt::AlignRight));
+
+    auto &line = dynamic_cast<LineItem &>(*itemOf(MobraTypes::LineShape));
     QCOMPARE(line.getItemLength(), 250.25);
     QCOMPARE(line.getItemArrows(), ushort(0x35));
     QCOMPARE(line.pos(), QPointF(-123.5, 4096.125));
-    const auto &rounded = dynamic_cast<RoundedRectangleItem &>(*items[2]);
+    const auto &rounded = dynamic_cast<RoundedRectangleItem &>(*itemOf(MobraTypes::RoundedRectangleShape));
     QCOMPARE(rounded.getItemSize(), QSizeF(250.25, 40.5));
     QCOMPARE(rounded.getRoundingRadiusX(), 12.5);
     QCOMPARE(rounded.getRoundingRadiusY(), -3.0);
-    auto &pie = dynamic_cast<PieItem &>(*items[4]);
+    auto &pie = dynamic_cast<PieItem &>(*itemOf(MobraTypes::PieShape));
     QCOMPARE(pie.startPieAngle(), -160);
     QCOMPARE(pie.spanPieAngle(), 5761);
     QVERIFY(pie.getDrawCircle());
-    QCOMPARE(items[10]->getItemSize(), QSizeF(250.25, 40.5));
+    QCOMPARE(itemOf(MobraTypes::OctagonShape)->getItemSize(), QSizeF(250.25, 40.5));
 }
 
 void tst_ShapeFormats::ownKeysHaveTheirType_data()
@@ -500,13 +531,15 @@ void tst_ShapeFormats::typedItemsTurnAboutTheirCentre()
     const QByteArray size = isLine ? R"("itemLength": 600)" : R"("itemWidth": 600, "itemHeight": 250)";
     const auto item
         = itemOf<Item>(shape, size + R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)");
-    const QPointF centre(300, isLine ? 0 : 125);
-    QGraphicsItem &graphics = AllItems::graphics(*item);
-    QCOMPARE(graphics.pos(), QPointF(100, -40));
-    QVERIFY(areNear(graphics.mapToParent(centre), QPointF(100, -40) + centre));
+    const double middle = isLine ? 0 : 125;
+    const auto mapped = [&](double x, double y) {
+        return AllItems::graphics(*item).mapToParent(AllItems::pointIn(*item, x, y));
+    };
+    QCOMPARE(item->getItemSize(), QSizeF(600, 2 * middle));
+    const QPointF centre = QPointF(100, -40) + QPointF(300, middle);
+    QVERIFY(areNear(mapped(300, middle), centre));
     // A point to the right of the centre turns clockwise.
-    const QPointF turned = graphics.mapToParent(centre + QPointF(10, 0)) - QPointF(100, -40) - centre;
-    QVERIFY(areNear(turned, { 8.6602540378443865, 5 }));
+    QVERIFY(areNear(mapped(310, middle) - centre, { 8.6602540378443865, 5 }));
 }
 
 void tst_ShapeFormats::mirroredLineStaysInPlace()

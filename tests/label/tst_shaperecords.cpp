@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/shapes/lineitem.h"
+#include "items/text/richtextitem.h"
+#include "items/text/simpletextitem.h"
 #include "label/binaryformat.h"
 #include "tests/support/allitems.h"
 #include "tests/support/hexbytes.h"
@@ -20,9 +22,30 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+constexpr int colorBytes = 11;
+
+/// The bytes of a text in a stream.
+int bytesOf(const QString &text)
+{
+    return 4 + 2 * int(text.size());
+}
+
 /// The bytes of a record before what all classes have in common.
-const QHash<ShapeType, int> bytesBefore { { MobraTypes::RoundedRectangleShape, 2 * 8 },
-    { MobraTypes::PieShape, 4 + 4 + 1 } };
+int bytesBefore(Item &item)
+{
+    if (auto *label = dynamic_cast<SimpleTextItem *>(&item))
+        return bytesOf(label->toPlainText()) + colorBytes + 2 + 8;
+    if (auto *rich = dynamic_cast<RichTextItem *>(&item))
+        return bytesOf(rich->toHtml()) + 1 + (rich->getDocumentIsEmpty() ? 0 : 8) + colorBytes;
+    switch (item.getItemShape()) {
+    case MobraTypes::RoundedRectangleShape:
+        return 2 * 8;
+    case MobraTypes::PieShape:
+        return 4 + 4 + 1;
+    default:
+        return 0;
+    }
+}
 
 LabelDocument documentOf(std::unique_ptr<Item> item)
 {
@@ -41,7 +64,7 @@ QStringList problemsOfRecord(Item &item, int at, double number, unsigned int ver
     QByteArray data = BinaryFormat::write(documentOf(std::unique_ptr<Item>(item.createItemCopy())));
     if (!data.endsWith(record))
         return { u"the record is not at the end"_s };
-    const int before = bytesBefore.value(item.getItemShape());
+    const int before = bytesBefore(item);
     if (version < 6) {
         changed.remove(before + 6, 3); // mirrors and overprint
         qToBigEndian(quint32(version), data.data() + 8);
@@ -69,6 +92,7 @@ private Q_SLOTS:
     void brokenCommonNumbersAreNamed();
     void brokenOwnNumbersAreNamed_data();
     void brokenOwnNumbersAreNamed();
+    void brokenScreenFactorIsNamed();
     void eachNumberIsToldOnce();
     void secondPositionOfALineDecides_data();
     void secondPositionOfALineDecides();
@@ -97,7 +121,7 @@ void tst_ShapeRecords::brokenCommonNumbersAreNamed()
               { "itemScaleX", 46 }, { "itemScaleY", 54 }, { "itemTransform", 62 }, { "itemTransform", 126 },
               { "itemPositionX", 134 }, { "itemPositionY", 142 } };
     const std::unique_ptr<Item> item = AllItems::made(shape);
-    const int before = bytesBefore.value(shape);
+    const int before = bytesBefore(*item);
     for (const auto &[key, at] : numbers) {
         const QString name = QString::fromLatin1(key);
         QCOMPARE(problemsOfRecord(*item, before + at, notANumber, version),
@@ -114,6 +138,11 @@ void tst_ShapeRecords::brokenOwnNumbersAreNamed_data()
     QTest::addColumn<int>("at");
     QTest::newRow("radius x") << MobraTypes::RoundedRectangleShape << u"roundingRadiusX"_s << 0;
     QTest::newRow("radius y") << MobraTypes::RoundedRectangleShape << u"roundingRadiusY"_s << 8;
+    // A label text begins with "TEXT", its colour and its alignment, and ends in its coefficients, three
+    // flags and the limits.
+    QTest::newRow("margin") << MobraTypes::LabelTextShape << u"itemDocumentMargin"_s << 12 + 11 + 2;
+    QTest::newRow("coefficient x") << MobraTypes::LabelTextShape << u"oldTransformCoefficientM31"_s << -20;
+    QTest::newRow("coefficient y") << MobraTypes::LabelTextShape << u"oldTransformCoefficientM32"_s << -12;
     // A line ends in its length, arrows in two bytes, and the position.
     QTest::newRow("length") << MobraTypes::LineShape << u"itemLength"_s << -26;
     QTest::newRow("x of a line") << MobraTypes::LineShape << u"itemPositionX"_s << -16;
@@ -141,6 +170,17 @@ void tst_ShapeRecords::brokenOwnNumbersAreNamed()
         ? QStringList(u"itemLength 0.5 is below 1, the shortest line"_s)
         : QStringList();
     QCOMPARE(problemsOfRecord(*item, at, 0.5), belowOne);
+}
+
+// Only a rich text that is not empty has it.
+void tst_ShapeRecords::brokenScreenFactorIsNamed()
+{
+    RichTextItem rich;
+    rich.setItemText(u"Sale"_s);
+    QVERIFY(!rich.getDocumentIsEmpty());
+    const int at = bytesOf(rich.toHtml()) + 1;
+    QCOMPARE(problemsOfRecord(rich, at, notANumber), QStringList(u"screenDpi nan is no finite number"_s));
+    QCOMPARE(problemsOfRecord(rich, at, 1.25), QStringList());
 }
 
 // The transform has nine numbers, and a line two positions.

@@ -4,6 +4,7 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/mobratypes.h"
+#include "items/interfaces/itextgenericitem.h"
 #include "items/style/fillableitem.h"
 
 #include <QGraphicsItem>
@@ -36,6 +37,12 @@ namespace AllItems {
     return made;
 }
 
+/// The classes that draw a text inside their outline, in a way of their own.
+[[nodiscard]] inline bool isText(MobraTypes::ShapeType shape)
+{
+    return shape == MobraTypes::LabelTextShape || shape == MobraTypes::RichTextShape;
+}
+
 [[nodiscard]] inline QGraphicsItem &graphics(Item &item)
 {
     return dynamic_cast<QGraphicsItem &>(item);
@@ -44,6 +51,24 @@ namespace AllItems {
 [[nodiscard]] inline QObject &object(Item &item)
 {
     return dynamic_cast<QObject &>(item);
+}
+
+/// A new item that draws nothing but its outline and fill.
+[[nodiscard]] inline std::unique_ptr<Item> madeWithoutText(MobraTypes::ShapeType shape)
+{
+    std::unique_ptr<Item> item = made(shape);
+    if (auto *text = dynamic_cast<ITextGenericItem *>(item.get()))
+        text->setItemText({});
+    return item;
+}
+
+/// The item's coordinates of a point that lies so far from its corner, measured along its sides in the size
+/// in which it shows: the transform of a label text holds its scales.
+[[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
+{
+    if (item.getItemShape() != MobraTypes::LabelTextShape)
+        return QPointF(x, y);
+    return QPointF(x / item.getItemScaleX(), y / item.getItemScaleY());
 }
 
 /// Gives everything that the item has in common with others a value of its own.

@@ -7,6 +7,8 @@
 #include <QDataStream>
 #include <QIODevice>
 
+#include <memory>
+
 /// Records in the default form of a stream: big-endian, double precision.
 namespace ItemRecords {
 
@@ -27,6 +29,14 @@ inline QDataStream::Status load(Item &item, const QByteArray &bytes, unsigned in
     QDataStream stream(bytes);
     item.loadItemFromData(stream, version);
     return stream.status();
+}
+
+/// Loading takes the weight of an empty rich text for one of an older scale: a bold one gets normal once.
+inline std::unique_ptr<Item> settled(std::unique_ptr<Item> item)
+{
+    if (item->getItemShape() == MobraTypes::RichTextShape)
+        load(*item, saved(*item));
+    return item;
 }
 
 } // namespace ItemRecords

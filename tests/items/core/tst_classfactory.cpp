@@ -12,6 +12,8 @@
 #include "items/shapes/rectangleitem.h"
 #include "items/shapes/righttriangleitem.h"
 #include "items/shapes/roundedrectangleitem.h"
+#include "items/text/richtextitem.h"
+#include "items/text/simpletextitem.h"
 
 #include <QGraphicsItem>
 #include <QRegularExpression>
@@ -103,6 +105,8 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<IsExactly>("isExactly");
 
+    QTest::newRow("label text") << 0x10015U << 0x10015 << IsExactly(isExactly<SimpleTextItem>);
+    QTest::newRow("rich text") << 0x10016U << 0x10016 << IsExactly(isExactly<RichTextItem>);
     QTest::newRow("line") << 0x1001FU << 0x1001F << IsExactly(isExactly<LineItem>);
     QTest::newRow("rectangle") << 0x1002AU << 0x1002A << IsExactly(isExactly<RectangleItem>);
     QTest::newRow("rounded rectangle") << 0x1002BU << 0x1002B << IsExactly(isExactly<RoundedRectangleItem>);
@@ -136,6 +140,8 @@ void tst_ClassFactory::descriptionsShowTheId_data()
     QTest::addColumn<short>("id");
     QTest::addColumn<QString>("description");
 
+    QTest::newRow("label text") << 0x10015U << short(7) << u"Label Text 7"_s;
+    QTest::newRow("rich text") << 0x10016U << short(7) << u"Rich Text 7"_s;
     QTest::newRow("line") << 0x1001FU << short(7) << u"line 7"_s;
     QTest::newRow("rectangle") << 0x1002AU << short(7) << u"rectangle 7"_s;
     QTest::newRow("rounded rectangle") << 0x1002BU << short(7) << u"rounded rectangle 7"_s;
