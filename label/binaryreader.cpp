@@ -10,7 +10,7 @@
 #include "label/jsonpointer.h"
 #include "label/labellimits.h"
 #include "label/problemlog.h"
-#include "label/recordnumbers.h"
+#include "label/recordvalues.h"
 
 #include <QIODevice>
 
@@ -168,7 +168,7 @@ std::unique_ptr<Item> BinaryReader::itemOf(quint32 shape, const QByteArray &reco
         m_log.add(where, u"the record of this %1 is not whole"_s.arg(item->toDescriptionString()));
         return {};
     }
-    Problems problems = RecordNumbers::problems(item->getItemShape(), record, m_version);
+    Problems problems = RecordValues::problems(item->getItemShape(), record, m_version);
     if (problems.isEmpty())
         problems = ItemMap::geometryProblems(*item, {});
     addItemProblems(problems, where, m_log);

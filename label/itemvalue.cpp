@@ -2,6 +2,7 @@
 #include "label/itemvalue.h"
 
 #include "items/core/limits.h"
+#include "items/text/htmlguard.h"
 #include "label/jsonmembers.h"
 #include "label/wording.h"
 
@@ -46,6 +47,8 @@ ItemValue real(const QJsonValue &json, const QString &key)
 
 ItemValue colorName(const QJsonValue &json)
 {
+    if (!json.isString())
+        return wrongType(json, u"text"_s);
     const QString name = json.toString();
     if (Wording::colorOf(name).isValid())
         return { name, {}, {} };
@@ -55,9 +58,14 @@ ItemValue colorName(const QJsonValue &json)
 
 ItemValue text(const QJsonValue &json, const QString &key)
 {
+    if (key.endsWith("Color"_L1))
+        return colorName(json);
     if (!json.isString())
         return wrongType(json, u"text"_s);
-    return key.endsWith("Color"_L1) ? colorName(json) : ItemValue { json.toString(), {}, {} };
+    const QString problem = ItemValue::textProblem(json.toString(), key);
+    if (!problem.isEmpty())
+        return { {}, problem, u"shorten or simplify it"_s };
+    return { json.toString(), {}, {} };
 }
 
 ItemValue transform(const QJsonValue &json, const QString &key)
@@ -95,6 +103,16 @@ QString ItemValue::numberProblem(double number, const QString &key)
     return {};
 }
 
+QString ItemValue::textProblem(const QString &text, const QString &key)
+{
+    if (key == "itemText"_L1 && text.size() > Limits::MaxTextLength)
+        return u"has %1 characters, of which only %2 would be kept"_s.arg(text.size())
+            .arg(Limits::MaxTextLength);
+    if (key == "itemHtml"_L1 && !HtmlGuard::accepts(text))
+        return u"is too complicated to be laid out"_s;
+    return {};
+}
+
 ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType type)
 {
     switch (type.id()) {
@@ -112,6 +130,8 @@ ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType 
         return real(json, key);
     case QMetaType::QString:
         return text(json, key);
+    case QMetaType::QColor:
+        return colorName(json);
     default:
         return key == "itemTransform"_L1 ? transform(json, key) : anyOther(json, type);
     }

@@ -18,4 +18,6 @@ struct ItemValue
     [[nodiscard]] static ItemValue from(const QJsonValue &json, const QString &key, QMetaType type);
     /// What is wrong with a number of an item, empty if nothing is.
     [[nodiscard]] static QString numberProblem(double number, const QString &key);
+    /// What is wrong with a text of an item, which would lose something if it were taken.
+    [[nodiscard]] static QString textProblem(const QString &text, const QString &key);
 };

@@ -180,6 +180,18 @@ void tst_JsonMistakes::itemMistakesAreNamed_data()
         R"(write it as "#rrggbb", "#aarrggbb" or "transparent")");
     row(R"({"itemShape": 65578, "itemPenColor": ""})", R"(/items/0/itemPenColor: "" is no colour)",
         R"(write it as "#rrggbb", "#aarrggbb" or "transparent")");
+    row(R"({"itemShape": 65557, "itemTextColor": "reddish"})",
+        R"(/items/0/itemTextColor: "reddish" is no colour)",
+        R"(write it as "#rrggbb", "#aarrggbb" or "transparent")");
+    row(R"({"itemShape": 65557, "itemTextColor": 3})", "/items/0/itemTextColor: is a number, not text", "");
+    QTest::newRow("too complicated") << QByteArray(
+        R"({"itemShape": 65558, "itemHtml": ")" + QByteArray("<table><tr><td>").repeated(200) + "\"}")
+                                     << u"/items/0/itemHtml: is too complicated to be laid out"_s
+                                     << u"shorten or simplify it"_s;
+    QTest::newRow("too long") << QByteArray(R"({"itemShape": 65557, "itemText": ")"
+        + QByteArray(2'000'001, 'a')
+        + "\"}") << u"/items/0/itemText: has 2000001 characters, of which only 2000000 would be kept"_s
+                              << u"shorten or simplify it"_s;
     for (const char *list : { "[]", "[1,0,0,0,1,0,0]", "[1,0,0,0,1,0,0,0,1]", "[1,0,0,0,1,0,0,\"nan\"]",
              "[1,0,0,0,1,0,0,null]", "[1,0,0,0,1,0,0,1e8]", "[1,0,0,0,1,0,0,[0]]" }) {
         QTest::newRow(list) << rectangleWith(R"("itemTransform": )" + QByteArray(list))

@@ -7,6 +7,7 @@
 #include "tests/support/hexbytes.h"
 #include "tests/support/itemrecords.h"
 
+#include <QDataStream>
 #include <QRegularExpression>
 #include <QTest>
 #include <QtEndian>
@@ -93,6 +94,7 @@ private Q_SLOTS:
     void brokenOwnNumbersAreNamed_data();
     void brokenOwnNumbersAreNamed();
     void brokenScreenFactorIsNamed();
+    void textsThatWouldNotBeKeptAreNamed();
     void eachNumberIsToldOnce();
     void secondPositionOfALineDecides_data();
     void secondPositionOfALineDecides();
@@ -181,6 +183,24 @@ void tst_ShapeRecords::brokenScreenFactorIsNamed()
     const int at = bytesOf(rich.toHtml()) + 1;
     QCOMPARE(problemsOfRecord(rich, at, notANumber), QStringList(u"screenDpi nan is no finite number"_s));
     QCOMPARE(problemsOfRecord(rich, at, 1.25), QStringList());
+}
+
+void tst_ShapeRecords::textsThatWouldNotBeKeptAreNamed()
+{
+    RichTextItem rich;
+    const QByteArray record = ItemRecords::saved(rich);
+    const QString html = QString(u"<table><tr><td>"_s).repeated(200);
+    QByteArray bad;
+    QDataStream stream(&bad, QIODevice::WriteOnly);
+    stream << html;
+    bad += record.sliced(bytesOf(rich.toHtml()));
+    QByteArray data = BinaryFormat::write(documentOf(std::unique_ptr<Item>(rich.createItemCopy())));
+    data.chop(record.size() + 4);
+    QByteArray length(4, '\0');
+    qToBigEndian(quint32(bad.size()), length.data());
+    const LoadResult result = BinaryFormat::read(data + length + bad, {}, BrokenItems::Refuse);
+    QCOMPARE(result.problems.size(), 1);
+    QCOMPARE(result.problems[0].what, u"itemHtml is too complicated to be laid out"_s);
 }
 
 // The transform has nine numbers, and a line two positions.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "label/recordnumbers.h"
+#include "label/recordvalues.h"
 
 #include "label/itemvalue.h"
 
@@ -31,7 +31,10 @@ constexpr Field bytes(int count, unsigned int sinceVersion = 1)
     return { Field::Bytes, count, nullptr, sinceVersion };
 }
 
-constexpr Field text { Field::Text };
+constexpr Field text(const char *key = "")
+{
+    return { Field::Text, 1, key };
+}
 
 constexpr Field number(const char *key)
 {
@@ -60,7 +63,7 @@ constexpr Field outlined[] = {
     number("itemPositionX"),
     number("itemPositionY"),
     bytes(4), // datasource id
-    text, // datasource field
+    text(), // datasource field
     bytes(penBytes),
 };
 constexpr Field brush[] = { bytes(brushBytes) };
@@ -78,14 +81,14 @@ struct Layout
 
 constexpr Field ofRoundedRectangle[] = { number("roundingRadiusX"), number("roundingRadiusY") };
 constexpr Field ofPie[] = { bytes(4 + 4 + 1) }; // two angles, the circle
-constexpr Field beforeLabelText[] = { text, bytes(colorBytes + 2), number("itemDocumentMargin") };
+constexpr Field beforeLabelText[] = { text("itemText"), bytes(colorBytes + 2), number("itemDocumentMargin") };
 // The brush; the font; the coefficients; three flags and the limits.
-constexpr Field behindLabelText[] = { bytes(brushBytes), text, bytes(2 + 2 + 1 + 1),
+constexpr Field behindLabelText[] = { bytes(brushBytes), text(), bytes(2 + 2 + 1 + 1),
     number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"), bytes(3 + 1) };
-constexpr Field beforeRichText[]
-    = { text, { Field::NumberUnless, 1, "screenDpi", screenFactorSinceVersion }, bytes(colorBytes) };
+constexpr Field beforeRichText[] = { text("itemHtml"),
+    { Field::NumberUnless, 1, "screenDpi", screenFactorSinceVersion }, bytes(colorBytes) };
 // The brush; font and alignment of the empty box.
-constexpr Field behindRichText[] = { bytes(brushBytes), text, bytes(2 + 2 + 1 + 1 + 2) };
+constexpr Field behindRichText[] = { bytes(brushBytes), text(), bytes(2 + 2 + 1 + 1 + 2) };
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
@@ -132,7 +135,7 @@ private:
             static_cast<void>(take(field.count));
             return;
         case Field::Text:
-            skipText();
+            note(ItemValue::textProblem(nextText(), QString::fromLatin1(field.key)), field.key);
             return;
         case Field::NumberUnless:
             if (integer<quint8>() != 0)
@@ -140,7 +143,7 @@ private:
             [[fallthrough]];
         case Field::Numbers:
             for (int i = 0; i < field.count; ++i)
-                check(std::bit_cast<double>(integer<quint64>()), QString::fromLatin1(field.key));
+                check(std::bit_cast<double>(integer<quint64>()), field.key);
             return;
         }
     }
@@ -158,20 +161,28 @@ private:
         return taken.size() == sizeof(Integer) ? qFromBigEndian<Integer>(taken.data()) : 0;
     }
 
-    void skipText()
+    QString nextText()
     {
         constexpr quint32 null = 0xFFFFFFFF;
         const auto length = integer<quint32>();
-        static_cast<void>(take(length == null ? 0 : length));
+        const QByteArrayView units = take(length == null ? 0 : length);
+        QString text(units.size() / 2, Qt::Uninitialized);
+        qFromBigEndian<char16_t>(units.data(), text.size(), text.data());
+        return text;
     }
 
-    void check(double number, const QString &key)
+    void check(double number, const char *key)
     {
-        const QString problem = ItemValue::numberProblem(number, key);
-        const auto isTold
-            = [&](const Problem &told) { return told.what == problem && told.where == u'/' + key; };
+        const QString problem = ItemValue::numberProblem(number, QString::fromLatin1(key));
+        note(problem, key);
+    }
+
+    void note(const QString &problem, const char *key)
+    {
+        const QString where = u'/' + QString::fromLatin1(key);
+        const auto isTold = [&](const Problem &told) { return told.what == problem && told.where == where; };
         if (!problem.isEmpty() && std::ranges::none_of(m_problems, isTold))
-            m_problems.append({ {}, u'/' + key, problem, {} });
+            m_problems.append({ {}, where, problem, {} });
     }
 
     QByteArrayView m_rest;
@@ -181,13 +192,13 @@ private:
 
 } // namespace
 
-Problems RecordNumbers::problems(MobraTypes::ShapeType shape, const QByteArray &record, unsigned int version)
+Problems RecordValues::problems(MobraTypes::ShapeType shape, const QByteArray &record, unsigned int version)
 {
     const Layout layout = layoutOf(shape);
     Walk walk(record, version);
     walk.along(layout.before);
     walk.along(layout.common);
     walk.along(layout.behind);
-    Q_ASSERT_X(walk.isAtEnd(), "RecordNumbers", "a class with fields of its own needs a layout");
+    Q_ASSERT_X(walk.isAtEnd(), "RecordValues", "a class with fields of its own needs a layout");
     return walk.problems();
 }
