@@ -5,10 +5,13 @@
 #include "apps/vxlabel/texttable.h"
 #include "items/core/item.h"
 #include "items/style/fillableitem.h"
+#include "items/text/textitem.h"
 #include "label/canonicaljson.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -47,6 +50,25 @@ QString fillText(const Item &item)
     return u"%1 %2"_s.arg(StyleNames::fill(fillable->getItemBrushStyle()), color);
 }
 
+/// Colour and beginning of a text on one line.
+QString textText(const Item &item)
+{
+    constexpr qsizetype longest = 24;
+    const auto *text = dynamic_cast<const TextItem *>(&item);
+    if (!text)
+        return {};
+    QString letters = text->getItemText().left(4 * longest).simplified();
+    if (letters.size() > longest)
+        letters = letters.first(longest - 1) + u'…';
+    return u"%1 \"%2\""_s.arg(StyleNames::color(text->getItemTextColor()), letters);
+}
+
+bool hasTexts(const LabelDocument &document)
+{
+    return std::ranges::any_of(
+        document.items(), [](const auto &item) { return dynamic_cast<TextItem *>(item.get()); });
+}
+
 QString pageText(const LabelDocument &document)
 {
     const QSizeF page = document.pageSize();
@@ -80,15 +102,15 @@ QString itemsText(const LabelDocument &document)
     constexpr auto left = Qt::AlignLeft;
     constexpr auto right = Qt::AlignRight;
     const double unit = 25.4 / document.designDpi();
-    TextTable table({ right, left, right, right, right, right, right, left, left });
+    TextTable table({ right, left, right, right, right, right, right, left, left, left });
     table.addRow({ u"index"_s, u"item"_s, u"x mm"_s, u"y mm"_s, u"width mm"_s, u"height mm"_s, u"rotation"_s,
-        u"pen"_s, u"fill"_s });
+        u"pen"_s, u"fill"_s, hasTexts(document) ? u"text"_s : QString() });
     qsizetype index = 0;
     for (const auto &item : document.items()) {
         table.addRow({ QString::number(index++), item->toDescriptionString(),
             fixed(item->getItemPositionX() * unit), fixed(item->getItemPositionY() * unit),
             fixed(item->getItemWidth() * unit), fixed(item->getItemHeight() * unit),
-            shortest(item->getItemRotation()), penText(*item), fillText(*item) });
+            shortest(item->getItemRotation()), penText(*item), fillText(*item), textText(*item) });
     }
     return table.text();
 }
@@ -135,6 +157,10 @@ QJsonObject itemObject(const Item &item, int index)
     if (const auto *fillable = dynamic_cast<const FillableItem *>(&item)) {
         object[u"fill"_s] = QJsonObject { { u"color"_s, StyleNames::color(fillable->getItemFillColor()) },
             { u"style"_s, StyleNames::fill(fillable->getItemBrushStyle()) } };
+    }
+    if (const auto *text = dynamic_cast<const TextItem *>(&item)) {
+        object[u"text"_s] = QJsonObject { { u"color"_s, StyleNames::color(text->getItemTextColor()) },
+            { u"content"_s, text->getItemText() } };
     }
     return object;
 }

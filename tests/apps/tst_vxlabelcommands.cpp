@@ -29,6 +29,7 @@ private Q_SLOTS:
     void rendersTheProof_data();
     void rendersTheProof();
     void inspectsForPeople();
+    void inspectsTexts();
     void inspectsForPrograms();
     void convertsWithoutLoss_data();
     void convertsWithoutLoss();
@@ -214,6 +215,32 @@ void tst_VxLabelCommands::inspectsForPeople()
             "    1  rectangle 2  5.08  3.81      5.08       2.54         0  none            solid "
             "#ff0000\n"));
     QCOMPARE(result.code, 0);
+}
+
+void tst_VxLabelCommands::inspectsTexts()
+{
+    QJsonObject label = smallLabel();
+    const QJsonObject text { { u"itemShape"_s, 65557 }, { u"itemId"_s, 3 },
+        { u"itemText"_s, u"two\nlines"_s }, { u"itemTextColor"_s, u"#ff0000"_s }, { u"itemWidth"_s, 20 },
+        { u"itemHeight"_s, 10 } };
+    const QJsonObject box { { u"itemShape"_s, 65558 }, { u"itemId"_s, 4 }, { u"itemWidth"_s, 20 },
+        { u"itemHeight"_s, 10 }, { u"itemHtml"_s, u"a <b>box</b> with twenty-five letters"_s } };
+    label[u"items"_s] = QJsonArray { label[u"items"_s].toArray()[0], text, box };
+    write(u"texts.vxl"_s, toJson(label));
+    const ProgramResult result = run({ u"inspect"_s, u"texts.vxl"_s });
+    QCOMPARE(result.err, QByteArray());
+    const QByteArrayList lines = result.out.split('\n');
+    QCOMPARE(lines.size(), 10);
+    QVERIFY2(lines[5].endsWith("fill               text"), lines[5]);
+    QVERIFY2(lines[6].endsWith("solid #000000"), lines[6]);
+    QVERIFY2(lines[7].contains("Label Text 3") && lines[7].endsWith("  #ff0000 \"two lines\""), lines[7]);
+    QVERIFY2(lines[8].endsWith("  #000000 \"a box with twenty-five …\""), lines[8]);
+
+    const ProgramResult json = run({ u"inspect"_s, u"texts.vxl"_s, u"--json"_s });
+    const QJsonArray items = QJsonDocument::fromJson(json.out)["items"_L1].toArray();
+    QVERIFY(!items[0].toObject().contains("text"_L1));
+    QCOMPARE(items[1]["text"_L1].toObject(),
+        QJsonObject({ { u"color"_s, u"#ff0000"_s }, { u"content"_s, u"two\nlines"_s } }));
 }
 
 void tst_VxLabelCommands::inspectsForPrograms()
