@@ -26,7 +26,6 @@ double RichTextItem::s_lastScreenFactor = 1.0;
 
 namespace {
 
-const QString defaultFamily = u"_Fen Loma"_s;
 constexpr double defaultPixelSize = 48.0;
 constexpr double leastSide = 1.0;
 constexpr double documentMargin = 4.0;
@@ -68,7 +67,7 @@ RichTextItem::RichTextItem()
     setItemShape(MobraTypes::RichTextShape);
     setScreenDPI();
     QFont font;
-    font.setFamily(defaultFamily);
+    font.setFamily(defaultFontFamily);
     font.setWeight(QFont::Bold);
     font.setPointSizeF(defaultPixelSize / m_screenFactor);
     m_emptyCharFormat = charFormatOf(font);

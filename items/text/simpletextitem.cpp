@@ -18,7 +18,6 @@
 
 namespace {
 
-const QString defaultFamily = QStringLiteral("_Fen Loma");
 /// Scales that differ by no more are the same.
 constexpr double scaleEpsilon = 1e-12;
 
@@ -47,7 +46,7 @@ SimpleTextItem::SimpleTextItem()
 {
     setItemShape(MobraTypes::LabelTextShape);
     setDefaultTextColor(getItemPenColor());
-    QFont font = fontOf(defaultFamily, defaultPixelSize);
+    QFont font = fontOf(defaultFontFamily, defaultPixelSize);
     font.setWeight(QFont::Bold);
     setFont(font);
     setPlainText(tr("TEXT"));

@@ -20,6 +20,7 @@
 #include <cmath>
 
 const QColor TextItem::ORANGE_COLOR(233, 84, 32);
+const QString TextItem::defaultFontFamily = QStringLiteral("_Fen Loma");
 
 namespace {
 

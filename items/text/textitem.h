@@ -40,6 +40,8 @@ class VX_EXPORT TextItem : public QGraphicsTextItem,
 public:
     /// The background of selected text while editing.
     static const QColor ORANGE_COLOR;
+    /// The family of the font that texts start with.
+    static const QString defaultFontFamily;
 
     TextItem();
     ~TextItem() override;
