@@ -542,15 +542,16 @@ void RichTextItem::createMimeDataFromSelection()
 
 void RichTextItem::textPaste()
 {
-    const QMimeData *data = QApplication::clipboard()->mimeData();
-    if (!data)
-        return;
-    QTextCursor cursor = textCursor();
-    if (data->hasHtml() && HtmlGuard::accepts(data->html()))
-        cursor.insertHtml(data->html());
-    else
-        cursor.insertText(data->text().left(Limits::MaxTextLength));
-    setTextCursor(cursor);
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    const QString html = data ? data->html() : QString();
+    const QString text = clipboardText();
+    if (!html.isEmpty() && HtmlGuard::accepts(html)) {
+        QTextCursor cursor = textCursor();
+        cursor.insertHtml(html);
+        setTextCursor(cursor);
+    } else if (!text.isEmpty()) {
+        replaceSelection(text);
+    }
 }
 
 void RichTextItem::copyCursorProperties(const RichTextItem &other)

@@ -5,8 +5,6 @@
 #include "items/interfaces/itextlabelitem.h"
 #include "items/text/textitem.h"
 
-#include <utility>
-
 /// The label text: one block of plain text in a single font, colour and alignment, horizontal or vertical.
 /// The item is as large as its text; resizing it stretches the text, and a fixed side squeezes it.
 class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, public ITextLabelItem
@@ -121,7 +119,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
     QSizeF mirrorShiftingSize() override { return QGraphicsTextItem::boundingRect().size(); }
     void createMimeDataFromSelection() override;
-    void removeSelection() override;
+    void replaceSelection(const QString &text) override;
     void updateTextOnPropertyChanges(int position, int charsRemoved, int charsAdded) override;
     void updateTextOnPropertyChangesForVerticalText(int position, int charsRemoved, int charsAdded);
     QRectF getReferenceRectangle() const override { return QGraphicsTextItem::boundingRect(); }
@@ -151,11 +149,6 @@ private:
     void restoreTextWidth();
     void restoreFontSize();
     int pixelSizeFor(double height);
-    /// Of a vertical text: the index of the first character selected, and of the first behind them.
-    std::pair<int, int> selectedCharacters() const;
-    bool editVertically(const QKeyEvent &event);
-    void moveInVertical(int step, bool select);
-    void replaceVertical(int from, int to, const QStringList &characters);
 
     bool m_vertical = false;
     bool m_wasResized = false;

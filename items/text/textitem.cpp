@@ -9,9 +9,12 @@
 #include "platform/text/whitespace.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QClipboard>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainterPath>
 #include <QStyleOptionGraphicsItem>
 #include <QTextCursor>
@@ -259,6 +262,8 @@ void TextItem::keyPressEvent(QKeyEvent *event)
 {
     if (!isInEditing())
         event->ignore();
+    else if (event->matches(QKeySequence::Cancel))
+        endEdit();
     else if (event->matches(QKeySequence::Copy))
         textCopy();
     else if (event->matches(QKeySequence::Cut))
@@ -274,14 +279,23 @@ void TextItem::textCut()
     if (!textCursor().hasSelection())
         return;
     createMimeDataFromSelection();
-    removeSelection();
+    replaceSelection(QString());
 }
 
-void TextItem::removeSelection()
+void TextItem::replaceSelection(const QString &text)
 {
     QTextCursor cursor = textCursor();
-    cursor.removeSelectedText();
+    cursor.insertText(text);
     setTextCursor(cursor);
+}
+
+QString TextItem::clipboardText()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    if (!data)
+        return {};
+    const QString text = data->text();
+    return text.isEmpty() ? HtmlGuard::plainTextOf(data->html()) : text.left(Limits::MaxTextLength);
 }
 
 void TextItem::textCopy()

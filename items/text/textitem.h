@@ -124,7 +124,10 @@ protected:
     virtual QSizeF mirrorShiftingSize() = 0;
     /// Puts the selected text on the clipboard.
     virtual void createMimeDataFromSelection() = 0;
-    virtual void removeSelection();
+    /// Puts plain text in the place of the selection.
+    virtual void replaceSelection(const QString &text);
+    /// What the clipboard holds, as plain text.
+    static QString clipboardText();
     /// The text or its look has changed; -1, -1, -1 when not by an edit.
     virtual void updateTextOnPropertyChanges(int position, int charsRemoved, int charsAdded) = 0;
     /// The area of the background and of the print raster.

@@ -508,7 +508,8 @@ void tst_LabelText::verticalCursorFollowsTheAddedCharacters()
     QCOMPARE(position(0, 0, u"A\nB\nC"_s), 0);
     QCOMPARE(position(0, 1, u"A\nB\nC"_s), 2);
     QCOMPARE(position(2, 1, u"A\nB\nC"_s), 4);
-    QCOMPARE(position(3, 1, u"A\nB\nC"_s), 4);
+    QCOMPARE(position(1, 1, u"A\nB\nC"_s), 4);
+    QCOMPARE(position(3, 1, u"\U0001F600\nB\nC"_s), 5);
     QCOMPARE(position(4, 1, u"A\nB\nC"_s), 5);
 }
 
