@@ -157,19 +157,28 @@ void SimpleTextItem::setItemFontSize(int size)
     if (size < 1)
         return;
     const QRectF before = sceneBoundingRect();
-    if (m_wasResized) {
-        setItemScaleX(1.0);
-        setItemScaleY(1.0);
-        const QSizeF half = getItemSize() / 2.0;
-        updateTransformOnRotation(this, half.width(), half.height(), getItemRotation(), 1.0, 1.0);
-        m_wasResized = false;
-    }
-    m_sizeLimiting = 0;
+    const QPointF centre = mapToScene(boundingRect().center());
+    releaseSize();
     QFont changed = font();
     changed.setPixelSize(size);
     setFont(changed);
     updateTextOnPropertyChanges(-1, -1, -1);
+    // The size that was released had another centre than the text.
+    if (isPinned())
+        moveItem(pos() + centre - mapToScene(boundingRect().center()));
     updateScene(before);
+}
+
+void SimpleTextItem::releaseSize()
+{
+    m_sizeLimiting = 0;
+    if (!m_wasResized)
+        return;
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    const QSizeF half = getItemSize() / 2.0;
+    updateTransformOnRotation(this, half.width(), half.height(), getItemRotation(), 1.0, 1.0);
+    m_wasResized = false;
 }
 
 void SimpleTextItem::changeFont(const QFont &font)
@@ -313,15 +322,14 @@ void SimpleTextItem::updateTransform(bool keepCentre)
 {
     const double sx = getItemScaleX();
     const double sy = getItemScaleY();
-    const bool pinned = m_pinToCenter && !parentItem();
-    if (!pinned && !keepCentre) {
+    if (!isPinned() && !keepCentre) {
         updateTransformOnResize(this, getItemWidth() / 2.0, getItemHeight() / 2.0, getItemRotation(), sx, sy);
         prepareGeometryChange();
         return;
     }
     const QPointF centre = boundingRect().center();
     const QPointF before = mapToScene(centre);
-    if (pinned) {
+    if (isPinned()) {
         setItemTransform(aboutCentre(centre, getItemRotation(), sx, sy));
         setOldTransformCoefficientM31(transform().m31());
         setOldTransformCoefficientM32(transform().m32());

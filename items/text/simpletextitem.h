@@ -138,6 +138,10 @@ private:
     void setLimit(signed char bit, bool on);
     void setAlignmentOption(Qt::Alignment alignment);
     void showText(const QString &text);
+    /// Growing keeps the centre, which in a group is the group's concern.
+    bool isPinned() const { return m_pinToCenter && !parentItem(); }
+    /// Back to the text as large as its font makes it.
+    void releaseSize();
     void changeFont(const QFont &font);
     void refit();
     void updateFramePads();
