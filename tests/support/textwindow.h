@@ -7,10 +7,26 @@
 #include <QGraphicsView>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
+#include <QPaintEvent>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextLayout>
+
+/// A view that remembers what it paints.
+class WatchingView : public QGraphicsView
+{
+public:
+    QRegion painted;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        painted += event->region();
+        QGraphicsView::paintEvent(event);
+    }
+};
 
 /// A text item in a window, edited with mouse and keys.
 template <class Text> class TextWindow
@@ -81,9 +97,21 @@ public:
         return layout->position() + QPointF(line.cursorToX(character), line.y() + line.height() / 2.0);
     }
 
+    void startWatching()
+    {
+        QCoreApplication::processEvents();
+        view.painted = QRegion();
+    }
+    /// Whether all of an area of the scene has been painted since.
+    [[nodiscard]] bool hasRepainted(const QRectF &area)
+    {
+        const QRegion pixels = view.mapFromScene(area).boundingRect() & view.viewport()->rect();
+        return QTest::qWaitFor([&] { return (pixels - view.painted).isEmpty(); }, 500);
+    }
+
     QGraphicsScene scene;
     Text *item;
-    QGraphicsView view;
+    WatchingView view;
 
 private:
     [[nodiscard]] QPoint pixelOf(const QPointF &position) const
@@ -97,6 +125,16 @@ namespace Clipboard {
 inline void set(const QString &text)
 {
     QGuiApplication::clipboard()->setText(text);
+}
+
+/// Puts HTML there, and text unless it is empty.
+inline void setHtml(const QString &html, const QString &text = QString())
+{
+    auto *data = new QMimeData;
+    data->setHtml(html);
+    if (!text.isEmpty())
+        data->setText(text);
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 [[nodiscard]] inline QString text()

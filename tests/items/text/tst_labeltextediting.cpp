@@ -3,6 +3,7 @@
 #include "tests/support/labeltexts.h"
 #include "tests/support/textwindow.h"
 
+#include <QImage>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -38,9 +39,20 @@ private Q_SLOTS:
     void startsSelectAsAsked();
     void positionsOutsideAreLimited();
     void endOfEditingRestoresTheItem();
+    void escapeEndsEditing();
     void clipboardShortcuts();
     void clipboardNeedsASelection();
     void typingIsUndoneAndRedone();
+    void dataCannotBeUndone();
+    void dragSelects();
+    void shiftClickExtendsTheSelection();
+    void keysSelect();
+    void clickMovesTheCursor();
+    void htmlIsPastedAsPlainText_data();
+    void htmlIsPastedAsPlainText();
+    void pasteOfNothingKeepsTheSelection();
+    void lettersStayWhole();
+    void boundsAreRepainted();
 };
 
 void tst_LabelTextEditing::doubleClickPlacesTheCursor_data()
@@ -124,8 +136,6 @@ void tst_LabelTextEditing::typingFitsTheItemAndIsTold()
     window.press(Qt::Key_Return);
     QCOMPARE(window.text(), u"My \nTEXT"_s);
     QCOMPARE(window.item->getItemSize(), LabelTexts::naturalSize(u"My \nTEXT"_s));
-    window.press(Qt::Key_Escape);
-    QCOMPARE(window.text(), u"My \nTEXT"_s);
 }
 
 void tst_LabelTextEditing::idleLabelIgnoresKeys()
@@ -200,6 +210,26 @@ void tst_LabelTextEditing::endOfEditingRestoresTheItem()
     QCOMPARE(int(window.item->flags()), 0x106);
 }
 
+void tst_LabelTextEditing::escapeEndsEditing()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    for (int i = 0; i < 2; ++i) {
+        window.doubleClick(window.item->boundingRect().center());
+        QVERIFY(window.item->isInEditing());
+        window.press(Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(window.item->textCursor().hasSelection());
+        window.press(Qt::Key_Escape);
+        QVERIFY(!window.item->isInEditing());
+        QCOMPARE(int(window.item->flags()), 0x107);
+        QVERIFY(!window.item->hasFocus());
+        QVERIFY(!window.item->textCursor().hasSelection());
+        QVERIFY(window.item->isSelected());
+        window.write(u"A"_s);
+        QCOMPARE(window.text(), u"TEXT"_s);
+    }
+}
+
 void tst_LabelTextEditing::clipboardShortcuts()
 {
     Window window;
@@ -246,6 +276,170 @@ void tst_LabelTextEditing::typingIsUndoneAndRedone()
     window.redo();
     QCOMPARE(window.text(), u"TEXTS"_s);
     QCOMPARE(window.item->getItemSize(), LabelTexts::naturalSize(u"TEXTS"_s));
+}
+
+void tst_LabelTextEditing::dataCannotBeUndone()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->startEdit(4);
+    window.write(u"S"_s);
+    window.item->setItemData(u"data"_s);
+    window.undo();
+    QCOMPARE(window.text(), u"data"_s);
+    window.redo();
+    QCOMPARE(window.text(), u"data"_s);
+    // Equal data are none, and the typing before them can be undone.
+    window.write(u"!"_s);
+    const QString typed = window.text();
+    window.item->setItemData(typed);
+    window.undo();
+    QCOMPARE(window.text(), u"data"_s);
+}
+
+void tst_LabelTextEditing::dragSelects()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemText(u"ABCDEF"_s);
+    const QPointF place = window.item->pos();
+    window.item->startEdit(0);
+    window.drag(window.placeOf(1), window.placeOf(4));
+    QCOMPARE(window.selected(), u"BCD"_s);
+    QCOMPARE(window.position(), 4);
+    window.drag(window.placeOf(5), window.placeOf(2));
+    QCOMPARE(window.selected(), u"CDE"_s);
+    QCOMPARE(window.position(), 2);
+    window.write(u"x"_s);
+    QCOMPARE(window.text(), u"ABxF"_s);
+    QCOMPARE(window.item->pos(), place);
+}
+
+void tst_LabelTextEditing::shiftClickExtendsTheSelection()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemText(u"ABCDEF"_s);
+    window.item->startEdit(1);
+    window.click(window.placeOf(3), Qt::ShiftModifier);
+    QCOMPARE(window.selected(), u"BC"_s);
+    window.click(window.placeOf(5), Qt::ShiftModifier);
+    QCOMPARE(window.selected(), u"BCDE"_s);
+}
+
+void tst_LabelTextEditing::keysSelect()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemText(u"two words"_s);
+    window.item->startEdit(4);
+    window.press(Qt::Key_Left, Qt::ShiftModifier, 2);
+    QCOMPARE(window.selected(), u"o "_s);
+    window.press(Qt::Key_Home);
+    window.press(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(window.selected(), u"two "_s);
+    window.press(Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(window.selected(), u"two words"_s);
+    window.press(Qt::Key_Right);
+    window.press(Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(window.selected(), u"two words"_s);
+    window.press(Qt::Key_Delete);
+    QVERIFY(window.item->getDocumentIsEmpty());
+    QCOMPARE(window.item->getItemSize(), LabelTexts::naturalSize(QString()));
+}
+
+void tst_LabelTextEditing::clickMovesTheCursor()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemText(u"ABCDEF"_s);
+    window.item->startSelectedEdit(0, 6);
+    window.click(window.placeOf(4));
+    QCOMPARE(window.position(), 4);
+    QVERIFY(!window.item->textCursor().hasSelection());
+    QVERIFY(window.item->isInEditing());
+}
+
+void tst_LabelTextEditing::htmlIsPastedAsPlainText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QString>("pasted");
+
+    QTest::newRow("both") << u"plain"_s << u"<b>rich</b>"_s << u"plain"_s;
+    QTest::newRow("only HTML") << QString() << u"<b>rich</b> text"_s << u"rich text"_s;
+}
+
+void tst_LabelTextEditing::htmlIsPastedAsPlainText()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, html);
+    QFETCH(const QString, pasted);
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->selectOnStart();
+    Clipboard::setHtml(html, text);
+    window.press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(window.text(), pasted);
+    QVERIFY(!window.item->toHtml().contains(u"<span"_s));
+    QCOMPARE(window.item->getItemSize(), LabelTexts::naturalSize(pasted));
+}
+
+void tst_LabelTextEditing::pasteOfNothingKeepsTheSelection()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    for (const bool vertical : { false, true }) {
+        window.item->setTextVertical(vertical);
+        const QString text = window.text();
+        window.item->selectOnStart();
+        QGuiApplication::clipboard()->setImage(QImage(2, 2, QImage::Format_RGB32));
+        window.press(Qt::Key_V, Qt::ControlModifier);
+        QGuiApplication::clipboard()->clear();
+        window.press(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.text(), text);
+        QVERIFY(window.item->textCursor().hasSelection());
+    }
+}
+
+void tst_LabelTextEditing::lettersStayWhole()
+{
+    const QString couple = u"\U0001F468\u200D\U0001F469"_s;
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemText(u"a"_s + couple + u"\u0E01\u0E35\u0E48b"_s);
+    window.item->startEdit(0);
+    for (const int position : { 1, 6, 9, 10 }) {
+        window.press(Qt::Key_Right);
+        QCOMPARE(window.position(), position);
+    }
+    window.press(Qt::Key_Left, Qt::NoModifier, 3);
+    window.press(Qt::Key_Delete);
+    QCOMPARE(window.text(), u"a\u0E01\u0E35\u0E48b"_s);
+    window.press(Qt::Key_Delete);
+    QCOMPARE(window.text(), u"ab"_s);
+}
+
+void tst_LabelTextEditing::boundsAreRepainted()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.item->setItemPenWidth(2);
+    const auto changes = [&window](auto &&change) {
+        const QRectF before = window.item->sceneBoundingRect();
+        window.startWatching();
+        change();
+        return window.hasRepainted(before) && window.hasRepainted(window.item->sceneBoundingRect());
+    };
+    QVERIFY(changes([&] { window.item->startEdit(4); }));
+    QVERIFY(changes([&] { window.write(u"LONGER"_s); }));
+    QVERIFY(changes([&] { window.press(Qt::Key_Return); }));
+    QVERIFY(changes([&] { window.undo(); }));
+    QVERIFY(changes([&] { window.press(Qt::Key_Backspace, Qt::NoModifier, 8); }));
+    QVERIFY(changes([&] { window.item->setItemFontSize(90); }));
+    QVERIFY(changes([&] { window.item->setItemSize(QSizeF(100, 50)); }));
+    QVERIFY(changes([&] { window.item->setItemPenWidth(9); }));
+    QVERIFY(changes([&] { window.press(Qt::Key_Escape); }));
 }
 
 QTEST_MAIN(tst_LabelTextEditing)
