@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/text/verticalediting.h"
 
-#include "items/text/verticaltext.h"
-
 #include <QKeyEvent>
 #include <QTextDocument>
 
@@ -10,7 +8,7 @@
 
 namespace {
 
-/// Whether a key writes something, format characters like the joiner of emoji among it.
+/// Whether a key writes a character; the few others that Qt takes too are stacked afterwards.
 bool writes(const QKeyEvent &event)
 {
     // Control and Alt together are the third level of some keyboards.
@@ -18,8 +16,7 @@ bool writes(const QKeyEvent &event)
     if (isCommand || event.text().isEmpty())
         return false;
     const QChar first = event.text().front();
-    return first.isPrint() || first == u'\t' || first.isHighSurrogate()
-        || first.category() == QChar::Other_Format || first.category() == QChar::Other_PrivateUse;
+    return first.isPrint() || first.isHighSurrogate() || first == u'\t';
 }
 
 // Neither of the two tears a pair of surrogates.
@@ -48,11 +45,6 @@ VerticalEditing::VerticalEditing(const QTextCursor &cursor)
     , m_text(cursor.document()->toPlainText())
     , m_characters(m_text.isEmpty() ? QStringList() : VerticalText::charactersIn(m_text))
 {
-}
-
-int VerticalEditing::indexAt(int position) const
-{
-    return std::min(VerticalText::indexAt(m_text, position), int(m_characters.size()));
 }
 
 QString VerticalEditing::selectedText() const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/text/verticaltext.h"
+
 #include <QStringList>
 #include <QTextCursor>
 
@@ -25,7 +27,7 @@ public:
     void restack();
 
 private:
-    int indexAt(int position) const;
+    int indexAt(int position) const { return VerticalText::indexAt(m_text, position); }
     void moveTo(int index, bool select);
     void replace(int from, int to, const QString &horizontal);
     void show(const QStringList &characters);

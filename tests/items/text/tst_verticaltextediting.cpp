@@ -70,6 +70,9 @@ private Q_SLOTS:
     void selectionIsCut();
     void typingIsUndone();
     void undoingLeadsTheCursorToTheChange();
+    void surrogatesAreReplacedTogether_data();
+    void surrogatesAreReplacedTogether();
+    void cursorStaysBeforeItsCharacter();
     void unstackedTextIsStackedByTheFirstKey();
     void textThatIsSetIsStacked_data();
     void textThatIsSetIsStacked();
@@ -491,14 +494,41 @@ void tst_VerticalTextEditing::undoingLeadsTheCursorToTheChange()
     window.redo();
     QCOMPARE(window.text(), u"T\nA\nB\nE\nX\nT"_s);
     QCOMPARE(window.position(), 6);
-    // Faces share their first surrogate, which is no common part of them.
-    window.type(face);
-    window.press(Qt::Key_Up, Qt::ShiftModifier);
-    window.type(u"\U0001F601"_s);
-    QCOMPARE(window.text(), u"T\nA\nB\n\U0001F601\nE\nX\nT"_s);
-    window.undo();
-    QCOMPARE(window.text(), QString(u"T\nA\nB\n"_s + face + u"\nE\nX\nT"_s));
-    QCOMPARE(window.position() % 2, 0);
+}
+
+void tst_VerticalTextEditing::surrogatesAreReplacedTogether_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("equal first") << u"\U0001F600"_s << u"\U0001F601"_s;
+    QTest::newRow("equal second") << u"\U0001F600"_s << u"\U0001FA00"_s;
+}
+
+void tst_VerticalTextEditing::surrogatesAreReplacedTogether()
+{
+    QFETCH(const QString, before);
+    QFETCH(const QString, typed);
+    Window window;
+    QVERIFY(window.isReady());
+    window.start(u"A"_s + before + u"B"_s, 2);
+    window.press(Qt::Key_Down, Qt::ShiftModifier);
+    const QSignalSpy changes(window.item->document(), &QTextDocument::contentsChange);
+    window.type(typed);
+    QCOMPARE(window.text(), QString(u"A\n"_s + typed + u"\nB"_s));
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.first(), QVariantList({ 2, 2, 2 }));
+}
+
+void tst_VerticalTextEditing::cursorStaysBeforeItsCharacter()
+{
+    Window window;
+    QVERIFY(window.isReady());
+    window.start(u"AB"_s, 2);
+    QTextCursor(window.item->document()).insertText(u"XY"_s);
+    QCOMPARE(window.text(), u"X\nY\nA\nB"_s);
+    QCOMPARE(window.position(), 6);
+    window.write(u"C"_s);
+    QCOMPARE(window.text(), u"X\nY\nA\nC\nB"_s);
 }
 
 void tst_VerticalTextEditing::unstackedTextIsStackedByTheFirstKey()
