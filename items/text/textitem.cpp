@@ -6,11 +6,13 @@
 #include "items/core/safeimage.h"
 #include "items/text/htmlguard.h"
 #include "items/text/safetextdocument.h"
+#include "items/text/textmenu.h"
 #include "platform/text/whitespace.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -258,6 +260,14 @@ void TextItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
     Q_EMIT textItemIsEditing(this);
 }
 
+void TextItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    if (isInEditing())
+        (new TextMenu(*this, event->widget()))->popup(event->screenPos());
+    else
+        event->ignore();
+}
+
 void TextItem::keyPressEvent(QKeyEvent *event)
 {
     if (!isInEditing())
@@ -279,7 +289,7 @@ void TextItem::textCut()
     if (!textCursor().hasSelection())
         return;
     createMimeDataFromSelection();
-    replaceSelection(QString());
+    textDelete();
 }
 
 void TextItem::replaceSelection(const QString &text)
@@ -287,6 +297,12 @@ void TextItem::replaceSelection(const QString &text)
     QTextCursor cursor = textCursor();
     cursor.insertText(text);
     setTextCursor(cursor);
+}
+
+bool TextItem::canPaste()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    return data && (data->hasText() || data->hasHtml());
 }
 
 QString TextItem::clipboardText()

@@ -80,6 +80,10 @@ public:
     bool isInEditing() const;
     void textCut();
     void textCopy();
+    /// Removes the selected text.
+    void textDelete() { replaceSelection(QString()); }
+    /// Whether the clipboard holds a text.
+    static bool canPaste();
 
     /// Makes the item as large as its text.
     void fitItemToContents();
@@ -114,6 +118,7 @@ protected:
     // QGraphicsItem
     bool event(QEvent *event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
     // Item
