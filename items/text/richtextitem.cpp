@@ -530,7 +530,7 @@ void RichTextItem::keyPressEvent1(QKeyEvent *event)
     if (event->matches(QKeySequence::InsertParagraphSeparator) && isOnBlankLine())
         insertParagraph();
     else
-        QGraphicsTextItem::keyPressEvent(event);
+        TextItem::keyPressEvent1(event);
 }
 
 bool RichTextItem::isOnBlankLine() const

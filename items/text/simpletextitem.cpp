@@ -476,7 +476,7 @@ void SimpleTextItem::keyPressEvent1(QKeyEvent *event)
             return;
         }
     }
-    QGraphicsTextItem::keyPressEvent(event);
+    TextItem::keyPressEvent1(event);
 }
 
 void SimpleTextItem::keyReleaseEvent(QKeyEvent *event)

@@ -284,6 +284,11 @@ void TextItem::keyPressEvent(QKeyEvent *event)
         keyPressEvent1(event);
 }
 
+void TextItem::keyPressEvent1(QKeyEvent *event)
+{
+    QGraphicsTextItem::keyPressEvent(event);
+}
+
 void TextItem::textCut()
 {
     if (!textCursor().hasSelection())

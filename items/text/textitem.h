@@ -80,6 +80,8 @@ public:
     bool isInEditing() const;
     void textCut();
     void textCopy();
+    /// What a key does that is no command of the item.
+    void keyPressEvent1(QKeyEvent *event) override = 0;
     /// Removes the selected text.
     void textDelete() { replaceSelection(QString()); }
     /// Whether the clipboard holds a text.
