@@ -26,7 +26,6 @@ double RichTextItem::s_lastScreenFactor = 1.0;
 
 namespace {
 
-const QString defaultFamily = u"_Fen Loma"_s;
 constexpr double defaultPixelSize = 48.0;
 constexpr double leastSide = 1.0;
 constexpr double documentMargin = 4.0;
@@ -65,10 +64,11 @@ const QRegularExpression &styleAttribute()
 
 RichTextItem::RichTextItem()
 {
+    const QuietDocument untilItIsBuilt(*this);
     setItemShape(MobraTypes::RichTextShape);
     setScreenDPI();
     QFont font;
-    font.setFamily(defaultFamily);
+    font.setFamily(defaultFontFamily);
     font.setWeight(QFont::Bold);
     font.setPointSizeF(defaultPixelSize / m_screenFactor);
     m_emptyCharFormat = charFormatOf(font);
@@ -86,11 +86,7 @@ RichTextItem::RichTextItem()
     setTextWidth(getItemWidth());
     updateTextHeight();
     // Qt lays the text out between its two notifications of a change.
-    connect(document(), &QTextDocument::contentsChanged, this, [this] {
-        updateTextHeight();
-        prepareGeometryChange();
-    });
-    connectDocument();
+    connect(document(), &QTextDocument::contentsChanged, this, &RichTextItem::updateTextHeight);
     connect(
         document(), &QTextDocument::cursorPositionChanged, this, &RichTextItem::updateCursorPositionChanged);
 }
@@ -130,20 +126,20 @@ void RichTextItem::layOut()
 {
     setTextWidth(Limits::geometry(getItemWidth()));
     updateTextHeight();
-    prepareGeometryChange();
 }
 
 void RichTextItem::updateItemPen()
 {
+    prepareGeometryChange();
     TextItem::updateItemPen();
     const double width = itemPen().widthF();
     setFramePads(QSizeF(width, width));
     updateTextHeight();
-    prepareGeometryChange();
 }
 
 void RichTextItem::updateTextHeight()
 {
+    prepareGeometryChange();
     m_textHeight = document()->size().height();
     updateTextFitsInBox();
     updateItemBrush(); // a gradient fills the bounding rectangle, which is as high as the text
@@ -187,20 +183,36 @@ void RichTextItem::setScreenDPI()
 void RichTextItem::useEmptyFormats()
 {
     const QuietDocument quiet(*this);
+    const bool hasHistory = document()->isUndoAvailable();
     QTextCursor cursor(document());
+    // Undoing what has emptied the box undoes this too.
+    cursor.joinPreviousEditBlock();
     cursor.setBlockFormat(m_emptyBlockFormat);
     cursor.setBlockCharFormat(m_emptyCharFormat);
+    cursor.endEditBlock();
     cursor.setCharFormat(m_emptyCharFormat);
     setTextCursor(cursor);
+    if (!hasHistory)
+        document()->clearUndoRedoStacks();
+}
+
+void RichTextItem::takeEmptyFormats()
+{
+    const QTextCursor cursor(document());
+    m_emptyBlockFormat = cursor.blockFormat();
+    m_emptyCharFormat = cursor.blockCharFormat();
 }
 
 void RichTextItem::noteWhetherEmpty()
 {
-    const bool empty = document()->isEmpty();
-    if (empty == m_documentIsEmpty)
+    const bool wasEmpty = m_documentIsEmpty;
+    m_documentIsEmpty = document()->isEmpty();
+    if (!m_documentIsEmpty)
         return;
-    m_documentIsEmpty = empty;
-    if (empty)
+    // An empty box that an undo brings back has its formats, and changing it would end the redoing.
+    if (document()->isRedoAvailable())
+        takeEmptyFormats();
+    else if (!wasEmpty)
         useEmptyFormats();
 }
 
@@ -373,10 +385,12 @@ void RichTextItem::setItemAlignment(Qt::Alignment alignment)
 {
     QTextBlockFormat format;
     format.setAlignment(alignment);
-    const bool whole = !selectionIsMeant();
-    meantText().mergeBlockFormat(format);
-    if (whole)
+    if (!selectionIsMeant())
         m_emptyBlockFormat.setAlignment(alignment);
+    if (m_documentIsEmpty)
+        useEmptyFormats();
+    else
+        meantText().mergeBlockFormat(format);
     updateTextOnPropertyChanges(-1, -1, -1);
 }
 
@@ -499,7 +513,6 @@ void RichTextItem::updateTextOnPropertyChanges(int /*position*/, int /*charsRemo
 {
     noteWhetherEmpty();
     updateTextHeight();
-    prepareGeometryChange();
 }
 
 // --- painting and editing
@@ -514,17 +527,36 @@ void RichTextItem::drawFrame(QPainter *painter)
 
 void RichTextItem::keyPressEvent1(QKeyEvent *event)
 {
-    const bool startsEmpty = m_documentIsEmpty;
-    QGraphicsTextItem::keyPressEvent(event);
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!startsEmpty || !enter)
-        return;
-    // The second line of a box without text begins like the first.
+    if (event->matches(QKeySequence::InsertParagraphSeparator) && isOnBlankLine())
+        insertParagraph();
+    else
+        TextItem::keyPressEvent1(event);
+}
+
+bool RichTextItem::isOnBlankLine() const
+{
+    const QTextCursor cursor = textCursor();
+    return cursor.block().length() == 1 && !cursor.currentList();
+}
+
+void RichTextItem::insertParagraph()
+{
+    // Qt would take the formats away from a blank line instead.
     QTextCursor cursor = textCursor();
-    cursor.setBlockFormat(m_emptyBlockFormat);
-    cursor.setBlockCharFormat(m_emptyCharFormat);
-    cursor.setCharFormat(m_emptyCharFormat);
+    cursor.insertBlock();
     setTextCursor(cursor);
+}
+
+bool RichTextItem::sceneEvent(QEvent *event)
+{
+    const auto ends = [this] { return std::pair(textCursor().anchor(), textCursor().position()); };
+    const auto before = ends();
+    const int revision = document()->revision();
+    const bool handled = TextItem::sceneEvent(event);
+    // Of the moves that come from changes the document tells.
+    if (document()->revision() == revision && ends() != before)
+        updateCursorPositionChanged(textCursor());
+    return handled;
 }
 
 void RichTextItem::keyReleaseEvent(QKeyEvent *event)
@@ -543,15 +575,16 @@ void RichTextItem::createMimeDataFromSelection()
 
 void RichTextItem::textPaste()
 {
-    const QMimeData *data = QApplication::clipboard()->mimeData();
-    if (!data)
-        return;
-    QTextCursor cursor = textCursor();
-    if (data->hasHtml() && HtmlGuard::accepts(data->html()))
-        cursor.insertHtml(data->html());
-    else
-        cursor.insertText(data->text().left(Limits::MaxTextLength));
-    setTextCursor(cursor);
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    const QString html = data ? data->html() : QString();
+    const QString text = clipboardText();
+    if (!html.isEmpty() && HtmlGuard::accepts(html)) {
+        QTextCursor cursor = textCursor();
+        cursor.insertHtml(html);
+        setTextCursor(cursor);
+    } else if (!text.isEmpty()) {
+        replaceSelection(text);
+    }
 }
 
 void RichTextItem::copyCursorProperties(const RichTextItem &other)

@@ -114,6 +114,7 @@ Q_SIGNALS:
     void textItemCursorHasChanged();
 
 protected:
+    bool sceneEvent(QEvent *event) override;
     bool applySize(const QSizeF &size) override;
     QSizeF mirrorShiftingSize() override { return getItemSize(); }
     void createMimeDataFromSelection() override;
@@ -131,6 +132,9 @@ private:
     void changeEmptyFont(const std::function<void(QFont &)> &change);
     void setItemTextColorOnLoad(const QColor &color);
     void useEmptyFormats();
+    void takeEmptyFormats();
+    bool isOnBlankLine() const;
+    void insertParagraph();
     void noteWhetherEmpty();
     void showData(const QString &text, bool marked);
     void loadHtml(QDataStream &stream, unsigned int version);

@@ -3,6 +3,7 @@
 
 #include "items/core/basicconversions.h"
 #include "items/core/limits.h"
+#include "items/text/verticalediting.h"
 #include "items/text/verticaltext.h"
 #include "platform/text/whitespace.h"
 
@@ -18,7 +19,6 @@
 
 namespace {
 
-const QString defaultFamily = QStringLiteral("_Fen Loma");
 /// Scales that differ by no more are the same.
 constexpr double scaleEpsilon = 1e-12;
 
@@ -47,7 +47,7 @@ SimpleTextItem::SimpleTextItem()
 {
     setItemShape(MobraTypes::LabelTextShape);
     setDefaultTextColor(getItemPenColor());
-    QFont font = fontOf(defaultFamily, defaultPixelSize);
+    QFont font = fontOf(defaultFontFamily, defaultPixelSize);
     font.setWeight(QFont::Bold);
     setFont(font);
     setPlainText(tr("TEXT"));
@@ -157,19 +157,28 @@ void SimpleTextItem::setItemFontSize(int size)
     if (size < 1)
         return;
     const QRectF before = sceneBoundingRect();
-    if (m_wasResized) {
-        setItemScaleX(1.0);
-        setItemScaleY(1.0);
-        const QSizeF half = getItemSize() / 2.0;
-        updateTransformOnRotation(this, half.width(), half.height(), getItemRotation(), 1.0, 1.0);
-        m_wasResized = false;
-    }
-    m_sizeLimiting = 0;
+    const QPointF centre = mapToScene(boundingRect().center());
+    releaseSize();
     QFont changed = font();
     changed.setPixelSize(size);
     setFont(changed);
     updateTextOnPropertyChanges(-1, -1, -1);
+    // The size that was released had another centre than the text.
+    if (isPinned())
+        moveItem(pos() + centre - mapToScene(boundingRect().center()));
     updateScene(before);
+}
+
+void SimpleTextItem::releaseSize()
+{
+    m_sizeLimiting = 0;
+    if (!m_wasResized)
+        return;
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    const QSizeF half = getItemSize() / 2.0;
+    updateTransformOnRotation(this, half.width(), half.height(), getItemRotation(), 1.0, 1.0);
+    m_wasResized = false;
 }
 
 void SimpleTextItem::changeFont(const QFont &font)
@@ -313,15 +322,14 @@ void SimpleTextItem::updateTransform(bool keepCentre)
 {
     const double sx = getItemScaleX();
     const double sy = getItemScaleY();
-    const bool pinned = m_pinToCenter && !parentItem();
-    if (!pinned && !keepCentre) {
+    if (!isPinned() && !keepCentre) {
         updateTransformOnResize(this, getItemWidth() / 2.0, getItemHeight() / 2.0, getItemRotation(), sx, sy);
         prepareGeometryChange();
         return;
     }
     const QPointF centre = boundingRect().center();
     const QPointF before = mapToScene(centre);
-    if (pinned) {
+    if (isPinned()) {
         setItemTransform(aboutCentre(centre, getItemRotation(), sx, sy));
         setOldTransformCoefficientM31(transform().m31());
         setOldTransformCoefficientM32(transform().m32());
@@ -432,59 +440,43 @@ void SimpleTextItem::drawFrame(QPainter *painter)
 
 // --- editing
 
-std::pair<int, int> SimpleTextItem::selectedCharacters() const
-{
-    const QTextCursor cursor = textCursor();
-    const QString text = toPlainText();
-    const int count = text.isEmpty() ? 0 : int(VerticalText::linesOf(text).size());
-    return { std::min(VerticalText::indexAt(text, cursor.selectionStart()), count),
-        std::min(VerticalText::indexAt(text, cursor.selectionEnd()), count) };
-}
-
 void SimpleTextItem::createMimeDataFromSelection()
 {
-    if (!m_vertical) {
-        QGuiApplication::clipboard()->setText(textCursor().selection().toPlainText());
-        return;
-    }
-    // The line break behind the last character is selected too, but is no character.
-    const auto [from, to] = selectedCharacters();
-    if (from == to)
-        return;
-    const QStringList selected = VerticalText::linesOf(toPlainText()).sliced(from, to - from);
-    QGuiApplication::clipboard()->setText(VerticalText::toHorizontal(VerticalText::stacked(selected)));
-}
-
-void SimpleTextItem::removeSelection()
-{
-    if (!m_vertical) {
-        TextItem::removeSelection();
-        return;
-    }
-    const auto [from, to] = selectedCharacters();
-    replaceVertical(from, to, {});
+    const QTextCursor cursor = textCursor();
+    const QString selected
+        = m_vertical ? VerticalEditing(cursor).selectedText() : cursor.selection().toPlainText();
+    if (!selected.isEmpty())
+        QGuiApplication::clipboard()->setText(selected);
 }
 
 void SimpleTextItem::textPaste()
 {
-    QString text = QGuiApplication::clipboard()->text();
+    const QString text = clipboardText();
+    if (!text.isEmpty())
+        replaceSelection(text);
+}
+
+void SimpleTextItem::replaceSelection(const QString &text)
+{
     if (!m_vertical) {
-        QTextCursor cursor = textCursor();
-        cursor.insertText(text.left(Limits::MaxTextLength));
-        setTextCursor(cursor);
+        TextItem::replaceSelection(text);
         return;
     }
-    text.remove(u'\n').remove(u'\r').replace(u'\t', u' ');
-    const auto [from, to] = selectedCharacters();
-    replaceVertical(from, to, VerticalText::charactersOf(text));
+    VerticalEditing editing(textCursor());
+    editing.insert(text);
+    setTextCursor(editing.cursor());
 }
 
 void SimpleTextItem::keyPressEvent1(QKeyEvent *event)
 {
-    if (m_vertical && editVertically(*event))
-        event->accept();
-    else
-        QGraphicsTextItem::keyPressEvent(event);
+    if (m_vertical) {
+        VerticalEditing editing(textCursor());
+        if (editing.press(*event)) {
+            setTextCursor(editing.cursor());
+            return;
+        }
+    }
+    TextItem::keyPressEvent1(event);
 }
 
 void SimpleTextItem::keyReleaseEvent(QKeyEvent *event)
@@ -492,92 +484,17 @@ void SimpleTextItem::keyReleaseEvent(QKeyEvent *event)
     QGraphicsTextItem::keyReleaseEvent(event);
 }
 
-bool SimpleTextItem::editVertically(const QKeyEvent &event)
-{
-    auto [from, to] = selectedCharacters();
-    const bool select = event.modifiers() & Qt::ShiftModifier;
-    switch (event.key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Up:
-        moveInVertical(-1, select);
-        return true;
-    case Qt::Key_Right:
-    case Qt::Key_Down:
-        moveInVertical(1, select);
-        return true;
-    case Qt::Key_Backspace:
-        from = from == to ? std::max(0, from - 1) : from;
-        replaceVertical(from, to, {});
-        return true;
-    case Qt::Key_Delete:
-        to = from == to ? to + 1 : to;
-        replaceVertical(from, to, {});
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        replaceVertical(from, to, { QStringLiteral(" ") });
-        return true;
-    default:
-        break;
-    }
-    const bool command = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    if (command || event.text().isEmpty())
-        return false;
-    const QChar first = event.text().front();
-    if (!first.isPrint() && !first.isHighSurrogate())
-        return false;
-    replaceVertical(from, to, VerticalText::charactersOf(event.text()));
-    return true;
-}
-
-void SimpleTextItem::moveInVertical(int step, bool select)
-{
-    const QString text = toPlainText();
-    QTextCursor cursor = textCursor();
-    const int count = int(VerticalText::linesOf(text).size());
-    const int index = std::clamp(VerticalText::indexAt(text, cursor.position()) + step, 0, count);
-    cursor.setPosition(
-        VerticalText::positionOf(text, index), select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
-    setTextCursor(cursor);
-}
-
-void SimpleTextItem::replaceVertical(int from, int to, const QStringList &characters)
-{
-    QStringList all = toPlainText().isEmpty() ? QStringList() : VerticalText::linesOf(toPlainText());
-    const int count = int(all.size());
-    from = std::min(from, count);
-    to = std::clamp(to, from, count);
-    all = all.first(from) + characters + all.sliced(to);
-    const QString text = VerticalText::stacked(all);
-    QTextCursor cursor = textCursor();
-    {
-        const QuietDocument quiet(*this);
-        cursor.beginEditBlock();
-        cursor.select(QTextCursor::Document);
-        cursor.insertText(text);
-        cursor.setPosition(VerticalText::positionOf(text, from + int(characters.size())));
-        cursor.endEditBlock();
-        setTextCursor(cursor);
-    }
-    updateTextOnPropertyChanges(-1, -1, -1);
-    updateItemOnContentsChanged();
-}
-
 void SimpleTextItem::updateTextOnPropertyChangesForVerticalText(
-    int position, int /*charsRemoved*/, int charsAdded)
+    int /*position*/, int /*charsRemoved*/, int /*charsAdded*/)
 {
-    // An input method, a drop or an undo may leave several characters on a line.
-    const QString text = toPlainText();
-    const QString stacked
-        = VerticalText::stacked(VerticalText::charactersOf(VerticalText::toHorizontal(text)));
-    const QStringList lines = VerticalText::linesOf(text);
-    const bool isStacked = std::ranges::all_of(
-        lines, [](const QString &line) { return VerticalText::charactersOf(line).size() <= 1; });
-    if (isStacked)
+    // What is undone or redone was shown before, and changing it would end the redoing.
+    if (document()->isRedoAvailable())
         return;
     const QuietDocument quiet(*this);
-    QTextCursor cursor = textCursor();
-    cursor.select(QTextCursor::Document);
-    cursor.insertText(stacked);
-    setTextCursor(cursorAt(determineCursorPositionForVerticalText(position, charsAdded, stacked)));
+    const QTextCursor cursor = textCursor();
+    // While another text is set, the item has no cursor.
+    VerticalEditing editing(cursor.isNull() ? QTextCursor(document()) : cursor);
+    editing.restack();
+    if (!cursor.isNull())
+        setTextCursor(editing.cursor());
 }

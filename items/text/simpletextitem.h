@@ -5,8 +5,6 @@
 #include "items/interfaces/itextlabelitem.h"
 #include "items/text/textitem.h"
 
-#include <utility>
-
 /// The label text: one block of plain text in a single font, colour and alignment, horizontal or vertical.
 /// The item is as large as its text; resizing it stretches the text, and a fixed side squeezes it.
 class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, public ITextLabelItem
@@ -44,7 +42,8 @@ public:
     bool getTextIsVertical() const override { return m_vertical; }
     /// The number of line breaks.
     static int countNewLinesInText(const QString &text);
-    /// Where the cursor goes in a vertical text after `added` characters at a position.
+    /// Where the cursor goes in a vertical text of characters of one unit each, after `added` of them at a
+    /// position.
     static int determineCursorPositionForVerticalText(int position, int added, const QString &text);
     static QString convertHorizontalTextToVertical(const QString &text);
     /// The item's own text; a blank line becomes a space.
@@ -121,7 +120,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
     QSizeF mirrorShiftingSize() override { return QGraphicsTextItem::boundingRect().size(); }
     void createMimeDataFromSelection() override;
-    void removeSelection() override;
+    void replaceSelection(const QString &text) override;
     void updateTextOnPropertyChanges(int position, int charsRemoved, int charsAdded) override;
     void updateTextOnPropertyChangesForVerticalText(int position, int charsRemoved, int charsAdded);
     QRectF getReferenceRectangle() const override { return QGraphicsTextItem::boundingRect(); }
@@ -140,6 +139,10 @@ private:
     void setLimit(signed char bit, bool on);
     void setAlignmentOption(Qt::Alignment alignment);
     void showText(const QString &text);
+    /// Growing keeps the centre, which in a group is the group's concern.
+    bool isPinned() const { return m_pinToCenter && !parentItem(); }
+    /// Back to the text as large as its font makes it.
+    void releaseSize();
     void changeFont(const QFont &font);
     void refit();
     void updateFramePads();
@@ -151,11 +154,6 @@ private:
     void restoreTextWidth();
     void restoreFontSize();
     int pixelSizeFor(double height);
-    /// Of a vertical text: the index of the first character selected, and of the first behind them.
-    std::pair<int, int> selectedCharacters() const;
-    bool editVertically(const QKeyEvent &event);
-    void moveInVertical(int step, bool select);
-    void replaceVertical(int from, int to, const QStringList &characters);
 
     bool m_vertical = false;
     bool m_wasResized = false;

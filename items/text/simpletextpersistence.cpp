@@ -119,7 +119,7 @@ void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
 QVariantMap SimpleTextItem::saveItemToJSON()
 {
     QVariantMap map = TextItem::saveItemToJSON();
-    if (m_vertical)
+    if (m_vertical && !getDocumentIsEmpty())
         map[QStringLiteral("itemText")] = convertVerticalTextToHorizontal();
     return map;
 }
@@ -136,7 +136,7 @@ void SimpleTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int versi
     };
     again("itemText", [this](const QVariant &value) {
         const QString text = value.toString();
-        setItemText(m_vertical ? convertHorizontalTextToVertical(text) : text);
+        setItemText(m_vertical ? VerticalText::fromHorizontalWithSpaces(text) : text);
     });
     again("itemScaleX", [this](const QVariant &value) { setItemScaleX(value.toDouble()); });
     again("itemScaleY", [this](const QVariant &value) { setItemScaleY(value.toDouble()); });

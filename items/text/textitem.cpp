@@ -6,12 +6,17 @@
 #include "items/core/safeimage.h"
 #include "items/text/htmlguard.h"
 #include "items/text/safetextdocument.h"
+#include "items/text/textmenu.h"
 #include "platform/text/whitespace.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QClipboard>
 #include <QGraphicsScene>
+#include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneMouseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainterPath>
 #include <QStyleOptionGraphicsItem>
 #include <QTextCursor>
@@ -20,6 +25,7 @@
 #include <cmath>
 
 const QColor TextItem::ORANGE_COLOR(233, 84, 32);
+const QString TextItem::defaultFontFamily = QStringLiteral("_Fen Loma");
 
 namespace {
 
@@ -254,10 +260,20 @@ void TextItem::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
     Q_EMIT textItemIsEditing(this);
 }
 
+void TextItem::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    if (isInEditing())
+        (new TextMenu(*this, event->widget()))->popup(event->screenPos());
+    else
+        event->ignore();
+}
+
 void TextItem::keyPressEvent(QKeyEvent *event)
 {
     if (!isInEditing())
         event->ignore();
+    else if (event->matches(QKeySequence::Cancel))
+        endEdit();
     else if (event->matches(QKeySequence::Copy))
         textCopy();
     else if (event->matches(QKeySequence::Cut))
@@ -268,19 +284,39 @@ void TextItem::keyPressEvent(QKeyEvent *event)
         keyPressEvent1(event);
 }
 
+void TextItem::keyPressEvent1(QKeyEvent *event)
+{
+    QGraphicsTextItem::keyPressEvent(event);
+}
+
 void TextItem::textCut()
 {
     if (!textCursor().hasSelection())
         return;
     createMimeDataFromSelection();
-    removeSelection();
+    textDelete();
 }
 
-void TextItem::removeSelection()
+void TextItem::replaceSelection(const QString &text)
 {
     QTextCursor cursor = textCursor();
-    cursor.removeSelectedText();
+    cursor.insertText(text);
     setTextCursor(cursor);
+}
+
+bool TextItem::canPaste()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    return data && (data->hasText() || data->hasHtml());
+}
+
+QString TextItem::clipboardText()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    if (!data)
+        return {};
+    const QString text = data->text();
+    return text.isEmpty() ? HtmlGuard::plainTextOf(data->html()) : text.left(Limits::MaxTextLength);
 }
 
 void TextItem::textCopy()

@@ -40,6 +40,8 @@ class VX_EXPORT TextItem : public QGraphicsTextItem,
 public:
     /// The background of selected text while editing.
     static const QColor ORANGE_COLOR;
+    /// The family of the font that texts start with.
+    static const QString defaultFontFamily;
 
     TextItem();
     ~TextItem() override;
@@ -78,6 +80,12 @@ public:
     bool isInEditing() const;
     void textCut();
     void textCopy();
+    /// What a key does that is no command of the item.
+    void keyPressEvent1(QKeyEvent *event) override = 0;
+    /// Removes the selected text.
+    void textDelete() { replaceSelection(QString()); }
+    /// Whether the clipboard holds a text.
+    static bool canPaste();
 
     /// Makes the item as large as its text.
     void fitItemToContents();
@@ -112,6 +120,7 @@ protected:
     // QGraphicsItem
     bool event(QEvent *event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
     // Item
@@ -122,7 +131,10 @@ protected:
     virtual QSizeF mirrorShiftingSize() = 0;
     /// Puts the selected text on the clipboard.
     virtual void createMimeDataFromSelection() = 0;
-    virtual void removeSelection();
+    /// Puts plain text in the place of the selection.
+    virtual void replaceSelection(const QString &text);
+    /// What the clipboard holds, as plain text.
+    static QString clipboardText();
     /// The text or its look has changed; -1, -1, -1 when not by an edit.
     virtual void updateTextOnPropertyChanges(int position, int charsRemoved, int charsAdded) = 0;
     /// The area of the background and of the print raster.

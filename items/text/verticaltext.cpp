@@ -6,20 +6,25 @@
 
 #include <algorithm>
 
-QString VerticalText::fromHorizontal(QString text)
+QString VerticalText::fromHorizontal(const QString &text)
 {
-    text.remove(u'\n').remove(u'\r').replace(u'\t', u' ');
-    return stacked(charactersOf(text.simplified()));
+    return fromHorizontalWithSpaces(onOneLine(text).simplified());
+}
+
+QString VerticalText::fromHorizontalWithSpaces(const QString &text)
+{
+    return stacked(charactersOf(onOneLine(text)));
 }
 
 QString VerticalText::toHorizontal(const QString &vertical)
 {
-    QStringList lines = linesOf(vertical);
-    for (QString &line : lines) {
-        if (line.isEmpty())
-            line = u' ';
-    }
-    return lines.join(QString());
+    return charactersIn(vertical).join(QString());
+}
+
+QString VerticalText::onOneLine(QString horizontal)
+{
+    horizontal.remove(u'\n').remove(u'\r').replace(u'\t', u' ');
+    return horizontal.replace(QChar::LineSeparator, u' ').replace(QChar::ParagraphSeparator, u' ');
 }
 
 QStringList VerticalText::charactersOf(const QString &horizontal)
@@ -33,10 +38,12 @@ QStringList VerticalText::charactersOf(const QString &horizontal)
     return characters;
 }
 
-QStringList VerticalText::linesOf(const QString &vertical)
+QStringList VerticalText::charactersIn(const QString &vertical)
 {
     static const QRegularExpression lineBreak(QStringLiteral("\n|\r\n|\r"));
-    return vertical.split(lineBreak);
+    QStringList lines = vertical.split(lineBreak);
+    std::ranges::replace_if(lines, &QString::isEmpty, QStringLiteral(" "));
+    return lines;
 }
 
 QString VerticalText::stacked(const QStringList &characters)

@@ -12,14 +12,18 @@ class VX_EXPORT VerticalText
 {
 public:
     /// The vertical form of a horizontal text: its lines are joined, runs of white space become one space.
-    [[nodiscard]] static QString fromHorizontal(QString text);
+    [[nodiscard]] static QString fromHorizontal(const QString &text);
+    /// The same with every white space kept.
+    [[nodiscard]] static QString fromHorizontalWithSpaces(const QString &text);
     /// The horizontal form: an empty line stands for a space.
     [[nodiscard]] static QString toHorizontal(const QString &vertical);
 
+    /// Without the line breaks, tabs being spaces.
+    [[nodiscard]] static QString onOneLine(QString horizontal);
     /// The characters of a horizontal text.
     [[nodiscard]] static QStringList charactersOf(const QString &horizontal);
-    /// The characters of a vertical text, one for each line.
-    [[nodiscard]] static QStringList linesOf(const QString &vertical);
+    /// The characters of a vertical text, one for each line; empty lines are spaces.
+    [[nodiscard]] static QStringList charactersIn(const QString &vertical);
     /// The vertical form of the characters, white space kept.
     [[nodiscard]] static QString stacked(const QStringList &characters);
     /// The index of the character before which a position lies.

@@ -15,6 +15,11 @@ QPointF centreOf(const SimpleTextItem &label)
     return label.mapToScene(label.boundingRect().center());
 }
 
+bool isWithinAMillionth(QPointF a, QPointF b)
+{
+    return qAbs(a.x() - b.x()) <= 1e-6 && qAbs(a.y() - b.y()) <= 1e-6;
+}
+
 } // namespace
 
 /// Where label texts stay when they are turned, stretched, squeezed and written anew.
@@ -32,6 +37,8 @@ private Q_SLOTS:
     void rotationIsNormalised();
     void pinnedCentreStays_data();
     void pinnedCentreStays();
+    void pinnedCentreStaysWhenTheFontSizeIsSet_data();
+    void pinnedCentreStaysWhenTheFontSizeIsSet();
     void unpinnedCornerStays();
     void fixedWidthSqueezesTheText();
     void fixedHeightSqueezesTheText();
@@ -112,10 +119,7 @@ void tst_LabelTextPlace::pinnedCentreStays()
     label.setPos(70, 80);
     label.setItemPinToCenter(true);
     const QPointF centre = centreOf(label);
-    const auto stays = [&label, &centre] {
-        const QPointF moved = centreOf(label) - centre;
-        return qAbs(moved.x()) <= 1e-6 && qAbs(moved.y()) <= 1e-6;
-    };
+    const auto stays = [&label, &centre] { return isWithinAMillionth(centreOf(label), centre); };
     label.setItemRotation(degrees);
     QVERIFY(stays());
     if (size.isValid())
@@ -131,6 +135,36 @@ void tst_LabelTextPlace::pinnedCentreStays()
     QVERIFY(stays());
     label.setItemData(u"data"_s);
     QVERIFY(stays());
+}
+
+void tst_LabelTextPlace::pinnedCentreStaysWhenTheFontSizeIsSet_data()
+{
+    pinnedCentreStays_data();
+}
+
+void tst_LabelTextPlace::pinnedCentreStaysWhenTheFontSizeIsSet()
+{
+    QFETCH(const double, degrees);
+    QFETCH(const QSizeF, size);
+    for (const int limiting : { 0, 1, 2, 3 }) {
+        SimpleTextItem label;
+        label.setPos(70, 80);
+        label.setItemPenWidth(3);
+        label.setItemPinToCenter(true);
+        label.setItemRotation(degrees);
+        if (size.isValid())
+            label.setItemSize(size);
+        label.setItemSizeLimiting(static_cast<signed char>(limiting));
+        const QPointF centre = centreOf(label);
+        for (const int pixels : { 20, 90, 48 }) {
+            label.setItemFontSize(pixels);
+            QVERIFY(isWithinAMillionth(centreOf(label), centre));
+            QCOMPARE(label.getItemFontSize(), pixels);
+            QCOMPARE(label.getItemSize(), LabelTexts::naturalSizeOf(label));
+        }
+        label.setItemSize(QSizeF(200, 100));
+        QVERIFY(isWithinAMillionth(centreOf(label), centre));
+    }
 }
 
 void tst_LabelTextPlace::unpinnedCornerStays()

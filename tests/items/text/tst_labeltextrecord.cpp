@@ -111,6 +111,8 @@ private Q_SLOTS:
     void shrunkLabelWithAnOutlineStaysOnItsLine();
     void storedWidthOfAnotherTextIsKept();
     void mapOfVerticalTextIsHorizontal();
+    void mapKeepsTheSpacesOfVerticalText_data();
+    void mapKeepsTheSpacesOfVerticalText();
     void mapOfAResizedLabelHasNoFontSize_data();
     void mapOfAResizedLabelHasNoFontSize();
 };
@@ -374,6 +376,35 @@ void tst_LabelTextRecord::mapOfVerticalTextIsHorizontal()
     SimpleTextItem loaded;
     loaded.loadItemFromJSON(map, ItemRecords::currentVersion);
     QCOMPARE(loaded.toPlainText(), u"A\n \nB"_s);
+    QCOMPARE(loaded.getItemSize(), source.getItemSize());
+}
+
+void tst_LabelTextRecord::mapKeepsTheSpacesOfVerticalText_data()
+{
+    QTest::addColumn<QString>("vertical");
+    QTest::addColumn<QString>("horizontal");
+
+    QTest::newRow("at the ends") << u" \nA\n "_s << u" A "_s;
+    QTest::newRow("two between") << u"A\n \n \nB"_s << u"A  B"_s;
+    QTest::newRow("only spaces") << u" \n "_s << u"  "_s;
+    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("joined emoji") << u"\U0001F468\u200D\U0001F469\nA"_s << u"\U0001F468\u200D\U0001F469A"_s;
+}
+
+void tst_LabelTextRecord::mapKeepsTheSpacesOfVerticalText()
+{
+    QFETCH(const QString, vertical);
+    QFETCH(const QString, horizontal);
+    SimpleTextItem source;
+    source.setTextVertical(true);
+    source.setItemText(vertical);
+    QCOMPARE(source.toPlainText(), vertical);
+    const QVariantMap map = source.saveItemToJSON();
+    QCOMPARE(map.value(u"itemText"_s).toString(), horizontal);
+    SimpleTextItem loaded;
+    loaded.loadItemFromJSON(map, ItemRecords::currentVersion);
+    QCOMPARE(loaded.toPlainText(), vertical);
+    QVERIFY(loaded.getTextIsVertical());
     QCOMPARE(loaded.getItemSize(), source.getItemSize());
 }
 

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void newBoxIsEmpty();
     void newBoxHasTheFormatsOfAnEmptyOne();
     void emptinessFollowsTheText();
+    void changesAreToldOnce();
     void fontOfTheWholeText();
     void fontOfTheSelection();
     void mixedSizesAreNone();
@@ -138,6 +139,16 @@ void tst_RichTextItem::emptinessFollowsTheText()
     QVERIFY(!item.getDocumentIsEmpty());
     item.setItemHtml(QString());
     QVERIFY(item.getDocumentIsEmpty());
+}
+
+void tst_RichTextItem::changesAreToldOnce()
+{
+    RichTextItem item;
+    const QSignalSpy changes(&item, &TextItem::textItemHasChanged);
+    const QSignalSpy data(&item, &TextItem::itemDataChanged);
+    QTextCursor(item.document()).insertText(u"a"_s);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(data.count(), 1);
 }
 
 void tst_RichTextItem::fontOfTheWholeText()

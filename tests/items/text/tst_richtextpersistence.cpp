@@ -70,6 +70,11 @@ private Q_SLOTS:
     void textWinsOverTheEmptyByte();
     void cutRecordsLoad();
     void mapRoundTrip();
+    void mapOfAnotherScreenIsScaled_data();
+    void mapOfAnotherScreenIsScaled();
+    void mapKeepsTheFormatsOfTheText_data();
+    void mapKeepsTheFormatsOfTheText();
+    void mapOfAnEmptyBoxHasItsFormats();
     void copyIsEqual();
 };
 
@@ -185,6 +190,84 @@ void tst_RichTextPersistence::mapRoundTrip()
     QCOMPARE(loaded.getItemSize(), QSizeF(150, 70));
     QCOMPARE(loaded.textWidth(), 150.0);
     QVERIFY(!loaded.getDocumentIsEmpty());
+}
+
+void tst_RichTextPersistence::mapOfAnotherScreenIsScaled_data()
+{
+    QTest::addColumn<QVariant>("factor");
+    QTest::addColumn<double>("points");
+
+    const double own = RichTextItem().getScreenDpi();
+    QTest::newRow("this screen") << QVariant(own) << 10.0;
+    QTest::newRow("twice the pixels") << QVariant(2.0 * own) << 20.0;
+    QTest::newRow("half the pixels") << QVariant(0.5 * own) << 5.0;
+    QTest::newRow("no pixels") << QVariant(0.0) << 10.0;
+    QTest::newRow("fewer than none") << QVariant(-own) << 10.0;
+    QTest::newRow("no number") << QVariant(u"large"_s) << 10.0;
+}
+
+void tst_RichTextPersistence::mapOfAnotherScreenIsScaled()
+{
+    QFETCH(const QVariant, factor);
+    QFETCH(const double, points);
+    RichTextItem item;
+    item.setItemHtml(u"<p><span style=\"font-size:10pt;\">x</span></p>"_s);
+    item.setEmptyFontSize(30);
+    item.setItemSize(QSizeF(150, 70));
+    QVariantMap map = item.saveItemToJSON();
+    QCOMPARE(map.value(u"screenDpi"_s), QVariant(item.getScreenDpi()));
+    map.insert(u"screenDpi"_s, factor);
+    RichTextItem loaded;
+    loaded.loadItemFromJSON(map, 6);
+    QTextCursor cursor(loaded.document());
+    cursor.setPosition(1);
+    QVERIFY(std::abs(cursor.charFormat().fontPointSize() - points) < 0.01);
+    // Those of the empty box are pixels.
+    QCOMPARE(loaded.getEmptyFontSize(), 30);
+    QCOMPARE(loaded.getItemSize(), QSizeF(150, 70));
+    QCOMPARE(loaded.getScreenDpi(), item.getScreenDpi());
+}
+
+void tst_RichTextPersistence::mapKeepsTheFormatsOfTheText_data()
+{
+    QTest::addColumn<bool>("hasFactor");
+    QTest::newRow("with a factor") << true;
+    QTest::newRow("without") << false;
+}
+
+void tst_RichTextPersistence::mapKeepsTheFormatsOfTheText()
+{
+    QFETCH(const bool, hasFactor);
+    RichTextItem item;
+    item.setItemHtml(
+        u"<p><span style=\"color:#ff0000\">r</span><span style=\"color:#0000ff\">b</span></p>"_s);
+    QVariantMap map = item.saveItemToJSON();
+    if (!hasFactor)
+        map.remove(u"screenDpi"_s);
+    RichTextItem loaded;
+    loaded.loadItemFromJSON(map, 6);
+    QTextCursor cursor(loaded.document());
+    cursor.setPosition(1);
+    QCOMPARE(cursor.charFormat().foreground().color(), QColor(255, 0, 0));
+    cursor.setPosition(2);
+    QCOMPARE(cursor.charFormat().foreground().color(), QColor(0, 0, 255));
+    QCOMPARE(loaded.getItemTextColor(), QColor(0, 0, 0));
+}
+
+void tst_RichTextPersistence::mapOfAnEmptyBoxHasItsFormats()
+{
+    RichTextItem item;
+    item.setEmptyFontSize(30);
+    item.setEmptyFontItalic(true);
+    item.setEmptyAlignment(Qt::AlignRight);
+    RichTextItem loaded;
+    loaded.setItemText(u"text"_s);
+    loaded.loadItemFromJSON(item.saveItemToJSON(), 6);
+    QVERIFY(loaded.getDocumentIsEmpty());
+    QTextCursor(loaded.document()).insertText(u"x"_s);
+    QCOMPARE(loaded.getItemFontSize(), 30);
+    QVERIFY(loaded.getItemItalic());
+    QCOMPARE(loaded.getItemAlignment(), Qt::AlignRight);
 }
 
 void tst_RichTextPersistence::copyIsEqual()

@@ -16,6 +16,8 @@ private Q_SLOTS:
 
     void horizontalTextIsStacked_data();
     void horizontalTextIsStacked();
+    void spacesAreKeptWhereAsked_data();
+    void spacesAreKeptWhereAsked();
     void verticalTextIsJoined_data();
     void verticalTextIsJoined();
     void verticalTextReturnsAsItWas_data();
@@ -65,6 +67,26 @@ void tst_VerticalText::horizontalTextIsStacked()
     QFETCH(const QString, horizontal);
     QFETCH(const QString, vertical);
     QCOMPARE(VerticalText::fromHorizontal(horizontal), vertical);
+}
+
+void tst_VerticalText::spacesAreKeptWhereAsked_data()
+{
+    QTest::addColumn<QString>("horizontal");
+    QTest::addColumn<QString>("vertical");
+
+    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("at the ends") << u" A "_s << u" \nA\n "_s;
+    QTest::newRow("two between") << u"A  B"_s << u"A\n \n \nB"_s;
+    QTest::newRow("only spaces") << u"  "_s << u" \n "_s;
+    QTest::newRow("tab and line breaks") << u"A\tB\r\nC\n"_s << u"A\n \nB\nC"_s;
+    QTest::newRow("line and paragraph separators") << u"A\u2028B\u2029C"_s << u"A\n \nB\n \nC"_s;
+}
+
+void tst_VerticalText::spacesAreKeptWhereAsked()
+{
+    QFETCH(const QString, horizontal);
+    QFETCH(const QString, vertical);
+    QCOMPARE(VerticalText::fromHorizontalWithSpaces(horizontal), vertical);
 }
 
 void tst_VerticalText::verticalTextIsJoined_data()
@@ -122,6 +144,13 @@ void tst_VerticalText::charactersStayWhole_data()
     QTest::newRow("combining mark") << u"r"_s + accented << QStringList { u"r"_s, accented };
     QTest::newRow("two marks") << u"a\u0323\u0302b"_s << QStringList { u"a\u0323\u0302"_s, u"b"_s };
     QTest::newRow("only a mark") << u"\u0301"_s << QStringList { u"\u0301"_s };
+    QTest::newRow("joined emoji") << u"a\U0001F468\u200D\U0001F469b"_s
+                                  << QStringList { u"a"_s, u"\U0001F468\u200D\U0001F469"_s, u"b"_s };
+    QTest::newRow("flags") << u"\U0001F1E9\U0001F1EA\U0001F1EB\U0001F1F7"_s
+                           << QStringList { u"\U0001F1E9\U0001F1EA"_s, u"\U0001F1EB\U0001F1F7"_s };
+    QTest::newRow("colour of skin") << u"\U0001F44D\U0001F3FD"_s << QStringList { u"\U0001F44D\U0001F3FD"_s };
+    QTest::newRow("Thai vowels and tones")
+        << u"\u0E01\u0E35\u0E48\u0E01\u0E33"_s << QStringList { u"\u0E01\u0E35\u0E48"_s, u"\u0E01\u0E33"_s };
     QTest::newRow("mark on surrogates") << fraktur + u"\u0301"_s << QStringList { fraktur + u"\u0301"_s };
 }
 
@@ -130,14 +159,15 @@ void tst_VerticalText::charactersStayWhole()
     QFETCH(const QString, text);
     QFETCH(const QStringList, characters);
     QCOMPARE(VerticalText::charactersOf(text), characters);
-    QCOMPARE(VerticalText::linesOf(VerticalText::stacked(characters)),
-        characters.isEmpty() ? QStringList(QString()) : characters);
+    const QString vertical = VerticalText::stacked(characters);
+    QCOMPARE(VerticalText::charactersIn(vertical), characters.isEmpty() ? QStringList(u" "_s) : characters);
 }
 
 void tst_VerticalText::everyLineIsACharacter()
 {
-    QCOMPARE(VerticalText::linesOf(u"A\n\nB"_s), QStringList({ u"A"_s, QString(), u"B"_s }));
-    QCOMPARE(VerticalText::linesOf(u"A\n"_s), QStringList({ u"A"_s, QString() }));
+    QCOMPARE(VerticalText::charactersIn(u"A\n\nB"_s), QStringList({ u"A"_s, u" "_s, u"B"_s }));
+    QCOMPARE(VerticalText::charactersIn(u"A\n"_s), QStringList({ u"A"_s, u" "_s }));
+    QCOMPARE(VerticalText::charactersIn(u"A\rAB\r\nC"_s), QStringList({ u"A"_s, u"AB"_s, u"C"_s }));
 }
 
 void tst_VerticalText::stackingKeepsWhiteSpace()
