@@ -1,5 +1,8 @@
 # SPDX-License-Identifier: BSD-3-Clause
-"""Labels made of shapes, written as vxlabel writes them: byte for byte."""
+"""Labels of shapes, written as vxlabel writes them, byte for byte, and of texts, written as people type them.
+
+How large a text is depends on its font: the program that reads the label lays it out.
+"""
 import json
 import math
 from typing import NamedTuple
@@ -21,7 +24,9 @@ MITRE, BEVEL, ROUND = 0, 0x40, 0x80
 LEFT_OPEN, LEFT_FILLED, LEFT_CHEVRON, LEFT_BAR = 0x10, 0x30, 0x50, 0x80
 RIGHT_OPEN, RIGHT_FILLED, RIGHT_CHEVRON, RIGHT_BAR = 0x01, 0x03, 0x05, 0x08
 
-_LINE = 0x1001F
+LEADING = 1  # the edge at which a line of its script begins
+
+_LABEL_TEXT, _RICH_TEXT, _LINE = 0x10015, 0x10016, 0x1001F
 _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT = 0x107
 _CLIPS_TO_SHAPE = 0x08
 _PRINTS, _IS_GRADIENT = 0x01, 0x80
@@ -66,6 +71,31 @@ class Pen(NamedTuple):
 NO_PEN = Pen(style=NO_LINE)
 
 
+_MM_PER_INCH, _POINTS_PER_INCH, _HTML_UNITS_PER_INCH = 25.4, 72, 96
+
+# From the top of a line to its baseline, and from there to its bottom, at a size of 1.
+_EXTENTS = {"Loma": (1.149, 0.44), "DejaVu Sans": (0.928, 0.236), "DejaVu Serif": (0.939, 0.236)}
+
+
+class Font(NamedTuple):
+    """A font of a label text; points are those on paper, heights are in millimetres."""
+
+    points: float
+    bold: bool = False
+    family: str = "Loma"
+
+    @property
+    def ascent(self):
+        return self._millimetres(_EXTENTS[self.family][0])
+
+    @property
+    def line_height(self):
+        return self._millimetres(sum(_EXTENTS[self.family]))
+
+    def _millimetres(self, extent):
+        return extent * self.points * _MM_PER_INCH / _POINTS_PER_INCH
+
+
 class Label:
     """A page in millimetres. Items come from bottom to top, in scene units: dots of the label's resolution."""
 
@@ -78,7 +108,7 @@ class Label:
 
     def exact(self, millimetres):
         """Scene units, of which a place may take a part."""
-        return millimetres * self.dpi / 25.4
+        return millimetres * self.dpi / _MM_PER_INCH
 
     def dots(self, millimetres):
         """Scene units as whole dots, for crisp edges."""
@@ -125,10 +155,29 @@ class Label:
         text_width, _ = self.text_size(cell, text, bold)
         self.text(x + round((width - text_width) / 2), y, cell, text, color, bold)
 
+    def label_text(self, place, text, font, color, **own):
+        """place is x and y, and whatever the text is stretched to: a width, or a width and a height."""
+        self._add_typed(_LABEL_TEXT, place, itemText=text, itemTextColor=color,
+                        itemFontSize=round(font.points * self.dpi / _POINTS_PER_INCH), itemFontFamily=font.family,
+                        itemFontBold=font.bold, itemDocumentMargin=0, **own)
+
+    def rich_text(self, place, html, **own):
+        """A box of x, y, width and height."""
+        self._add_typed(_RICH_TEXT, place, itemHtml=html, **own)
+
+    def font_size(self, points):
+        """A size in points on paper as one of HTML, which takes a unit for a 96th of an inch."""
+        return f"font-size:{points * self.dpi / _HTML_UNITS_PER_INCH:.2f}pt"
+
     def to_json(self):
         document = {"format": "vxlabel", "version": 6, "page": self._page, "inks": self._inks,
                     "paper": self._paper, "items": self._items}
-        return json.dumps(_plain(document), indent=2, sort_keys=True) + "\n"
+        return json.dumps(_plain(document), ensure_ascii=False, indent=2, sort_keys=True) + "\n"
+
+    def _add_typed(self, code, place, **own):
+        """Nothing but what differs from a new item."""
+        keys = "itemPositionX", "itemPositionY", "itemWidth", "itemHeight"
+        self._items.append({"itemId": len(self._items) + 1, "itemShape": code} | dict(zip(keys, place)) | own)
 
     def _add(self, code, place, rotation, turn, pen, **own):
         x, y, width, height = place

@@ -4,16 +4,22 @@
 import pathlib
 import sys
 
+import address_label
 import bin_label
 import calibration_sheet
 import hazard_sign
+import price_sign
+import spine_label
 import warning_sign
 import wayfinding_sign
 
 SIGNS = {
+    "address-label": address_label,
     "bin-label": bin_label,
     "calibration-sheet": calibration_sheet,
     "hazard-sign": hazard_sign,
+    "price-sign": price_sign,
+    "spine-label": spine_label,
     "warning-sign": warning_sign,
     "wayfinding-sign": wayfinding_sign,
 }

@@ -70,6 +70,17 @@ class Pictogram:
         for start, end in zip(points, points[1:]):
             self.line(start, end, thick, cap=ROUND_CAP)
 
+    def words(self, x, baseline, text, font, width=None, **own):
+        """A label text, stretched to the width if there is one; own keys are those of the item."""
+        left, base = self.point(x, baseline)
+        place = left, base - self.sign.dots(font.ascent)
+        widths = (self.dots(width),) if width else ()
+        self.sign.label_text(place + widths, text, font, self.color, **own)
+
+    def paragraphs(self, x, y, width, height, html, **own):
+        """A box of rich text."""
+        self.sign.rich_text((*self.point(x, y), self.dots(width), self.dots(height)), html, **own)
+
     def text(self, x, y, cell, text, bold=0.0):
         self.sign.text(*self.point(x, y), self.dots(cell), text, self.color, self.dots(bold))
 

@@ -40,10 +40,22 @@ QString ProgramFolder::exampleFile(const QString &name)
     return sourceFile(u"examples/%1.vxl"_s.arg(name));
 }
 
+QByteArray ProgramFolder::readExample(const QString &name)
+{
+    QFile file(exampleFile(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QStringList ProgramFolder::exampleNames()
 {
-    return { u"bin-label"_s, u"calibration-sheet"_s, u"hazard-sign"_s, u"warning-sign"_s,
-        u"wayfinding-sign"_s };
+    return textExampleNames()
+        + QStringList { u"bin-label"_s, u"calibration-sheet"_s, u"hazard-sign"_s, u"warning-sign"_s,
+              u"wayfinding-sign"_s };
+}
+
+QStringList ProgramFolder::textExampleNames()
+{
+    return { u"address-label"_s, u"price-sign"_s, u"spine-label"_s };
 }
 
 void ProgramFolder::renew()
@@ -92,6 +104,16 @@ ProgramResult ProgramFolder::runCommand(const QString &command, const QStringLis
 ProgramResult ProgramFolder::run(const QStringList &arguments) const
 {
     return runCommand(program(), arguments);
+}
+
+void ProgramFolder::convert(const QStringList &labels) const
+{
+    for (qsizetype i = 1; i < labels.size(); ++i) {
+        const ProgramResult result = run({ u"convert"_s, labels[i - 1], labels[i] });
+        QCOMPARE(result.err, QByteArray());
+        QCOMPARE(result.out, QByteArray());
+        QCOMPARE(result.code, 0);
+    }
 }
 
 bool isOneLine(const QByteArray &text)

@@ -24,7 +24,10 @@ public:
     static QString sourceFile(const QString &name);
     static QString toolFile(const QString &name);
     static QString exampleFile(const QString &name);
+    static QByteArray readExample(const QString &name);
     static QStringList exampleNames();
+    /// Those with texts. Their items are as people type them: what follows from the rest is left out.
+    static QStringList textExampleNames();
 
     /// Replaces the folder by an empty one.
     void renew();
@@ -37,6 +40,8 @@ public:
     [[nodiscard]] ProgramResult runCommand(const QString &command, const QStringList &arguments) const;
     /// Runs vxlabel.
     [[nodiscard]] ProgramResult run(const QStringList &arguments) const;
+    /// Converts each label to the next, which must go without a word.
+    void convert(const QStringList &labels) const;
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -312,19 +312,12 @@ void tst_VxLabelCommands::convertsWithoutLoss_data()
 void tst_VxLabelCommands::convertsWithoutLoss()
 {
     QFETCH(QString, name);
-    const QString text = exampleFile(name);
-    for (const QStringList &way :
-        { QStringList { text, u"a.vxb"_s }, { u"a.vxb"_s, u"b.vxl"_s }, { u"b.vxl"_s, u"c.vxb"_s } }) {
-        const ProgramResult result = run({ u"convert"_s, way[0], way[1] });
-        QCOMPARE(result.err, QByteArray());
-        QCOMPARE(result.out, QByteArray());
-        QCOMPARE(result.code, 0);
-    }
-    QFile original(text);
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    QCOMPARE(read(u"b.vxl"_s), original.readAll());
-    QVERIFY(read(u"a.vxb"_s) != read(u"b.vxl"_s));
-    QCOMPARE(read(u"c.vxb"_s), read(u"a.vxb"_s));
+    convert({ exampleFile(name), u"a.vxl"_s, u"b.vxb"_s, u"c.vxl"_s, u"d.vxb"_s });
+    if (!textExampleNames().contains(name)) // those are completed when they are first saved
+        QCOMPARE(read(u"a.vxl"_s), readExample(name));
+    QVERIFY(read(u"b.vxb"_s) != read(u"a.vxl"_s));
+    QCOMPARE(read(u"c.vxl"_s), read(u"a.vxl"_s));
+    QCOMPARE(read(u"d.vxb"_s), read(u"b.vxb"_s));
 }
 
 void tst_VxLabelCommands::runsWithoutEnvironment()
