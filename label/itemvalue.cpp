@@ -24,13 +24,23 @@ ItemValue wrongType(const QJsonValue &json, const QString &needed)
     return { {}, u"is %1, not %2"_s.arg(JsonMembers::typeName(json.type()), needed), {} };
 }
 
-template <typename Integer> ItemValue whole(const QJsonValue &json)
+/// Font sizes are whole pixels; the property map of a stretched label text has -1 for one that it does not
+/// tell.
+bool isNoFontSize(double number, const QString &key)
 {
-    constexpr double least = std::numeric_limits<Integer>::min();
-    constexpr double most = std::numeric_limits<Integer>::max();
+    return key == "itemFontSize"_L1 && number < 1.0 && number != -1.0;
+}
+
+template <typename Integer, typename Range = Integer>
+ItemValue whole(const QJsonValue &json, const QString &key)
+{
+    constexpr double least = std::numeric_limits<Range>::min();
+    constexpr double most = std::numeric_limits<Range>::max();
     if (!json.isDouble())
         return wrongType(json, u"a number"_s);
     const double number = json.toDouble();
+    if (isNoFontSize(number, key))
+        return { {}, Wording::number(number) + u" is no font size"_s, u"use a whole number from 1 on"_s };
     if (number >= least && number <= most && number == std::floor(number))
         return { QVariant::fromValue(static_cast<Integer>(number)), {}, {} };
     return { {}, Wording::number(number) + u" is out of range"_s,
@@ -119,13 +129,14 @@ ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType 
     case QMetaType::Bool:
         return json.isBool() ? ItemValue { json.toBool(), {}, {} } : wrongType(json, u"true or false"_s);
     case QMetaType::Short:
-        return whole<short>(json);
+        return whole<short>(json, key);
     case QMetaType::UShort:
-        return whole<ushort>(json);
+        return whole<ushort>(json, key);
     case QMetaType::Int:
-        return whole<int>(json);
+        // Of the limits, a record keeps one byte.
+        return key == "itemSizeLimiting"_L1 ? whole<int, qint8>(json, key) : whole<int>(json, key);
     case QMetaType::UInt:
-        return whole<uint>(json);
+        return whole<uint>(json, key);
     case QMetaType::Double:
         return real(json, key);
     case QMetaType::QString:

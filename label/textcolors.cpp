@@ -3,7 +3,9 @@
 
 #include "items/text/richtextitem.h"
 
+#include <QGuiApplication>
 #include <QImage>
+#include <QPalette>
 #include <QSet>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -66,6 +68,13 @@ QTextFormat changed(QTextFormat format, const TextColors::Change &change)
         }
     }
     return format;
+}
+
+/// A horizontal rule without a colour, which Qt draws in one of its own.
+bool isPlainRule(const QTextFormat &format)
+{
+    return format.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth)
+        && !format.hasProperty(QTextFormat::BackgroundBrush);
 }
 
 QList<QTextFrame *> framesOf(QTextFrame *root)
@@ -183,8 +192,11 @@ QList<QColor> TextColors::of(Item &item)
     };
     if (sites.isEmpty() || std::ranges::any_of(sites, isPlain))
         static_cast<void>(changed(text->getItemTextColor(), note));
-    for (const Site &site : sites)
+    for (const Site &site : sites) {
         static_cast<void>(changed(site.format, note));
+        if (isPlainRule(site.format))
+            note(QGuiApplication::palette().color(QPalette::Dark));
+    }
     return colors;
 }
 

@@ -184,6 +184,12 @@ void tst_JsonMistakes::itemMistakesAreNamed_data()
         R"(/items/0/itemTextColor: "reddish" is no colour)",
         R"(write it as "#rrggbb", "#aarrggbb" or "transparent")");
     row(R"({"itemShape": 65557, "itemTextColor": 3})", "/items/0/itemTextColor: is a number, not text", "");
+    row(R"({"itemShape": 65557, "itemFontSize": 0})", "/items/0/itemFontSize: 0 is no font size",
+        "use a whole number from 1 on");
+    row(R"({"itemShape": 65558, "itemFontSize": -12})", "/items/0/itemFontSize: -12 is no font size",
+        "use a whole number from 1 on");
+    row(R"({"itemShape": 65557, "itemSizeLimiting": 300})", "/items/0/itemSizeLimiting: 300 is out of range",
+        "use a whole number from -128 to 127");
     QTest::newRow("too complicated") << QByteArray(
         R"({"itemShape": 65558, "itemHtml": ")" + QByteArray("<table><tr><td>").repeated(200) + "\"}")
                                      << u"/items/0/itemHtml: is too complicated to be laid out"_s

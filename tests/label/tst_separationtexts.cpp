@@ -6,6 +6,7 @@
 
 #include <QBuffer>
 #include <QGraphicsScene>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTest>
@@ -324,6 +325,9 @@ void tst_SeparationTexts::colorsWithoutInkAreWarnedAbout_data()
     QTest::newRow("background") << u"<span style='background:#0000ff'>b</span>"_s << u"text #0000ff"_s;
     QTest::newRow("two") << u"<span style='color:#00ff00; background:#0000ff'>b</span>"_s
                          << u"text #0000ff and the text #00ff00"_s;
+    QTest::newRow("rule in black") << u"a<hr style='background-color:#000000'>b"_s << QString();
+    const QString grey = QGuiApplication::palette().color(QPalette::Dark).name();
+    QTest::newRow("rule") << u"a<hr>b"_s << u"text "_s + grey;
     QTest::newRow("link") << u"<a href='x'>b</a>"_s << u"text #0000ff"_s;
 }
 
