@@ -519,6 +519,8 @@ void RichTextItem::updateTextOnPropertyChanges(int /*position*/, int /*charsRemo
 
 void RichTextItem::drawFrame(QPainter *painter)
 {
+    if (itemPen().style() == Qt::NoPen)
+        return;
     const double width = itemPen().widthF();
     painter->setPen(itemPen());
     painter->drawRect(QRectF(-width / 2.0, -width / 2.0, sizeRect().width() + itemPen().width(),

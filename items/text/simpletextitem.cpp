@@ -413,6 +413,8 @@ void SimpleTextItem::refit()
 
 void SimpleTextItem::drawFrame(QPainter *painter)
 {
+    if (itemPen().style() == Qt::NoPen)
+        return;
     const QRectF text = QGraphicsTextItem::boundingRect();
     const QSizeF pads = getFramePads();
     QPen pen = itemPen();
