@@ -133,25 +133,23 @@ void TextItem::showEmptyTextMarker(bool show)
 
 void TextItem::connectDocument()
 {
-    connect(document(), SIGNAL(contentsChange(int, int, int)), this,
-        SLOT(updateItemOnContentsChange(int, int, int)));
+    // With spaces, Qt would take the signatures apart for each item.
+    // clang-format off
+    connect(document(), SIGNAL(contentsChange(int,int,int)), this, SLOT(updateItemOnContentsChange(int,int,int)));
+    // clang-format on
     connect(document(), SIGNAL(contentsChanged()), this, SLOT(updateItemOnContentsChanged()));
-}
-
-void TextItem::disconnectDocument()
-{
-    disconnect(document(), SIGNAL(contentsChange(int, int, int)), this,
-        SLOT(updateItemOnContentsChange(int, int, int)));
-    disconnect(document(), SIGNAL(contentsChanged()), this, SLOT(updateItemOnContentsChanged()));
 }
 
 void TextItem::updateItemOnContentsChange(int position, int charsRemoved, int charsAdded)
 {
-    updateTextOnPropertyChanges(position, charsRemoved, charsAdded);
+    if (m_quiet == 0)
+        updateTextOnPropertyChanges(position, charsRemoved, charsAdded);
 }
 
 void TextItem::updateItemOnContentsChanged()
 {
+    if (m_quiet > 0)
+        return;
     Q_EMIT textItemHasChanged();
     Q_EMIT itemDataChanged(getItemData(), getItemDatasourceID(), getItemDatasourceField());
 }

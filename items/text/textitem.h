@@ -158,7 +158,6 @@ protected:
     void updateScene(const QRectF &area);
 
 private:
-    void disconnectDocument();
     void enterEditing();
     void announceEditing();
     void paintDocument(QPainter *painter, const QStyleOptionGraphicsItem &option, QWidget *widget);
@@ -185,14 +184,9 @@ public:
     explicit QuietDocument(TextItem &item)
         : m_item(item)
     {
-        if (m_item.m_quiet++ == 0)
-            m_item.disconnectDocument();
+        ++m_item.m_quiet;
     }
-    ~QuietDocument()
-    {
-        if (--m_item.m_quiet == 0)
-            m_item.connectDocument();
-    }
+    ~QuietDocument() { --m_item.m_quiet; }
     Q_DISABLE_COPY_MOVE(QuietDocument)
 
 private:
