@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bench/pair.h"
+#include "bench/records.h"
 #include "bench/support.h"
 #include "items/shapes/rectangleitem.h"
 
@@ -28,21 +29,6 @@ void decorate(RectangleItem &item)
     item.setItemFillColor(Qt::yellow);
     item.setDatasourceId(3);
     item.setDatasourceField(QStringLiteral("Name"));
-}
-
-/// The record by the stream's own operators.
-void saveByOperators(QDataStream &stream, const RectangleItem &item)
-{
-    const QTransform t = item.transform();
-    stream << qint16(item.itemId()) << qint32(item.itemFlags()) << item.getItemHorizontalMirror()
-           << item.getItemVerticalMirror() << item.getAllowOverprint() << item.zValue()
-           << qint32(item.flags()) << item.isVisible() << item.getItemRotation() << item.getItemSize().width()
-           << item.getItemSize().height() << item.getItemScaleX() << item.getItemScaleY() << t.m11()
-           << t.m12() << t.m13() << t.m21() << t.m22() << t.m23() << t.m31() << t.m32() << t.m33()
-           << item.pos().x() << item.pos().y() << qint32(item.getDatasourceId()) << item.getDatasourceField()
-           << item.getItemPenColor() << qint16(item.getItemPenWidth()) << qint32(item.getItemPenStyle())
-           << qint32(item.getItemPenCapStyle()) << qint32(item.getItemPenJoinStyle())
-           << qint16(item.getItemBrushStyle()) << item.getItemFillColor();
 }
 
 void loadByOperators(QDataStream &stream, RectangleItem &item)
@@ -91,18 +77,20 @@ template <typename Save> QByteArray recordsOf(RectangleItem &item, Save &&save)
     return bytes;
 }
 
+const auto saveOthers
+    = [](QDataStream &stream, const RectangleItem &item) { Records::saveByOperators(stream, item); };
 const auto saveOurs = [](QDataStream &stream, RectangleItem &item) { item.saveItemToData(stream); };
 
 void saveRecords(benchmark::State &state)
 {
     RectangleItem item;
     decorate(item);
-    if (recordsOf(item, saveOurs) != recordsOf(item, saveByOperators)) {
+    if (recordsOf(item, saveOurs) != recordsOf(item, saveOthers)) {
         state.SkipWithError("the records differ");
         return;
     }
     Pair::compare(
-        state, 0.35, count, [&] { recordsOf(item, saveOurs); }, [&] { recordsOf(item, saveByOperators); });
+        state, 0.35, count, [&] { recordsOf(item, saveOurs); }, [&] { recordsOf(item, saveOthers); });
 }
 
 template <typename Load> void loadAll(const QByteArray &bytes, RectangleItem &item, Load &&load)

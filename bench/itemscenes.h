@@ -4,6 +4,7 @@
 #include "bench/pair.h"
 #include "bench/support.h"
 
+#include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QPainter>
 
@@ -43,13 +44,26 @@ template <typename Kind> QImage rendered(int count, double side)
     return image;
 }
 
+/// Whether each item that lies within the picture leaves a mark in it.
+inline bool allShow(const QGraphicsScene &scene, const QImage &picture)
+{
+    const QList<QGraphicsItem *> items = scene.items();
+    return std::ranges::all_of(items, [&picture](const QGraphicsItem *item) {
+        const QRect area = item->sceneBoundingRect().toAlignedRect();
+        QImage blank(area.size(), picture.format());
+        blank.fill(Qt::white);
+        return !picture.rect().contains(area) || picture.copy(area) != blank;
+    });
+}
+
 /// Arguments of the benchmark: the number of items, their side, and the target in percent. Looks draws the
 /// same pixels as Ours.
 template <typename Ours, typename Stock, typename Looks = Stock> void paintInScene(benchmark::State &state)
 {
     const int count = int(state.range(0));
     const double side = double(state.range(1));
-    if (rendered<Ours>(count, side) != rendered<Looks>(count, side)) {
+    const QImage picture = rendered<Ours>(count, side);
+    if (picture != rendered<Looks>(count, side)) {
         state.SkipWithError("the two kinds draw different pixels");
         return;
     }
@@ -57,6 +71,10 @@ template <typename Ours, typename Stock, typename Looks = Stock> void paintInSce
     QGraphicsScene stock(page());
     fill<Ours>(ours, count, side);
     fill<Stock>(stock, count, side);
+    if (!allShow(ours, picture)) {
+        state.SkipWithError("an item draws nothing");
+        return;
+    }
     QImage image(Bench::pageSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
     QPainter painter(&image);

@@ -138,14 +138,19 @@ private:
     {
         const bool quoted = begins(u"\"") || begins(u"'");
         const QChar quote = quoted ? m_html[m_at++] : QChar();
+        const auto ends = [&] { return quoted ? m_html[m_at] == quote : endsWord(); };
         QString word;
-        while (m_at < m_html.size() && !(quoted ? m_html[m_at] == quote : endsWord())) {
+        while (m_at < m_html.size() && !ends()) {
             const Reference found = m_html[m_at] == u'&' ? referenceAt(m_html, m_at) : Reference { {}, m_at };
-            if (found.end == m_at)
-                word += m_html[m_at];
-            else
-                word += found.text;
+            const qsizetype from = m_at;
             m_at = std::max(found.end, m_at + 1);
+            if (found.end > from) {
+                word += found.text;
+                continue;
+            }
+            while (m_at < m_html.size() && m_html[m_at] != u'&' && !ends())
+                ++m_at;
+            word += m_html.sliced(from, m_at - from);
         }
         if (quoted)
             ++m_at;
@@ -155,7 +160,7 @@ private:
     bool endsWord() const
     {
         const QChar c = m_html[m_at];
-        return c.isSpace() || c == u'>' || c == u'<' || c == u'=' || begins(u"/>");
+        return c.isSpace() || c == u'>' || c == u'<' || c == u'=' || (c == u'/' && begins(u"/>"));
     }
 
     void readAttributes(Tag &tag)
@@ -267,9 +272,13 @@ bool structureIsPlain(QStringView html)
     return true;
 }
 
-qsizetype countOf(const QString &html, const QString &pattern)
+QRegularExpression caseless(const QString &pattern)
 {
-    const QRegularExpression expression(pattern, QRegularExpression::CaseInsensitiveOption);
+    return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);
+}
+
+qsizetype countOf(const QString &html, const QRegularExpression &expression)
+{
     qsizetype count = 0;
     for (auto matches = expression.globalMatch(html); matches.hasNext(); matches.next())
         ++count;
@@ -278,10 +287,10 @@ qsizetype countOf(const QString &html, const QString &pattern)
 
 bool stylesAreFew(const QString &html)
 {
-    const qsizetype floats
-        = countOf(html, u"\\bfloat\\s*(:|/\\*)"_s) + countOf(html, u"align\\s*=\\s*[\"']?\\s*(left|right)"_s);
-    static const QRegularExpression size(
-        u"\\bfont(-size)?\\s*:\\s*([^;\"'}]*)"_s, QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression floating = caseless(u"\\bfloat\\s*(:|/\\*)"_s);
+    static const QRegularExpression aligned = caseless(u"align\\s*=\\s*[\"']?\\s*(left|right)"_s);
+    static const QRegularExpression size = caseless(u"\\bfont(-size)?\\s*:\\s*([^;\"'}]*)"_s);
+    const qsizetype floats = countOf(html, floating) + countOf(html, aligned);
     // A rule of a style sheet can apply to every element.
     const bool sheetFloats = floats > 0 && html.contains("<style"_L1, Qt::CaseInsensitive);
     if (sheetFloats && html.count(u'<') > Limits::MaxHtmlFloats)
@@ -292,25 +301,29 @@ bool stylesAreFew(const QString &html)
     return floats <= Limits::MaxHtmlFloats && sizes.size() <= Limits::MaxHtmlFontSizes;
 }
 
-bool isCombining(const QString &character)
+char32_t characterAt(QStringView text, qsizetype at)
 {
-    const uint code = character.toUcs4().value(0);
-    return QChar::category(code) == QChar::Mark_NonSpacing || QChar::category(code) == QChar::Mark_Enclosing;
+    const bool pair = at + 1 < text.size() && text[at].isHighSurrogate() && text[at + 1].isLowSurrogate();
+    return pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : text[at].unicode();
 }
 
-bool marksAreFew(const QString &html)
+bool isCombining(char32_t character)
+{
+    const QChar::Category category = QChar::category(character);
+    return category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing;
+}
+
+bool marksAreFew(QStringView html)
 {
     int marks = 0;
-    for (qsizetype i = 0; i < html.size();) {
-        Reference found = html[i] == u'&' ? referenceAt(html, i) : Reference { {}, i };
-        if (found.end == i)
-            found = { html.mid(i, html[i].isHighSurrogate() ? 2 : 1), i + 1 };
-        marks = isCombining(found.text) ? marks + 1 : 0;
-        if (marks > Limits::MaxCombiningMarks)
-            return false;
-        i = found.end;
+    for (qsizetype i = 0; i < html.size() && marks <= Limits::MaxCombiningMarks;) {
+        const Reference found = html[i] == u'&' ? referenceAt(html, i) : Reference { {}, i };
+        const bool written = found.end == i;
+        const char32_t character = written ? characterAt(html, i) : characterAt(found.text, 0);
+        marks = isCombining(character) ? marks + 1 : 0;
+        i = written ? i + (QChar::requiresSurrogates(character) ? 2 : 1) : found.end;
     }
-    return true;
+    return marks <= Limits::MaxCombiningMarks;
 }
 
 /// The position after a style sheet, script or head whose contents are not shown.

@@ -4,6 +4,7 @@
 #include "items/core/limits.h"
 #include "items/core/record.h"
 #include "items/text/htmlguard.h"
+#include "items/text/layoutpause.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -64,7 +65,6 @@ const QRegularExpression &styleAttribute()
 
 RichTextItem::RichTextItem()
 {
-    const QuietDocument untilItIsBuilt(*this);
     setItemShape(MobraTypes::RichTextShape);
     setScreenDPI();
     QFont font;
@@ -79,14 +79,18 @@ RichTextItem::RichTextItem()
     m_emptyBlockFormat.setBottomMargin(0.0);
     m_emptyBlockFormat.setLeftMargin(0.0);
     m_emptyBlockFormat.setRightMargin(0.0);
-    setFont(font);
     setDefaultTextColor(getItemTextColor());
-    resetDocumentMargins();
-    useEmptyFormats();
-    setTextWidth(getItemWidth());
+    {
+        const LayoutPause pause(*document());
+        setFont(font);
+        resetDocumentMargins();
+        useEmptyFormats();
+        setTextWidth(getItemWidth());
+    }
     updateTextHeight();
     // Qt lays the text out between its two notifications of a change.
     connect(document(), &QTextDocument::contentsChanged, this, &RichTextItem::updateTextHeight);
+    connectDocument();
     connect(
         document(), &QTextDocument::cursorPositionChanged, this, &RichTextItem::updateCursorPositionChanged);
 }
@@ -485,6 +489,7 @@ void RichTextItem::showData(const QString &text, bool marked)
 {
     {
         const QuietDocument quiet(*this);
+        const LayoutPause pause(*document());
         const int alignment = textCursor().blockFormat().intProperty(QTextFormat::BlockAlignment);
         const double points = textCursor().charFormat().doubleProperty(QTextFormat::FontPointSize);
         if (marked)
@@ -519,6 +524,8 @@ void RichTextItem::updateTextOnPropertyChanges(int /*position*/, int /*charsRemo
 
 void RichTextItem::drawFrame(QPainter *painter)
 {
+    if (itemPen().style() == Qt::NoPen)
+        return;
     const double width = itemPen().widthF();
     painter->setPen(itemPen());
     painter->drawRect(QRectF(-width / 2.0, -width / 2.0, sizeRect().width() + itemPen().width(),
@@ -607,18 +614,21 @@ Item *RichTextItem::createItemCopy()
     auto copy = std::make_unique<RichTextItem>();
     const QuietDocument quiet(*copy);
     copyItemProperties(copy.get(), true);
-    copy->setItemHtml(toHtml());
     copy->m_emptyCharFormat = m_emptyCharFormat;
     copy->m_emptyBlockFormat = m_emptyBlockFormat;
     copy->m_documentIsEmpty = m_documentIsEmpty;
     copy->m_screenFactor = m_screenFactor;
     copy->setItemTextColorOnLoad(getItemTextColor());
-    copy->setFont(font());
-    if (m_documentIsEmpty)
-        copy->useEmptyFormats();
     copy->setFramePads(getFramePads());
-    copy->setTextWidth(textWidth());
-    copy->copyCursorProperties(*this);
+    {
+        const LayoutPause pause(*copy->document());
+        copy->setItemHtml(toHtml());
+        copy->setFont(font());
+        if (m_documentIsEmpty)
+            copy->useEmptyFormats();
+        copy->setTextWidth(textWidth());
+        copy->copyCursorProperties(*this);
+    }
     copy->updateTextHeight();
     return copy.release();
 }
@@ -640,21 +650,23 @@ void RichTextItem::saveItemToData(QDataStream &stream)
 void RichTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     const QuietDocument quiet(*this);
-    QTextCursor cursor = textCursor();
-    cursor.beginEditBlock();
-    document()->clear();
-    loadHtml(stream, version);
-    QColor color;
-    Record::read(stream, std::tie(color));
-    setItemTextColorOnLoad(color);
-    setTextWidth(-1);
-    TextItem::loadItemFromData(stream, version);
-    loadEmptyFormats(stream);
-    cursor.endEditBlock();
-    setTextCursor(cursor);
-    if (m_documentIsEmpty)
-        useEmptyFormats();
-    layOut();
+    {
+        const LayoutPause pause(*document());
+        QTextCursor cursor = textCursor();
+        cursor.beginEditBlock();
+        document()->clear();
+        loadHtml(stream, version);
+        QColor color;
+        Record::read(stream, std::tie(color));
+        setItemTextColorOnLoad(color);
+        TextItem::loadItemFromData(stream, version);
+        loadEmptyFormats(stream);
+        cursor.endEditBlock();
+        setTextCursor(cursor);
+        if (m_documentIsEmpty)
+            useEmptyFormats();
+    }
+    updateTextHeight();
 }
 
 void RichTextItem::loadHtml(QDataStream &stream, unsigned int version)

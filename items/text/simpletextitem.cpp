@@ -3,6 +3,7 @@
 
 #include "items/core/basicconversions.h"
 #include "items/core/limits.h"
+#include "items/text/layoutpause.h"
 #include "items/text/verticalediting.h"
 #include "items/text/verticaltext.h"
 #include "platform/text/whitespace.h"
@@ -47,13 +48,15 @@ SimpleTextItem::SimpleTextItem()
 {
     setItemShape(MobraTypes::LabelTextShape);
     setDefaultTextColor(getItemPenColor());
-    QFont font = fontOf(defaultFontFamily, defaultPixelSize);
-    font.setWeight(QFont::Bold);
-    setFont(font);
-    setPlainText(tr("TEXT"));
-    setTextWidth(-1);
-    storeItemSize(QGraphicsTextItem::boundingRect().size());
-    setAlignmentOption(Qt::AlignHCenter | Qt::AlignVCenter);
+    {
+        const LayoutPause pause(*document());
+        QFont font = fontOf(defaultFontFamily, defaultPixelSize);
+        font.setWeight(QFont::Bold);
+        setFont(font);
+        setPlainText(tr("TEXT"));
+        setAlignmentOption(Qt::AlignHCenter | Qt::AlignVCenter);
+    }
+    storeItemSize(naturalSize());
     setTextWidth(getItemWidth());
     connectDocument();
 }
@@ -113,21 +116,34 @@ bool SimpleTextItem::setTextVertical(bool setVert)
     m_vertical = setVert;
     if (WhiteSpace::isWhiteSpace(toPlainText())) {
         setPlainText(QString());
+        updateTextOnPropertyChanges(-1, -1, -1);
     } else {
+        changeDocument([&] {
+            setPlainText(
+                setVert ? convertHorizontalTextToVertical(toPlainText()) : convertVerticalTextToHorizontal());
+        });
+    }
+    return true;
+}
+
+void SimpleTextItem::changeDocument(const std::function<void()> &change)
+{
+    {
         const QuietDocument quiet(*this);
-        setPlainText(
-            setVert ? convertHorizontalTextToVertical(toPlainText()) : convertVerticalTextToHorizontal());
+        const LayoutPause pause(*document());
+        change();
+        setTextWidth(-1);
     }
     updateTextOnPropertyChanges(-1, -1, -1);
-    return true;
 }
 
 void SimpleTextItem::showText(const QString &text)
 {
-    const bool vertical = m_vertical;
-    setTextVertical(false);
     setItemText(text);
-    setTextVertical(vertical);
+    if (!m_vertical)
+        return;
+    const QString shown = toPlainText();
+    setPlainText(WhiteSpace::isWhiteSpace(shown) ? QString() : convertHorizontalTextToVertical(shown));
 }
 
 void SimpleTextItem::setItemData(const QVariant &data)
@@ -135,11 +151,7 @@ void SimpleTextItem::setItemData(const QVariant &data)
     const QRectF before = sceneBoundingRect();
     const QString text = withoutMarker(data.toString());
     if (text != toPlainText()) {
-        {
-            const QuietDocument quiet(*this);
-            showText(text);
-        }
-        updateTextOnPropertyChanges(-1, -1, -1);
+        changeDocument([&] { showText(text); });
         Q_EMIT textItemHasChanged();
     }
     updateScene(before);
@@ -184,11 +196,7 @@ void SimpleTextItem::releaseSize()
 void SimpleTextItem::changeFont(const QFont &font)
 {
     const QRectF before = sceneBoundingRect();
-    {
-        const QuietDocument quiet(*this);
-        setFont(font);
-    }
-    updateTextOnPropertyChanges(-1, -1, -1);
+    changeDocument([&] { setFont(font); });
     updateScene(before);
 }
 
@@ -235,11 +243,7 @@ void SimpleTextItem::setAlignmentOption(Qt::Alignment alignment)
 void SimpleTextItem::setItemAlignment(Qt::Alignment alignment)
 {
     const QRectF before = sceneBoundingRect();
-    {
-        const QuietDocument quiet(*this);
-        setAlignmentOption(alignment);
-    }
-    updateTextOnPropertyChanges(-1, -1, -1);
+    changeDocument([&] { setAlignmentOption(alignment); });
     updateScene(before);
 }
 
@@ -379,6 +383,9 @@ void SimpleTextItem::updateTextOnPropertyChanges(int position, int charsRemoved,
     m_refitting = true;
     if (m_vertical && position >= 0)
         updateTextOnPropertyChangesForVerticalText(position, charsRemoved, charsAdded);
+    // Qt tells of an edit before it lays it out, which this does too.
+    if (position >= 0)
+        setTextWidth(-1);
     refit();
     m_refitting = false;
 }
@@ -390,8 +397,7 @@ void SimpleTextItem::refit()
         getItemHeight() / Limits::divisor(getItemScaleY()) / 2.0);
     const QPointF before = mapToScene(oldCentre);
 
-    setTextWidth(-1);
-    const QSizeF natural = QGraphicsTextItem::boundingRect().size();
+    const QSizeF natural = naturalSize();
     if (getItemFixedSizeWidth())
         setItemScaleX(getItemWidth() / Limits::divisor(natural.width()));
     if (getItemFixedSizeHeight())
@@ -413,6 +419,8 @@ void SimpleTextItem::refit()
 
 void SimpleTextItem::drawFrame(QPainter *painter)
 {
+    if (itemPen().style() == Qt::NoPen)
+        return;
     const QRectF text = QGraphicsTextItem::boundingRect();
     const QSizeF pads = getFramePads();
     QPen pen = itemPen();

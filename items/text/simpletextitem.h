@@ -5,6 +5,8 @@
 #include "items/interfaces/itextlabelitem.h"
 #include "items/text/textitem.h"
 
+#include <functional>
+
 /// The label text: one block of plain text in a single font, colour and alignment, horizontal or vertical.
 /// The item is as large as its text; resizing it stretches the text, and a fixed side squeezes it.
 class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, public ITextLabelItem
@@ -138,13 +140,18 @@ private:
     static QFont fontOf(const QString &family, int pixelSize);
     void setLimit(signed char bit, bool on);
     void setAlignmentOption(Qt::Alignment alignment);
+    /// Shows a horizontal text in the item's direction.
     void showText(const QString &text);
+    /// Changes the document unnoticed and fits the item to it.
+    void changeDocument(const std::function<void()> &change);
     /// Growing keeps the centre, which in a group is the group's concern.
     bool isPinned() const { return m_pinToCenter && !parentItem(); }
     /// Back to the text as large as its font makes it.
     void releaseSize();
     void changeFont(const QFont &font);
     void refit();
+    /// What a record holds, without laying it out.
+    void loadText(QDataStream &stream, unsigned int version);
     void updateFramePads();
     void enlargeSize(double width);
     /// Lays the text out as wide as it is.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/limits.h"
 #include "items/core/record.h"
+#include "items/text/layoutpause.h"
 #include "items/text/simpletextitem.h"
 #include "items/text/verticaltext.h"
 
@@ -31,13 +32,16 @@ Item *SimpleTextItem::createItemCopy()
     auto copy = std::make_unique<SimpleTextItem>();
     const QuietDocument quiet(*copy);
     copyItemProperties(copy.get(), true);
-    copy->document()->setDocumentMargin(getItemDocumentMargin());
-    copy->setPlainText(toPlainText());
+    {
+        const LayoutPause pause(*copy->document());
+        copy->document()->setDocumentMargin(getItemDocumentMargin());
+        copy->setPlainText(toPlainText());
+        copy->setFont(font());
+        copy->setAlignmentOption(getItemAlignment());
+        copy->setTextWidth(textWidth());
+    }
     copy->setItemTextColor(getItemTextColor());
-    copy->setFont(font());
-    copy->setAlignmentOption(getItemAlignment());
     copy->setFramePads(getFramePads());
-    copy->setTextWidth(textWidth());
     copy->copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
         getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
     copy->updateItemBrush();
@@ -72,9 +76,23 @@ void SimpleTextItem::saveItemToData(QDataStream &stream)
 void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
 {
     const QuietDocument quiet(*this);
-    QTextCursor cursor = textCursor();
-    cursor.beginEditBlock();
-    document()->clear();
+    {
+        const LayoutPause pause(*document());
+        QTextCursor cursor = textCursor();
+        cursor.beginEditBlock();
+        document()->clear();
+        loadText(stream, version);
+        cursor.endEditBlock();
+        setTextCursor(cursor);
+        setTextWidth(-1);
+    }
+    restoreTextWidth();
+    updateFramePads();
+    updateItemBrush();
+}
+
+void SimpleTextItem::loadText(QDataStream &stream, unsigned int version)
+{
     QString text;
     stream >> text;
     QColor color;
@@ -86,7 +104,6 @@ void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
     setAlignmentOption(Qt::Alignment::fromInt(int(alignment & alignmentMask)));
     document()->setDocumentMargin(Limits::geometry(margin));
     TextItem::loadItemFromData(stream, version);
-    const QPointF position = pos();
 
     QString family;
     stream >> family;
@@ -105,15 +122,9 @@ void SimpleTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
     loaded.setItalic(italic);
     loaded.setUnderline(underline);
     setFont(loaded);
-    cursor.endEditBlock();
-    setTextCursor(cursor);
     setOldTransformCoefficientM31(m31);
     setOldTransformCoefficientM32(m32);
     m_sizeLimiting = limiting;
-    restoreTextWidth();
-    moveItem(position);
-    updateFramePads();
-    updateItemBrush();
 }
 
 QVariantMap SimpleTextItem::saveItemToJSON()
@@ -162,7 +173,8 @@ void SimpleTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int versi
 
 QSizeF SimpleTextItem::naturalSize()
 {
-    setTextWidth(-1);
+    if (textWidth() >= 0.0)
+        setTextWidth(-1);
     return QGraphicsTextItem::boundingRect().size();
 }
 

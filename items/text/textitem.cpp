@@ -3,13 +3,15 @@
 
 #include "items/core/itemcolors.h"
 #include "items/core/limits.h"
+#include "items/core/mirrorscope.h"
 #include "items/core/safeimage.h"
+#include "items/text/documentdrawing.h"
 #include "items/text/htmlguard.h"
 #include "items/text/safetextdocument.h"
 #include "items/text/textmenu.h"
 #include "platform/text/whitespace.h"
 
-#include <QAbstractTextDocumentLayout>
+#include <QApplication>
 #include <QClipboard>
 #include <QGraphicsScene>
 #include <QGraphicsSceneContextMenuEvent>
@@ -55,6 +57,7 @@ QColor contrastTo(const QColor &text)
 } // namespace
 
 TextItem::TextItem()
+    : m_palette(QApplication::palette("QWidgetTextControl"))
 {
     setDocument(new SafeTextDocument);
     m_textColor = ItemColors::black;
@@ -130,25 +133,23 @@ void TextItem::showEmptyTextMarker(bool show)
 
 void TextItem::connectDocument()
 {
-    connect(document(), SIGNAL(contentsChange(int, int, int)), this,
-        SLOT(updateItemOnContentsChange(int, int, int)));
+    // With spaces, Qt would take the signatures apart for each item.
+    // clang-format off
+    connect(document(), SIGNAL(contentsChange(int,int,int)), this, SLOT(updateItemOnContentsChange(int,int,int)));
+    // clang-format on
     connect(document(), SIGNAL(contentsChanged()), this, SLOT(updateItemOnContentsChanged()));
-}
-
-void TextItem::disconnectDocument()
-{
-    disconnect(document(), SIGNAL(contentsChange(int, int, int)), this,
-        SLOT(updateItemOnContentsChange(int, int, int)));
-    disconnect(document(), SIGNAL(contentsChanged()), this, SLOT(updateItemOnContentsChanged()));
 }
 
 void TextItem::updateItemOnContentsChange(int position, int charsRemoved, int charsAdded)
 {
-    updateTextOnPropertyChanges(position, charsRemoved, charsAdded);
+    if (m_quiet == 0)
+        updateTextOnPropertyChanges(position, charsRemoved, charsAdded);
 }
 
 void TextItem::updateItemOnContentsChanged()
 {
+    if (m_quiet > 0)
+        return;
     Q_EMIT textItemHasChanged();
     Q_EMIT itemDataChanged(getItemData(), getItemDatasourceID(), getItemDatasourceField());
 }
@@ -330,34 +331,49 @@ void TextItem::textCopy()
 void TextItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
 {
     const QSizeF mirrored = mirrorShiftingSize();
-    painterMirrorTransform(painter, mirrored.width(), mirrored.height());
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(itemBrush());
-    painter->drawRect(getReferenceRectangle());
+    const MirrorScope scope(*this, *painter, mirrored.width(), mirrored.height());
+    if (itemBrush().style() != Qt::NoBrush) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(itemBrush());
+        painter->drawRect(getReferenceRectangle());
+    }
     paintDocument(painter, *option, widget);
     painter->setBrush(Qt::NoBrush);
     drawFrame(painter);
     paintEmptyTextMarker(painter, option);
     paintFrames(painter, option);
-    painter->restore();
 }
 
 void TextItem::paintDocument(QPainter *painter, const QStyleOptionGraphicsItem &option, QWidget *widget)
 {
-    if (!showsText(painter->combinedTransform()))
+    if (!showsText(painter->deviceTransform()))
         return;
-    if (isInEditing() && textCursor().hasSelection()) {
-        paintSelectedText(painter, option.exposedRect);
-        return;
+    const bool selected = textCursor().hasSelection();
+    if (isInEditing() && selected) {
+        paintSelectedText(*painter, option.exposedRect);
+    } else if (!isInEditing() && !selected) {
+        paintIdleText(*painter, option.exposedRect);
+    } else {
+        // No state: Qt's own frames are never drawn.
+        QStyleOptionGraphicsItem plain;
+        plain.state = QStyle::State_None;
+        plain.exposedRect = option.exposedRect;
+        QGraphicsTextItem::paint(painter, &plain, widget);
     }
-    // No state: Qt's own frames are never drawn.
-    QStyleOptionGraphicsItem plain;
-    plain.state = QStyle::State_None;
-    plain.exposedRect = option.exposedRect;
-    QGraphicsTextItem::paint(painter, &plain, widget);
 }
 
-void TextItem::paintSelectedText(QPainter *painter, const QRectF &exposed)
+void TextItem::paintIdleText(QPainter &painter, const QRectF &exposed)
+{
+    painter.save();
+    if (exposed.isValid())
+        painter.setClipRect(exposed, Qt::IntersectClip);
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = exposed;
+    drawText(painter, context);
+    painter.restore();
+}
+
+void TextItem::paintSelectedText(QPainter &painter, const QRectF &exposed)
 {
     QAbstractTextDocumentLayout::Selection selection;
     selection.cursor = textCursor();
@@ -365,11 +381,17 @@ void TextItem::paintSelectedText(QPainter *painter, const QRectF &exposed)
     selection.format.setForeground(contrastTo(m_textColor));
     QAbstractTextDocumentLayout::PaintContext context;
     context.cursorPosition = selection.cursor.position();
-    context.palette = QPalette();
-    context.palette.setColor(QPalette::Text, defaultTextColor());
     context.clip = exposed;
     context.selections.append(selection);
-    document()->documentLayout()->draw(painter, context);
+    drawText(painter, context);
+}
+
+void TextItem::drawText(QPainter &painter, QAbstractTextDocumentLayout::PaintContext &context)
+{
+    if (m_palette.color(QPalette::Text) != defaultTextColor())
+        m_palette.setColor(QPalette::Text, defaultTextColor());
+    context.palette = m_palette;
+    DocumentDrawing::draw(painter, *document(), context);
 }
 
 void TextItem::paintEmptyTextMarker(QPainter *painter, const QStyleOptionGraphicsItem *option)
@@ -426,12 +448,10 @@ QImage TextItem::backgroundWithText(double scaling)
 
     // Text is drawn on the one-bit picture: it is never dithered.
     QImage picture = background.convertToFormat(QImage::Format_Mono, getPrintDitherMethod());
-    const QStyleOptionGraphicsItem option;
     QPainter painter(&picture);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(itemPen());
     painter.scale(scaling, scaling);
-    QGraphicsTextItem::paint(&painter, &option, nullptr);
+    QAbstractTextDocumentLayout::PaintContext bare;
+    drawText(painter, bare);
     return picture;
 }
 

@@ -9,7 +9,9 @@
 #include "items/interfaces/textcoloritem.h"
 #include "items/style/fillableitem.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QGraphicsTextItem>
+#include <QPalette>
 #include <QTextDocument>
 
 /// The base of the two text items: a document with a text colour, edited in place, bound to data, and turned
@@ -156,16 +158,19 @@ protected:
     void updateScene(const QRectF &area);
 
 private:
-    void disconnectDocument();
     void enterEditing();
     void announceEditing();
     void paintDocument(QPainter *painter, const QStyleOptionGraphicsItem &option, QWidget *widget);
-    void paintSelectedText(QPainter *painter, const QRectF &exposed);
+    void paintIdleText(QPainter &painter, const QRectF &exposed);
+    void paintSelectedText(QPainter &painter, const QRectF &exposed);
+    void drawText(QPainter &painter, QAbstractTextDocumentLayout::PaintContext &context);
     void paintEmptyTextMarker(QPainter *painter, const QStyleOptionGraphicsItem *option);
     void paintFrames(QPainter *painter, const QStyleOptionGraphicsItem *option);
     void drawSelectionRectangleEdit(QPainter *painter, const QStyleOptionGraphicsItem *option);
     QImage backgroundWithText(double scaling);
 
+    /// That of Qt's text control, which cannot be asked for it.
+    QPalette m_palette;
     bool m_showEmptyTextMarker = false;
     int m_quiet = 0;
     GraphicsItemFlags m_idleFlags;
@@ -179,14 +184,9 @@ public:
     explicit QuietDocument(TextItem &item)
         : m_item(item)
     {
-        if (m_item.m_quiet++ == 0)
-            m_item.disconnectDocument();
+        ++m_item.m_quiet;
     }
-    ~QuietDocument()
-    {
-        if (--m_item.m_quiet == 0)
-            m_item.connectDocument();
-    }
+    ~QuietDocument() { --m_item.m_quiet; }
     Q_DISABLE_COPY_MOVE(QuietDocument)
 
 private:

@@ -109,6 +109,8 @@ void tst_HtmlGuard::limitsAreExact_data()
     QTest::newRow("font sizes") << sizes(300) << sizes(301);
     const QString mark = u"\u0301"_s;
     QTest::newRow("marks") << u'e' + mark.repeated(64) + u'e' + mark.repeated(64) << u'e' + mark.repeated(65);
+    const QString pair = u"\U0001E8D0"_s; // beyond the first 65,536 characters
+    QTest::newRow("marks of two units") << u'e' + pair.repeated(64) << u'e' + pair.repeated(65);
     const QString reference = u"&#x301;"_s;
     QTest::newRow("marks as references") << u'e' + reference.repeated(64) << u'e' + reference.repeated(65);
     const QString decimal = u"&#769;"_s;
