@@ -23,6 +23,11 @@ inline constexpr qint64 MaxInlinePixels = 32'000'000;
 /// seconds.
 inline constexpr qsizetype MaxHtmlLength = 4'000'000;
 inline constexpr int MaxHtmlTags = 40'000;
+/// Elements within lines: each may begin a part of another format, of which a line holds any number.
+inline constexpr int MaxHtmlInlineTags = 10'000;
+inline constexpr int MaxHtmlPictures = 2'000;
+/// The rules of style sheets, times the elements that each is held against.
+inline constexpr qint64 MaxHtmlStyleWork = 4'000'000;
 inline constexpr int MaxHtmlDepth = 256;
 inline constexpr int MaxHtmlTableDepth = 8;
 inline constexpr int MaxHtmlCells = 50'000;
@@ -36,6 +41,10 @@ inline constexpr double MaxTextScale = 1e6;
 inline constexpr double MaxTextStretch = 1e4;
 /// The longest plain text that is laid out.
 inline constexpr qsizetype MaxTextLength = 2'000'000;
+/// The height in pixels up to which a text is laid out: Qt's layout does not end at 8,388,608 and more.
+inline constexpr double MaxTextHeight = 4e6;
+/// The longest word at whose end lines are broken.
+inline constexpr qsizetype MaxWordLength = 20'000;
 /// The largest coordinate or side handed to Qt's scene and painter: beyond, its fixed-point conversions
 /// overflow.
 inline constexpr double MaxGeometry = 1e7;

@@ -187,6 +187,16 @@ private:
     qsizetype m_at;
 };
 
+/// Whether an element ends the line before it; all others may stand in thousands on one.
+bool makesBlock(const QString &name)
+{
+    static const QSet<QString> blocks { u"html"_s, u"head"_s, u"body"_s, u"p"_s, u"div"_s, u"br"_s, u"hr"_s,
+        u"ul"_s, u"ol"_s, u"li"_s, u"dl"_s, u"dt"_s, u"dd"_s, u"table"_s, u"thead"_s, u"tbody"_s, u"tfoot"_s,
+        u"tr"_s, u"td"_s, u"th"_s, u"h1"_s, u"h2"_s, u"h3"_s, u"h4"_s, u"h5"_s, u"h6"_s, u"blockquote"_s,
+        u"pre"_s, u"center"_s, u"address"_s };
+    return blocks.contains(name);
+}
+
 /// Counts what is expensive.
 class Census
 {
@@ -194,7 +204,12 @@ public:
     /// False when a limit is exceeded.
     bool add(const Tag &tag)
     {
-        if (++m_tags > Limits::MaxHtmlTags)
+        if (!tag.closes && !makesBlock(tag.name))
+            ++m_inlineTags;
+        if (tag.name == "img"_L1)
+            ++m_pictures;
+        if (++m_tags > Limits::MaxHtmlTags || m_inlineTags > Limits::MaxHtmlInlineTags
+            || m_pictures > Limits::MaxHtmlPictures)
             return false;
         noteStray(tag);
         if (tag.closes)
@@ -252,6 +267,8 @@ private:
     bool m_strayed = false;
     int m_unendingTables = 0;
     int m_tags = 0;
+    int m_inlineTags = 0;
+    int m_pictures = 0;
     int m_cells = 0;
     int m_listItems = 0;
 };
@@ -292,13 +309,15 @@ bool stylesAreFew(const QString &html)
     static const QRegularExpression size = caseless(u"\\bfont(-size)?\\s*:\\s*([^;\"'}]*)"_s);
     const qsizetype floats = countOf(html, floating) + countOf(html, aligned);
     // A rule of a style sheet can apply to every element.
-    const bool sheetFloats = floats > 0 && html.contains("<style"_L1, Qt::CaseInsensitive);
-    if (sheetFloats && html.count(u'<') > Limits::MaxHtmlFloats)
+    const bool sheet = html.contains("<style"_L1, Qt::CaseInsensitive);
+    if (sheet && floats > 0 && html.count(u'<') > Limits::MaxHtmlFloats)
         return false;
     QSet<QString> sizes;
     for (const QRegularExpressionMatch &match : size.globalMatch(html))
         sizes.insert(match.captured(2));
-    return floats <= Limits::MaxHtmlFloats && sizes.size() <= Limits::MaxHtmlFontSizes;
+    const qint64 styleWork = sheet ? qint64(html.count(u'{')) * html.count(u'<') : 0;
+    return floats <= Limits::MaxHtmlFloats && sizes.size() <= Limits::MaxHtmlFontSizes
+        && styleWork <= Limits::MaxHtmlStyleWork;
 }
 
 char32_t characterAt(QStringView text, qsizetype at)

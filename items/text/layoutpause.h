@@ -1,23 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include <QTextDocument>
+#include "items/text/safetextdocument.h"
 
-/// Has a document laid out once at the end instead of after each of several changes; may nest. Sizes and
-/// places of its text are not to be asked for in between.
+/// Has a document laid out once at the end instead of after each of several changes, and not at all when it
+/// has become too high to be; may nest. Sizes and places of its text are not to be asked for in between.
 class [[nodiscard]] LayoutPause
 {
 public:
     explicit LayoutPause(QTextDocument &document)
-        : m_document(document)
-        , m_laidOut(document.isLayoutEnabled())
+        : m_document(qobject_cast<SafeTextDocument *>(&document))
     {
-        m_document.setLayoutEnabled(false);
+        if (m_document)
+            m_document->pauseLayout();
     }
-    ~LayoutPause() { m_document.setLayoutEnabled(m_laidOut); }
+    ~LayoutPause()
+    {
+        if (m_document)
+            m_document->resumeLayout();
+    }
     Q_DISABLE_COPY_MOVE(LayoutPause)
 
 private:
-    QTextDocument &m_document;
-    bool m_laidOut;
+    SafeTextDocument *m_document;
 };

@@ -128,7 +128,10 @@ bool RichTextItem::applySize(const QSizeF &size)
 
 void RichTextItem::layOut()
 {
-    setTextWidth(Limits::geometry(getItemWidth()));
+    {
+        const LayoutPause pause(*document());
+        setTextWidth(Limits::geometry(getItemWidth()));
+    }
     updateTextHeight();
 }
 
@@ -159,9 +162,13 @@ void RichTextItem::updateTextFitsInBox()
 bool RichTextItem::testSetItemSize(const QSizeF &size)
 {
     const QuietDocument quiet(*this);
-    setTextWidth(Limits::geometry(size.width()));
+    const auto lay = [this](double width) {
+        const LayoutPause pause(*document());
+        setTextWidth(Limits::geometry(width));
+    };
+    lay(size.width());
     const double height = document()->size().height();
-    setTextWidth(Limits::geometry(getItemWidth()));
+    lay(getItemWidth());
     return size.height() >= height;
 }
 
@@ -285,19 +292,26 @@ QTextCursor RichTextItem::meantText() const
 
 void RichTextItem::mergeFormat(const QTextCharFormat &format)
 {
-    const bool whole = !selectionIsMeant();
-    meantText().mergeCharFormat(format);
-    if (whole) {
-        // A cursor that has not moved since keeps a format of its own.
-        QTextCursor cursor = textCursor();
-        cursor.mergeCharFormat(format);
-        setTextCursor(cursor);
-        m_emptyCharFormat.merge(format);
-        setFont(m_emptyCharFormat.font());
-        if (m_documentIsEmpty)
-            useEmptyFormats();
+    {
+        const LayoutPause pause(*document());
+        const bool whole = !selectionIsMeant();
+        meantText().mergeCharFormat(format);
+        if (whole)
+            mergeEmptyFormat(format);
     }
     updateTextOnPropertyChanges(-1, -1, -1);
+}
+
+void RichTextItem::mergeEmptyFormat(const QTextCharFormat &format)
+{
+    // A cursor that has not moved since keeps a format of its own.
+    QTextCursor cursor = textCursor();
+    cursor.mergeCharFormat(format);
+    setTextCursor(cursor);
+    m_emptyCharFormat.merge(format);
+    setFont(m_emptyCharFormat.font());
+    if (m_documentIsEmpty)
+        useEmptyFormats();
 }
 
 int RichTextItem::getItemFontSize() const

@@ -129,6 +129,7 @@ private:
     bool selectionIsMeant() const;
     QTextCursor meantText() const;
     void mergeFormat(const QTextCharFormat &format);
+    void mergeEmptyFormat(const QTextCharFormat &format);
     void changeEmptyFont(const std::function<void(QFont &)> &change);
     void setItemTextColorOnLoad(const QColor &color);
     void useEmptyFormats();

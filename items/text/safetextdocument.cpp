@@ -6,7 +6,10 @@
 
 #include <QBuffer>
 #include <QImageReader>
+#include <QTextBlock>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace {
 
@@ -35,6 +38,23 @@ bool isPixelFormat(const QByteArray &format)
 {
     static const QList<QByteArray> formats { "png", "jpeg", "jpg", "gif", "bmp" };
     return formats.contains(format);
+}
+
+double pixels(int pixelSize, double pointSize)
+{
+    constexpr double pixelsPerPoint = 96.0 / 72.0;
+    return std::max(double(pixelSize), pointSize * pixelsPerPoint);
+}
+
+double pixelsOf(const QFont &font)
+{
+    return pixels(font.pixelSize(), font.pointSizeF());
+}
+
+double pixelsOf(const QTextFormat &format)
+{
+    return pixels(
+        format.intProperty(QTextFormat::FontPixelSize), format.doubleProperty(QTextFormat::FontPointSize));
 }
 
 } // namespace
@@ -82,4 +102,46 @@ QImage SafeTextDocument::decoded(const QUrl &url)
         return {};
     m_decodedPixels += pixels;
     return reader.read();
+}
+
+void SafeTextDocument::pauseLayout()
+{
+    if (m_pauses++ == 0)
+        setLayoutEnabled(false);
+}
+
+void SafeTextDocument::resumeLayout()
+{
+    if (--m_pauses == 0)
+        setLayoutEnabled(canBeLaidOut());
+}
+
+bool SafeTextDocument::canBeLaidOut() const
+{
+    // The document knows formats that no letter has any more; looking at all letters takes longer.
+    double greatest = pixelsOf(defaultFont());
+    const QList<QTextFormat> formats = allFormats();
+    for (const QTextFormat &format : formats)
+        greatest = std::max(greatest, pixelsOf(format));
+    return greatestHeight(greatest) <= Limits::MaxTextHeight
+        || greatestHeight(greatestUsedFont()) <= Limits::MaxTextHeight;
+}
+
+double SafeTextDocument::greatestUsedFont() const
+{
+    double greatest = pixelsOf(defaultFont());
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        greatest = std::max(greatest, pixelsOf(block.charFormat()));
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            greatest = std::max(greatest, pixelsOf(it.fragment().charFormat()));
+    }
+    return greatest;
+}
+
+double SafeTextDocument::greatestHeight(double fontSize) const
+{
+    // Characters are seldom wider than the size of their font, and lines seldom higher than twice of it.
+    const double characters = characterCount();
+    const double wrapped = textWidth() < 0.0 ? 0.0 : characters * fontSize / std::max(1.0, textWidth());
+    return (blockCount() + std::min(wrapped, characters)) * 2.0 * fontSize;
 }

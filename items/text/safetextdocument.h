@@ -21,12 +21,22 @@ public:
     /// Before another text replaces the present one: each has the whole budget.
     void forgetPictures();
 
+    /// Until the last of as many calls of resumeLayout(), nothing is laid out.
+    void pauseLayout();
+    /// A text that Qt's layout would not come to an end with is kept, but not shown.
+    void resumeLayout();
+
 protected:
     QVariant loadResource(int type, const QUrl &name) override;
 
 private:
     QImage decoded(const QUrl &url);
+    [[nodiscard]] bool canBeLaidOut() const;
+    [[nodiscard]] double greatestUsedFont() const;
+    /// At most as high as this with a font size in pixels.
+    [[nodiscard]] double greatestHeight(double fontSize) const;
 
     QHash<QUrl, QImage> m_pictures;
     qint64 m_decodedPixels = 0;
+    int m_pauses = 0;
 };

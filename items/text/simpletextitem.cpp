@@ -173,7 +173,7 @@ void SimpleTextItem::setItemFontSize(int size)
     releaseSize();
     QFont changed = font();
     changed.setPixelSize(size);
-    setFont(changed);
+    useFont(changed);
     updateTextOnPropertyChanges(-1, -1, -1);
     // The size that was released had another centre than the text.
     if (isPinned())

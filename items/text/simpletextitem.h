@@ -159,6 +159,7 @@ private:
     /// The size before stretching, by which an outline of so many units was stretched too.
     QSizeF unscaledSize(double outline) const;
     void restoreTextWidth();
+    void useFont(const QFont &font);
     void restoreFontSize();
     int pixelSizeFor(double height);
 

@@ -192,7 +192,14 @@ void SimpleTextItem::restoreTextWidth()
     const double stored = unscaledSize(0.0).width();
     const auto isNatural = [natural](double width) { return std::abs(width - natural) < widthTolerance; };
     const bool unchanged = isNatural(stored) || isNatural(unscaledSize(itemPen().width()).width());
+    const LayoutPause pause(*document());
     setTextWidth(Limits::geometry(unchanged ? natural : stored));
+}
+
+void SimpleTextItem::useFont(const QFont &font)
+{
+    const LayoutPause pause(*document());
+    setFont(font);
 }
 
 void SimpleTextItem::restoreFontSize()
@@ -206,7 +213,7 @@ void SimpleTextItem::restoreFontSize()
         const QSizeF wanted = unscaledSize(outline);
         const int size = pixelSizeFor(wanted.height());
         restored.setPixelSize(size);
-        setFont(restored);
+        useFont(restored);
         const QSizeF missing = naturalSize() - wanted;
         const double error = std::abs(missing.width()) + std::abs(missing.height());
         if (error < leastError) {
@@ -215,7 +222,7 @@ void SimpleTextItem::restoreFontSize()
         }
     }
     restored.setPixelSize(best);
-    setFont(restored);
+    useFont(restored);
 }
 
 int SimpleTextItem::pixelSizeFor(double height)
@@ -226,7 +233,7 @@ int SimpleTextItem::pixelSizeFor(double height)
     // Lines are whole pixels high: an estimate from one size may miss another by a pixel, one from nearby
     // does not.
     for (int estimate = 0; estimate < 2; ++estimate) {
-        setFont(estimated);
+        useFont(estimated);
         const double natural = naturalSize().height() - margins;
         estimated.setPixelSize(std::max(
             1, Limits::toInt(estimated.pixelSize() * (height - margins) / Limits::divisor(natural))));

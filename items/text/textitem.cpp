@@ -7,6 +7,7 @@
 #include "items/core/safeimage.h"
 #include "items/text/documentdrawing.h"
 #include "items/text/htmlguard.h"
+#include "items/text/layoutpause.h"
 #include "items/text/safetextdocument.h"
 #include "items/text/textmenu.h"
 #include "platform/text/whitespace.h"
@@ -47,6 +48,17 @@ bool showsText(const QTransform &transform)
         + transform.m21() * transform.m21() + transform.m22() * transform.m22();
     return squares <= Limits::MaxTextScale * Limits::MaxTextScale
         && squares <= Limits::MaxTextStretch * std::abs(transform.determinant());
+}
+
+bool hasLongWord(QStringView text)
+{
+    qsizetype length = 0;
+    for (const QChar c : text) {
+        length = c.isSpace() ? 0 : length + 1;
+        if (length > Limits::MaxWordLength)
+            return true;
+    }
+    return false;
 }
 
 QColor contrastTo(const QColor &text)
@@ -98,17 +110,30 @@ QPainterPath TextItem::opaqueArea() const
 
 void TextItem::setItemText(const QString &newText)
 {
+    const LayoutPause pause(*document());
     setPlainText(newText.left(Limits::MaxTextLength));
+    wrapFor(newText);
 }
 
 void TextItem::setItemHtml(const QString &newHtml)
 {
     if (auto *safe = qobject_cast<SafeTextDocument *>(document()))
         safe->forgetPictures();
+    const LayoutPause pause(*document());
     if (HtmlGuard::accepts(newHtml))
         setHtml(newHtml);
     else
         setPlainText(HtmlGuard::plainTextOf(newHtml));
+    wrapFor(toPlainText());
+}
+
+void TextItem::wrapFor(QStringView text)
+{
+    QTextOption option = document()->defaultTextOption();
+    const bool anywhere = hasLongWord(text);
+    option.setWrapMode(anywhere ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    if (option.wrapMode() != document()->defaultTextOption().wrapMode())
+        document()->setDefaultTextOption(option);
 }
 
 bool TextItem::isDatasourceConnected() const
@@ -300,8 +325,10 @@ void TextItem::textCut()
 
 void TextItem::replaceSelection(const QString &text)
 {
+    const LayoutPause pause(*document());
     QTextCursor cursor = textCursor();
     cursor.insertText(text);
+    wrapFor(toPlainText());
     setTextCursor(cursor);
 }
 

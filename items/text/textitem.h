@@ -154,6 +154,9 @@ protected:
     static bool isMarked(const QString &data);
     /// A cursor of the document, at a position limited to its text.
     QTextCursor cursorAt(int position) const;
+    /// Has the lines of a text broken between words, or anywhere when a word is too long to look for its end
+    /// at each line.
+    void wrapFor(QStringView text);
     /// The scene area to repaint when the text has changed.
     void updateScene(const QRectF &area);
 
