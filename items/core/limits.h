@@ -24,7 +24,7 @@ inline constexpr qint64 MaxInlinePixels = 32'000'000;
 inline constexpr qsizetype MaxHtmlLength = 4'000'000;
 inline constexpr int MaxHtmlTags = 40'000;
 /// Elements within lines: each may begin a part of another format, of which a line holds any number.
-inline constexpr int MaxHtmlInlineTags = 10'000;
+inline constexpr int MaxHtmlInlineTags = 5'000;
 inline constexpr int MaxHtmlPictures = 2'000;
 /// The rules of style sheets, times the elements that each is held against.
 inline constexpr qint64 MaxHtmlStyleWork = 4'000'000;

@@ -110,21 +110,36 @@ QPainterPath TextItem::opaqueArea() const
 
 void TextItem::setItemText(const QString &newText)
 {
-    const LayoutPause pause(*document());
-    setPlainText(newText.left(Limits::MaxTextLength));
-    wrapFor(newText);
+    changeText([&] { setPlainText(newText.left(Limits::MaxTextLength)); });
+    document()->clearUndoRedoStacks(); // a vertical text has been stacked
 }
 
 void TextItem::setItemHtml(const QString &newHtml)
 {
     if (auto *safe = qobject_cast<SafeTextDocument *>(document()))
         safe->forgetPictures();
-    const LayoutPause pause(*document());
-    if (HtmlGuard::accepts(newHtml))
-        setHtml(newHtml);
-    else
-        setPlainText(HtmlGuard::plainTextOf(newHtml));
-    wrapFor(toPlainText());
+    changeText([&] {
+        if (HtmlGuard::accepts(newHtml))
+            setHtml(newHtml);
+        else
+            setPlainText(HtmlGuard::plainTextOf(newHtml));
+    });
+}
+
+void TextItem::changeText(const std::function<void()> &change)
+{
+    const int before = document()->characterCount();
+    {
+        const QuietDocument quiet(*this);
+        const LayoutPause pause(*document());
+        change();
+        wrapFor(toPlainText());
+    }
+    if (m_quiet > 0)
+        return;
+    // Only now does the text have its size.
+    updateItemOnContentsChange(0, before - 1, document()->characterCount() - 1);
+    updateItemOnContentsChanged();
 }
 
 void TextItem::wrapFor(QStringView text)
@@ -325,11 +340,11 @@ void TextItem::textCut()
 
 void TextItem::replaceSelection(const QString &text)
 {
-    const LayoutPause pause(*document());
-    QTextCursor cursor = textCursor();
-    cursor.insertText(text);
-    wrapFor(toPlainText());
-    setTextCursor(cursor);
+    changeText([&] {
+        QTextCursor cursor = textCursor();
+        cursor.insertText(text);
+        setTextCursor(cursor);
+    });
 }
 
 bool TextItem::canPaste()

@@ -14,6 +14,8 @@
 #include <QPalette>
 #include <QTextDocument>
 
+#include <functional>
+
 /// The base of the two text items: a document with a text colour, edited in place, bound to data, and turned
 /// into a raster for printing.
 class VX_EXPORT TextItem : public QGraphicsTextItem,
@@ -154,6 +156,8 @@ protected:
     static bool isMarked(const QString &data);
     /// A cursor of the document, at a position limited to its text.
     QTextCursor cursorAt(int position) const;
+    /// Changes letters in one step, laid out at its end, and tells of it unless the document is quiet.
+    void changeText(const std::function<void()> &change);
     /// Has the lines of a text broken between words, or anywhere when a word is too long to look for its end
     /// at each line.
     void wrapFor(QStringView text);
