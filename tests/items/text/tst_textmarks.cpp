@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "items/text/richtextitem.h"
-#include "items/text/simpletextitem.h"
 #include "tests/support/colours.h"
 #include "tests/support/images.h"
 #include "tests/support/labeltexts.h"
 #include "tests/support/recordingpaintdevice.h"
 #include "tests/support/standins.h"
+#include "tests/support/texts.h"
 
 #include <QGraphicsScene>
 #include <QRegularExpression>
@@ -24,23 +23,6 @@ const QColor orange(0xE9, 0x54, 0x20);
 /// A fill whose colour no mark and no text has.
 const QColor fillColour(40, 80, 160);
 const QColor foreground(12, 34, 56);
-
-std::unique_ptr<TextItem> made(bool rich)
-{
-    if (!rich)
-        return std::make_unique<SimpleTextItem>();
-    auto box = std::make_unique<RichTextItem>();
-    box->setItemSize(QSizeF(200, 120));
-    box->setItemText(u"TEXT"_s);
-    return box;
-}
-
-void addTexts()
-{
-    QTest::addColumn<bool>("rich");
-    QTest::newRow("label") << false;
-    QTest::newRow("box") << true;
-}
 
 /// Paints the item on the device; the palette's foreground differs from group to group.
 void paint(QGraphicsItem &item, RecordingPaintDevice &device, QStyle::State state = QStyle::State_None)
@@ -124,16 +106,16 @@ private Q_SLOTS:
     void blankTextIsMarked();
     void selectedTextIsHighlighted_data();
     void selectedTextIsHighlighted();
-    void restOfASelectedTextKeepsItsColour_data() { addTexts(); }
+    void restOfASelectedTextKeepsItsColour_data() { Texts::addRows(); }
     void restOfASelectedTextKeepsItsColour();
-    void cursorAloneHighlightsNothing_data() { addTexts(); }
+    void cursorAloneHighlightsNothing_data() { Texts::addRows(); }
     void cursorAloneHighlightsNothing();
     void editedTextHasAnOutline_data();
     void editedTextHasAnOutline();
     void outlineOfAnEditedBoxHoldsItsText();
-    void nothingOfQtsOwnFramesIsDrawn_data() { addTexts(); }
+    void nothingOfQtsOwnFramesIsDrawn_data() { Texts::addRows(); }
     void nothingOfQtsOwnFramesIsDrawn();
-    void backgroundIsBelowAll_data() { addTexts(); }
+    void backgroundIsBelowAll_data() { Texts::addRows(); }
     void backgroundIsBelowAll();
     void evenFrameIsARectangle();
     void unevenFrameHasSidesOfTheirOwn();
@@ -147,7 +129,7 @@ void tst_TextMarks::blankTextIsMarked_data()
     QTest::addColumn<bool>("selected");
     QTest::addColumn<bool>("marked");
     for (const bool rich : { false, true }) {
-        const char *name = rich ? "box" : "label";
+        const char *name = Texts::nameOf(rich);
         QTest::addRow("%s, empty", name) << rich << QString() << true << false << true;
         QTest::addRow("%s, spaces", name) << rich << u"   "_s << true << false << true;
         QTest::addRow("%s, line breaks", name) << rich << u"\n\n"_s << true << false << true;
@@ -167,7 +149,7 @@ void tst_TextMarks::blankTextIsMarked()
     QFETCH(const bool, flag);
     QFETCH(const bool, selected);
     QFETCH(const bool, marked);
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     item->setItemPenWidth(4);
     item->setItemText(text);
     item->showEmptyTextMarker(flag);
@@ -187,7 +169,7 @@ void tst_TextMarks::selectedTextIsHighlighted_data()
     QTest::addColumn<QColor>("text");
     QTest::addColumn<QColor>("shown");
     for (const bool rich : { false, true }) {
-        const char *name = rich ? "box" : "label";
+        const char *name = Texts::nameOf(rich);
         QTest::addRow("%s, black", name) << rich << Colours::black << Colours::white;
         QTest::addRow("%s, red", name) << rich << Colours::red << Colours::white;
         QTest::addRow("%s, near white", name) << rich << Colours::nearWhite << Colours::white;
@@ -201,7 +183,7 @@ void tst_TextMarks::selectedTextIsHighlighted()
     QFETCH(const QColor, text);
     QFETCH(const QColor, shown);
     QGraphicsScene scene;
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     scene.addItem(item.get());
     item->setItemFillColor(fillColour);
     item->setItemTextColor(text);
@@ -222,7 +204,7 @@ void tst_TextMarks::restOfASelectedTextKeepsItsColour()
 {
     QFETCH(const bool, rich);
     QGraphicsScene scene;
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     scene.addItem(item.get());
     item->setItemFillColor(fillColour);
     item->setItemText(u"MMMM"_s);
@@ -240,7 +222,7 @@ void tst_TextMarks::cursorAloneHighlightsNothing()
 {
     QFETCH(const bool, rich);
     QGraphicsScene scene;
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     scene.addItem(item.get());
     item->setItemFillColor(fillColour);
     item->setItemTextColor(Colours::yellow);
@@ -256,7 +238,7 @@ void tst_TextMarks::editedTextHasAnOutline_data()
     QTest::addColumn<QString>("parent");
     for (const bool rich : { false, true }) {
         for (const char *parent : { "none", "layer", "group" })
-            QTest::addRow("%s in %s", rich ? "box" : "label", parent) << rich << QString::fromLatin1(parent);
+            QTest::addRow("%s in %s", Texts::nameOf(rich), parent) << rich << QString::fromLatin1(parent);
     }
 }
 
@@ -267,7 +249,7 @@ void tst_TextMarks::editedTextHasAnOutline()
     QGraphicsScene scene;
     ParentStandIn layer(MobraTypes::LayerShape);
     ParentStandIn group(MobraTypes::GroupShape);
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     const QRectF text(QPointF(), item->getItemSize());
     if (parent == u"none"_s)
         scene.addItem(item.get());
@@ -304,7 +286,7 @@ void tst_TextMarks::outlineOfAnEditedBoxHoldsItsText()
 void tst_TextMarks::nothingOfQtsOwnFramesIsDrawn()
 {
     QFETCH(const bool, rich);
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     const QStyle::State focus = QStyle::State_HasFocus | QStyle::State_Enabled;
     QCOMPARE(recorded(*item, focus).size(), recorded(*item).size());
     ParentStandIn group(MobraTypes::GroupShape);
@@ -317,7 +299,7 @@ void tst_TextMarks::nothingOfQtsOwnFramesIsDrawn()
 void tst_TextMarks::backgroundIsBelowAll()
 {
     QFETCH(const bool, rich);
-    const std::unique_ptr<TextItem> item = made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich);
     item->setItemFillColor(fillColour);
     item->setItemPenWidth(6);
     const Figure first = recorded(*item, QStyle::State_Selected).first();
