@@ -11,15 +11,19 @@
 /// Both classes of texts, for what they have in common.
 namespace Texts {
 
-/// A label, or a box that is large enough, with the text that a new label has.
-[[nodiscard]] inline std::unique_ptr<TextItem> made(bool rich)
+/// A label, or a box that is large enough.
+[[nodiscard]] inline std::unique_ptr<TextItem> made(bool rich, const QString &text = QStringLiteral("TEXT"))
 {
-    if (!rich)
-        return std::make_unique<SimpleTextItem>();
-    auto box = std::make_unique<RichTextItem>();
-    box->setItemSize(QSizeF(200, 120));
-    box->setItemText(QStringLiteral("TEXT"));
-    return box;
+    std::unique_ptr<TextItem> item;
+    if (rich) {
+        item = std::make_unique<RichTextItem>();
+        dynamic_cast<RichTextItem &>(*item).setItemSize(QSizeF(200, 120));
+    } else {
+        item = std::make_unique<SimpleTextItem>();
+    }
+    if (item->toPlainText() != text)
+        item->setItemText(text);
+    return item;
 }
 
 [[nodiscard]] inline const char *nameOf(bool rich)

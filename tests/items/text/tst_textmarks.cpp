@@ -149,9 +149,8 @@ void tst_TextMarks::blankTextIsMarked()
     QFETCH(const bool, flag);
     QFETCH(const bool, selected);
     QFETCH(const bool, marked);
-    const std::unique_ptr<TextItem> item = Texts::made(rich);
+    const std::unique_ptr<TextItem> item = Texts::made(rich, text);
     item->setItemPenWidth(4);
-    item->setItemText(text);
     item->showEmptyTextMarker(flag);
     QCOMPARE(item->isShownEmptyTextMarker(), flag);
     const QStyle::State state = selected ? QStyle::State_Selected : QStyle::State_Enabled;

@@ -143,15 +143,8 @@ Look reducedNegatively(Look look, const QColor &ink)
 
 std::unique_ptr<TextItem> itemOf(bool rich, const Look &look)
 {
-    std::unique_ptr<TextItem> item;
-    if (rich) {
-        item = std::make_unique<RichTextItem>();
-        item->setItemSize(QSizeF(30, 20));
-    } else {
-        item = std::make_unique<SimpleTextItem>();
-        item->setItemFontSize(8);
-    }
-    item->setItemText(look.empty ? QString() : u"I"_s);
+    std::unique_ptr<TextItem> item = Texts::made(rich, look.empty ? QString() : u"I"_s);
+    item->setItemFontSize(8);
     item->setItemTextColor(look.text);
     item->setItemPenColor(look.pen);
     item->setItemPenWidth(static_cast<ushort>(look.penWidth));
