@@ -55,17 +55,21 @@ private Q_SLOTS:
     void changesAreTold();
     void stateIsToldWhenItChanges();
     void frameIsDrawnWhileTextOverflows();
+    void frameIsThatOfTheBounds();
     void colourIsThatOfTheFrame();
     void effectWithoutATextDrawsNoFrame();
     void itemIsKept();
     void anotherItemIsTaken();
     void installedTwiceMakesNoSecondEffect();
     void installingSetsTheTolerance();
+    void installingAppliesTheTolerance();
     void otherEffectsAreEnabled();
     void allEffectsAreSwitched();
     void nothingHappensWithoutAScene();
     void effectGoesWithItsItem();
     void viewTellsWhenTheTextGrows();
+    void viewTellsEachChangeOnce();
+    void viewShowsNoFrameWhileSwitchedOff();
 
 private:
     RichTextItem *addText(const QString &text);
@@ -78,8 +82,13 @@ private:
 void tst_RichTextBorderEffect::initTestCase()
 {
     QFont::insertSubstitution(u"_Fen Loma"_s, u"Loma"_s);
-    // The first state told in a process is told in any case.
-    RichTextBorderEffect(nullptr).setBorderShown(false);
+    // The first state told in a process is told in any case, and only the first.
+    RichTextBorderEffect effect(nullptr);
+    const QSignalSpy shown(&effect, &RichTextBorderEffect::borderShownChanged);
+    effect.setBorderShown(false);
+    QCOMPARE(shown, QList<QVariantList>({ { false } }));
+    effect.setBorderShown(false);
+    QCOMPARE(shown.size(), 1);
 }
 
 void tst_RichTextBorderEffect::init()
@@ -143,6 +152,26 @@ void tst_RichTextBorderEffect::frameIsDrawnWhileTextOverflows()
     item->setItemText(m_long);
     RichTextBorderEffect::enableEffectOnItems(&m_scene, false);
     QVERIFY(!holds(drawn(m_scene), borderPixel));
+}
+
+void tst_RichTextBorderEffect::frameIsThatOfTheBounds()
+{
+    RichTextItem *item = addText(m_long);
+    QVERIFY(installed(item));
+    const QImage image = drawn(m_scene);
+    QRect frame;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) == borderPixel)
+                frame |= QRect(x, y, 1, 1);
+        }
+    }
+    // The item's point (0, 0) is the pixel (20, 20).
+    QCOMPARE(frame.topLeft(), QPoint(20, 20));
+    QCOMPARE(frame.bottomRight(), item->boundingRect().bottomRight().toPoint() + QPoint(20, 20));
+    QCOMPARE(image.pixel(70, 20), borderPixel);
+    QCOMPARE(image.pixel(20, 200), borderPixel);
+    QVERIFY(image.pixel(22, 22) != borderPixel);
 }
 
 void tst_RichTextBorderEffect::colourIsThatOfTheFrame()
@@ -212,6 +241,18 @@ void tst_RichTextBorderEffect::installingSetsTheTolerance()
     QCOMPARE(RichTextItem::getTextFitsTolerance(), 4.5);
 }
 
+void tst_RichTextBorderEffect::installingAppliesTheTolerance()
+{
+    RichTextItem::setTextFitsTolerance(0.0);
+    RichTextItem *item = addText(m_long);
+    const double points = item->getEmptyFontSize() / item->getScreenDpi();
+    item->setItemSize(QSizeF(100, item->document()->size().height() - points - 4.0));
+    QVERIFY(!item->getTextFitsInBox());
+    QVERIFY(installed(item));
+    QVERIFY(item->getTextFitsInBox());
+    QVERIFY(!holds(drawn(m_scene), borderPixel));
+}
+
 void tst_RichTextBorderEffect::otherEffectsAreEnabled()
 {
     RichTextItem *item = addText(m_long);
@@ -269,6 +310,64 @@ void tst_RichTextBorderEffect::viewTellsWhenTheTextGrows()
     QTRY_COMPARE(shown, QList<QVariantList>({ { true } }));
     QVERIFY(holds(view.grab().toImage(), borderPixel));
     item->setItemSize(QSizeF(100, 2000));
+    QTRY_COMPARE(shown, QList<QVariantList>({ { true }, { false } }));
+}
+
+void tst_RichTextBorderEffect::viewTellsEachChangeOnce()
+{
+    RichTextItem *item = addText(m_long);
+    RichTextBorderEffect *effect = installed(item);
+    const QSignalSpy shown(effect, &RichTextBorderEffect::borderShownChanged);
+    QGraphicsView view(&m_scene);
+    view.setSceneRect(-20, -20, 250, 550);
+    view.resize(300, 600);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QTRY_COMPARE(shown.size(), 1);
+    QList<QVariantList> expected { { true } };
+    for (int i = 0; i < 5; ++i) {
+        const bool overflows = i % 2 != 0;
+        item->setItemText(overflows ? m_long : u"a"_s);
+        expected += QVariantList { overflows };
+        QTRY_COMPARE(shown, expected);
+        // What changes nothing about it is not told.
+        item->setPos(i, i);
+        item->setItemTextColor(QColor(10 * i, 0, 0));
+        QCOMPARE(installed(item), effect);
+        view.viewport()->repaint();
+        QCoreApplication::processEvents();
+        QCOMPARE(shown, expected);
+    }
+    QCOMPARE(item->findChildren<RichTextBorderEffect *>(), QList<RichTextBorderEffect *> { effect });
+}
+
+void tst_RichTextBorderEffect::viewShowsNoFrameWhileSwitchedOff()
+{
+    RichTextItem *item = addText(m_long);
+    RichTextBorderEffect *effect = installed(item);
+    const QSignalSpy shown(effect, &RichTextBorderEffect::borderShownChanged);
+    QGraphicsView view(&m_scene);
+    view.setSceneRect(-20, -20, 250, 550);
+    view.resize(300, 600);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const auto showsFrame = [&view] { return holds(view.grab().toImage(), borderPixel); };
+    QVERIFY(showsFrame());
+    for (int i = 0; i < 2; ++i) {
+        RichTextBorderEffect::enableEffectOnItems(&m_scene, false);
+        QVERIFY(!effect->isEnabled());
+        QVERIFY(!showsFrame());
+        RichTextBorderEffect::enableEffectOnItems(&m_scene, true);
+        QVERIFY(showsFrame());
+    }
+    // Nothing was drawn that could tell that the frame went.
+    QCOMPARE(shown, QList<QVariantList>({ { true } }));
+    RichTextBorderEffect::enableEffectOnItems(&m_scene, false);
+    item->setItemText(u"a"_s);
+    QVERIFY(!showsFrame());
+    QCOMPARE(shown.size(), 1);
+    QCOMPARE(installed(item), effect); // which enables it
+    QVERIFY(!showsFrame());
     QTRY_COMPARE(shown, QList<QVariantList>({ { true }, { false } }));
 }
 

@@ -31,7 +31,9 @@ void tst_RichTextFirstNotification::firstDrawingTellsTheStateAndLaterOnesDoNot()
     item->setItemSize(QSizeF(300, 300));
     item->setItemText(u"x"_s);
     scene.addItem(item);
+    QCOMPARE(RichTextItem::getTextFitsTolerance(), 0.0);
     RichTextBorderEffect::installEffectOnItems(&scene);
+    QCOMPARE(RichTextItem::getTextFitsTolerance(), 4.5);
     QVERIFY(item->getTextFitsInBox());
     auto *effect = qobject_cast<RichTextBorderEffect *>(item->graphicsEffect());
     QVERIFY(effect);

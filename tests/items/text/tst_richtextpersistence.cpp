@@ -67,6 +67,9 @@ private Q_SLOTS:
     void weightsAreOfTheOldScale_data();
     void weightsAreOfTheOldScale();
     void noAlignmentIsSavedAsLeft();
+    void emptyBodyIsAnEmptyDocument_data();
+    void emptyBodyIsAnEmptyDocument();
+    void textOfAnEmptyBoxIsNotScaled();
     void textWinsOverTheEmptyByte();
     void cutRecordsLoad();
     void mapRoundTrip();
@@ -150,6 +153,42 @@ void tst_RichTextPersistence::noAlignmentIsSavedAsLeft()
     QVERIFY(ItemRecords::saved(item).endsWith(QByteArray::fromHex("0001")));
     item.setEmptyAlignment(2);
     QVERIFY(ItemRecords::saved(item).endsWith(QByteArray::fromHex("0002")));
+}
+
+void tst_RichTextPersistence::emptyBodyIsAnEmptyDocument_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<bool>("empty");
+
+    QTest::newRow("nothing") << QString() << true;
+    QTest::newRow("body") << u"<html><body></body></html>"_s << true;
+    QTest::newRow("paragraph") << u"<html><body><p></p></body></html>"_s << true;
+    QTest::newRow("as saved") << QTextDocument().toHtml() << true;
+    QTest::newRow("text") << u"<html><body>x</body></html>"_s << false;
+    QTest::newRow("space that is kept") << u"<html><body><p>&nbsp;</p></body></html>"_s << false;
+    QTest::newRow("two paragraphs") << u"<p><br/></p><p><br/></p>"_s << false;
+}
+
+/// Records of the first version have no byte that tells.
+void tst_RichTextPersistence::emptyBodyIsAnEmptyDocument()
+{
+    QFETCH(const QString, html);
+    QFETCH(const bool, empty);
+    RichTextItem item;
+    item.setItemText(u"old"_s);
+    QCOMPARE(ItemRecords::load(item, record(html, -1, 0, { 30, 400, 1, 1 }), 1), QDataStream::Ok);
+    QCOMPARE(item.getDocumentIsEmpty(), empty);
+    QCOMPARE(item.toPlainText().isEmpty(), empty);
+}
+
+void tst_RichTextPersistence::textOfAnEmptyBoxIsNotScaled()
+{
+    RichTextItem item;
+    const QString html = u"<p><span style=\"font-size:10pt;\">x</span></p>"_s;
+    QCOMPARE(ItemRecords::load(item, record(html, 1, 0)), QDataStream::Ok);
+    QTextCursor cursor(item.document());
+    cursor.setPosition(1);
+    QCOMPARE(cursor.charFormat().fontPointSize(), 10.0);
 }
 
 void tst_RichTextPersistence::textWinsOverTheEmptyByte()
