@@ -58,6 +58,7 @@ SimpleTextItem::SimpleTextItem()
     }
     storeItemSize(naturalSize());
     setTextWidth(getItemWidth());
+    noteFit();
     connectDocument();
 }
 
@@ -363,6 +364,7 @@ void SimpleTextItem::resetTransform()
     setFramePads(QSizeF(0.0, 0.0));
     setTransform(QTransform());
     fitItemToContents();
+    noteFit();
     prepareGeometryChange();
 }
 
@@ -393,9 +395,7 @@ void SimpleTextItem::updateTextOnPropertyChanges(int position, int charsRemoved,
 void SimpleTextItem::refit()
 {
     const bool pinned = m_pinToCenter && !parentItem();
-    const QPointF oldCentre(getItemWidth() / Limits::divisor(getItemScaleX()) / 2.0,
-        getItemHeight() / Limits::divisor(getItemScaleY()) / 2.0);
-    const QPointF before = mapToScene(oldCentre);
+    const QPointF before = mapToScene(QRectF(QPointF(), m_fittedSize).center());
 
     const QSizeF natural = naturalSize();
     if (getItemFixedSizeWidth())
@@ -411,8 +411,14 @@ void SimpleTextItem::refit()
     }
     if (pinned)
         moveItem(pos() + before - mapToScene(QGraphicsTextItem::boundingRect().center()));
+    noteFit();
     updateItemBrush();
     prepareGeometryChange();
+}
+
+void SimpleTextItem::noteFit()
+{
+    m_fittedSize = QGraphicsTextItem::boundingRect().size();
 }
 
 // --- painting

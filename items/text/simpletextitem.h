@@ -150,6 +150,7 @@ private:
     void releaseSize();
     void changeFont(const QFont &font);
     void refit();
+    void noteFit();
     /// What a record holds, without laying it out.
     void loadText(QDataStream &stream, unsigned int version);
     void updateFramePads();
@@ -163,6 +164,7 @@ private:
     void restoreFontSize();
     int pixelSizeFor(double height);
 
+    QSizeF m_fittedSize; ///< Of the text before stretching, when the item was last fitted to it.
     bool m_vertical = false;
     bool m_wasResized = false;
     bool m_pinToCenter = false;

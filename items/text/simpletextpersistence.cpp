@@ -44,6 +44,7 @@ Item *SimpleTextItem::createItemCopy()
     copy->setFramePads(getFramePads());
     copy->copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
         getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
+    copy->noteFit();
     copy->updateItemBrush();
     return copy.release();
 }
@@ -192,8 +193,11 @@ void SimpleTextItem::restoreTextWidth()
     const double stored = unscaledSize(0.0).width();
     const auto isNatural = [natural](double width) { return std::abs(width - natural) < widthTolerance; };
     const bool unchanged = isNatural(stored) || isNatural(unscaledSize(itemPen().width()).width());
-    const LayoutPause pause(*document());
-    setTextWidth(Limits::geometry(unchanged ? natural : stored));
+    {
+        const LayoutPause pause(*document());
+        setTextWidth(Limits::geometry(unchanged ? natural : stored));
+    }
+    noteFit();
 }
 
 void SimpleTextItem::useFont(const QFont &font)

@@ -216,7 +216,7 @@ bool TextItem::isInEditing() const
 
 void TextItem::enterEditing()
 {
-    if (isInEditing())
+    if (textInteractionFlags() == Qt::TextEditorInteraction)
         return;
     prepareGeometryChange(); // for the pad
     m_idleFlags = flags();
@@ -485,7 +485,7 @@ QImage TextItem::backgroundWithText(double scaling)
     QPainter fill(&background);
     fill.setPen(Qt::NoPen);
     fill.setBrush(itemBrush());
-    fill.drawRect(0, 0, background.width() - 1, background.height() - 1);
+    fill.drawRect(background.rect());
     fill.end();
 
     // Text is drawn on the one-bit picture: it is never dithered.
