@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "platform/zint/barcodeencoder.h"
+
+#include "platform/zint/encodedsymbol.h"
+#include "platform/zint/geometryof.h"
+#include "platform/zint/symbolpainter.h"
+#include "platform/zint/textline.h"
+
+#include <QPainter>
+#include <QRectF>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace Zint {
+
+namespace {
+
+/// The painter converts coordinates to fixed point; farther from the origin they overflow.
+constexpr double MaxCoordinate = 1e7;
+
+bool canBePainted(const QRectF &rect)
+{
+    const std::array<double, 4> edges { rect.left(), rect.top(), rect.right(), rect.bottom() };
+    return !rect.isEmpty()
+        && std::ranges::all_of(edges, [](double edge) { return std::abs(edge) <= MaxCoordinate; });
+}
+
+Fit fitOf(QZint::AspectRatioMode mode)
+{
+    switch (mode) {
+    case QZint::KeepAspectRatio:
+        return Fit::TopLeft;
+    case QZint::CenterBarCode:
+        return Fit::Centred;
+    default:
+        return Fit::Stretched;
+    }
+}
+
+void paintLineAndSymbol(
+    QPainter &painter, const EncodedSymbol &symbol, const BarcodeStyle &style, const QRectF &rect, Fit fit)
+{
+    const QColor foreground = style.foreground.isValid() ? style.foreground : QColor(Qt::black);
+    const TextLine line(symbol, style, rect);
+    painter.setPen(foreground);
+    line.paint(painter);
+    paintSymbol(painter, symbol.geometry, placeOf(symbol.geometry, line.rest(), fit), foreground);
+}
+
+} // namespace
+
+int QZint::error_int() const
+{
+    return encoded()->error;
+}
+
+QString QZint::encodedText() const
+{
+    return encoded()->text;
+}
+
+void QZint::render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) const
+{
+    if (!canBePainted(rect))
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    if (m_style.background.isValid() && m_style.background.alpha() > 0)
+        painter.fillRect(rect, m_style.background);
+    if (encoded()->isValid())
+        paintLineAndSymbol(painter, *encoded(), m_style, rect, fitOf(mode));
+    painter.restore();
+}
+
+const std::shared_ptr<const EncodedSymbol> &QZint::encoded() const
+{
+    if (!m_encoded)
+        m_encoded = encode(m_settings);
+    return m_encoded;
+}
+
+std::shared_ptr<const SymbolGeometry> geometryOf(const QZint &barcode)
+{
+    const auto &symbol = barcode.encoded();
+    return { symbol, &symbol->geometry };
+}
+
+} // namespace Zint

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QRectF>
+
+class QColor;
+class QPainter;
+
+namespace Zint {
+
+struct SymbolGeometry;
+
+/// How a symbol fills a rectangle.
+enum class Fit {
+    Stretched, ///< in both directions
+    TopLeft, ///< in its own proportions, at the top left
+    Centred, ///< in its own proportions, in the middle
+};
+
+/// Where the symbol lies in the rectangle.
+[[nodiscard]] QRectF placeOf(const SymbolGeometry &geometry, const QRectF &rect, Fit fit);
+
+/// Draws the symbol into its place. Each colour's bars are handed to the painter together but stay
+/// rectangles: as one path they would take far longer. Changes the painter's pen, brush and transform.
+void paintSymbol(
+    QPainter &painter, const SymbolGeometry &geometry, const QRectF &place, const QColor &foreground);
+
+} // namespace Zint
