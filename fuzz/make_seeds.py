@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSD-3-Clause
 """Writes the seeds of every class into fuzz/corpus: a record, a property map, and both forms of a document with
-all of them. The other seeds there are typed by hand; this touches none of them.
+all of them; and a barcode of every symbology. The other seeds there are typed by hand; this touches none of them.
 
 It knows the layouts and nothing of the library.
 """
 import json
 import pathlib
+import re
 import struct
 import sys
 
@@ -111,6 +112,31 @@ def binary_document():
             + colour(255, 255, 240) + struct.pack(">I", len(CLASSES)) + frames)
 
 
+def barcode_samples():
+    """The symbologies and the texts of the tests. Composites have another text too, which a barcode has not."""
+    header = (ROOT / "tests" / "support" / "barcodesamples.h").read_text(encoding="utf-8")
+    return [(int(symbol), text) for symbol, text in re.findall(r'\{ (\d+), "([^"]*)", "" \}', header)]
+
+
+def barcode(symbol, text, *, level=-1, width=0, mode=1, border=0, border_width=0, height=0, whitespace=0):
+    options = (symbol, level, width, mode, border, border_width, height, whitespace)
+    return struct.pack("<8h", *options) + text.encode("utf-16-le", "surrogatepass")
+
+
+# Barcodes that go wrong, or nearly: beyond the tables of libzint, and as far as they reach.
+ODD_BARCODES = {
+    "half_a_pair": barcode(58, "A\uD83D"),
+    "null_character": barcode(20, "A\0B"),
+    "no_symbology": barcode(999, "A"),
+    "escapes": barcode(92, "\\x41\\d065\\u00E9\\G", mode=1 | 8),
+    "gs1": barcode(71, "(01)09506000134352(10)A", mode=2 | 16),
+    "boxed": barcode(74, "CODABLOCK F", border=2, border_width=4, height=30, whitespace=3),
+    "mixed_case_in_pdf417": barcode(55, "aA1?" * 300),
+    "sized_aztec": barcode(92, "\x01" * 1500, width=1),
+    "codewords_in_pdf417": barcode(55, "1a" * 400, level=8, width=30),
+}
+
+
 def write(folder, name, data):
     path = CORPUS / folder / name
     path.parent.mkdir(parents=True, exist_ok=True)
@@ -125,3 +151,7 @@ for class_name, (type_code, *_) in CLASSES.items():
     write("map", class_name, bytes([choice]) + json.dumps(map_of(class_name)).encode())
 write("vxl", "all_shapes.vxl", json.dumps(json_document(), ensure_ascii=False).encode())
 write("vxb", "all_shapes.vxb", binary_document())
+for number, sample in barcode_samples():
+    write("barcode", f"symbology_{number}", barcode(number, sample))
+for odd_name, odd in ODD_BARCODES.items():
+    write("barcode", odd_name, odd)

@@ -44,7 +44,7 @@ struct SymbolGeometry
     std::vector<Hexagon> hexagons;
     std::vector<Circle> circles;
 
-    /// Whether there is nothing to draw.
+    /// Whether there is nothing to draw: after an error, or when a symbol is but a gap.
     [[nodiscard]] bool isEmpty() const;
     /// Adds a bar after those of its colour, unless it is empty, as between the lines of a very low stacked
     /// symbol.
