@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/zint/symbolpainter.h"
 
+#include "platform/zint/pixelregion.h"
 #include "platform/zint/symbolgeometry.h"
 
 #include <QColor>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 
 #include <algorithm>
 #include <array>
 #include <numbers>
+#include <span>
 
 namespace Zint {
 
@@ -23,12 +26,30 @@ QColor colourOf(int colour, const QColor &foreground)
     return index < colours.size() ? QColor(colours[index]) : foreground;
 }
 
+/// Fills the dots of the bars. Qt fills one region several times as fast as the same number of rectangles.
+void fillDots(QPainter &painter, std::span<const QRectF> bars, const QColor &colour)
+{
+    const QRegion dots = pixelRegion(bars, painter.deviceTransform());
+    painter.save();
+    painter.resetTransform();
+    painter.setWorldTransform(painter.deviceTransform().inverted()); // of screens of several dots to a pixel
+    painter.setClipRegion(dots, Qt::IntersectClip);
+    painter.fillRect(dots.boundingRect(), colour);
+    painter.restore();
+}
+
 void drawBars(QPainter &painter, const SymbolGeometry &geometry, const QColor &foreground)
 {
+    const bool hasDots
+        = painter.paintEngine()->type() == QPaintEngine::Raster && keepsRectangles(painter.deviceTransform());
     painter.setPen(Qt::NoPen);
     for (const SymbolGeometry::Bars &bars : geometry.bars) {
-        painter.setBrush(colourOf(bars.colour, foreground));
-        painter.drawRects(bars.rects.data(), int(bars.rects.size()));
+        const QColor colour = colourOf(bars.colour, foreground);
+        painter.setBrush(colour);
+        if (hasDots)
+            fillDots(painter, bars.rects, colour);
+        else
+            painter.drawRects(bars.rects.data(), int(bars.rects.size()));
     }
 }
 

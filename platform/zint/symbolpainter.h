@@ -20,8 +20,8 @@ enum class Fit {
 /// Where the symbol lies in the rectangle.
 [[nodiscard]] QRectF placeOf(const SymbolGeometry &geometry, const QRectF &rect, Fit fit);
 
-/// Draws the symbol into its place. Each colour's bars are handed to the painter together but stay
-/// rectangles: as one path they would take far longer. Changes the painter's pen, brush and transform.
+/// Draws the symbol into its place, bars as rectangles: as one path they would take far longer. Changes the
+/// painter's pen, brush and transform.
 void paintSymbol(
     QPainter &painter, const SymbolGeometry &geometry, const QRectF &place, const QColor &foreground);
 

@@ -66,63 +66,6 @@ QImage paper(int width, int height)
     return image;
 }
 
-QImage picture(const QZint &code, QSize size, const QRectF &rect)
-{
-    QImage image = paper(size.width(), size.height());
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    code.render(painter, rect, QZint::IgnoreAspectRatio);
-    return image;
-}
-
-QSet<QRgb> coloursOf(const QImage &image)
-{
-    QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colours.insert(image.pixel(x, y));
-    }
-    return colours;
-}
-
-/// The dark modules of a symbol, stretched into a rectangle.
-class Modules
-{
-public:
-    Modules(const QZint &code, const QRectF &rect)
-        : m_geometry(Zint::geometryOf(code))
-        , m_rect(rect)
-    {
-    }
-
-    [[nodiscard]] bool isDark(double x, double y) const
-    {
-        const QPointF module((x - m_rect.left()) / m_rect.width() * m_geometry->size.width(),
-            (y - m_rect.top()) / m_rect.height() * m_geometry->size.height());
-        const auto holds = [module](const QRectF &bar) {
-            return bar.left() <= module.x() && module.x() < bar.right() && bar.top() <= module.y()
-                && module.y() < bar.bottom();
-        };
-        return std::ranges::any_of(m_geometry->bars.front().rects, holds);
-    }
-
-    /// How many of four points close about a pixel's centre are dark.
-    [[nodiscard]] int darkCorners(int x, int y) const
-    {
-        constexpr double near = 0.004; // the painter's fixed point is finer than this
-        int dark = 0;
-        for (const double dx : { -near, near }) {
-            for (const double dy : { -near, near })
-                dark += isDark(x + 0.5 + dx, y + 0.5 + dy) ? 1 : 0;
-        }
-        return dark;
-    }
-
-private:
-    std::shared_ptr<const Zint::SymbolGeometry> m_geometry;
-    QRectF m_rect;
-};
-
 } // namespace
 
 /// Where and how symbols are painted.
@@ -136,9 +79,6 @@ private Q_SLOTS:
     void modesPlaceTheSymbol_data();
     void modesPlaceTheSymbol();
     void everyBarIsARectangle();
-    void modulesLeaveNoGaps_data();
-    void modulesLeaveNoGaps();
-    void edgesAreHard();
     void painterStaysAsItWas_data();
     void painterStaysAsItWas();
     void impossibleRectanglesPaintNothing_data();
@@ -194,52 +134,6 @@ void tst_BarcodePainting::everyBarIsARectangle()
         QVERIFY(figure.kind == Kind::Rect);
         QCOMPARE(figure.pen.style(), Qt::NoPen);
         QVERIFY(!figure.clipped);
-    }
-}
-
-void tst_BarcodePainting::modulesLeaveNoGaps_data()
-{
-    QTest::addColumn<int>("symbol");
-
-    QTest::newRow("QR Code") << 58;
-    QTest::newRow("Data Matrix") << 71;
-    QTest::newRow("PDF417") << 55;
-    QTest::newRow("Code 128") << 20;
-}
-
-void tst_BarcodePainting::modulesLeaveNoGaps()
-{
-    QFETCH(int, symbol);
-    QZint code = barcode(symbol, u"A1"_s);
-    code.setHideText(true);
-    for (int width = 20; width < 90; width += 7) {
-        for (const double offset : { 0.0, 0.25, 0.5 }) {
-            const QRectF rect(offset, offset, width, 61.0);
-            const QImage image = picture(code, QSize(width + 1, 62), rect);
-            const Modules modules(code, rect);
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x) {
-                    // Where an edge meets the centre of a pixel, it may fall to either side.
-                    const int dark = modules.darkCorners(x, y);
-                    if (dark == 0 || dark == 4)
-                        QCOMPARE(image.pixel(x, y), dark == 4 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
-                }
-            }
-        }
-    }
-}
-
-void tst_BarcodePainting::edgesAreHard()
-{
-    for (const int symbol : { 20, 58, 57, 115, 144 }) {
-        QZint code = barcode(symbol, u"A"_s);
-        code.setHideText(true);
-        code.setBgColor(Qt::yellow);
-        const QImage image = picture(code, QSize(101, 101), QRectF(0.3, 0.3, 100.1, 100.1));
-        QSet<QRgb> expected { qRgb(255, 255, 255), qRgb(255, 255, 0), qRgb(0, 0, 0) };
-        if (symbol == 144)
-            expected.unite({ qRgb(0, 255, 255), qRgb(255, 0, 255), qRgb(0, 255, 0) });
-        QVERIFY(expected.contains(coloursOf(image)));
     }
 }
 
