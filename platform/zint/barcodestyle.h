@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QString>
+#include <Qt>
 
 namespace Zint {
 
