@@ -4,6 +4,7 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -89,7 +90,10 @@ std::vector<QRect> bandsOf(const std::vector<Pixels> &pixels)
 
 bool keepsRectangles(const QTransform &toDevice)
 {
+    const std::array<double, 6> numbers { toDevice.m11(), toDevice.m12(), toDevice.m21(), toDevice.m22(),
+        toDevice.dx(), toDevice.dy() };
     return toDevice.isAffine()
+        && std::ranges::all_of(numbers, [](double number) { return std::isfinite(number); })
         && ((toDevice.m12() == 0.0 && toDevice.m21() == 0.0)
             || (toDevice.m11() == 0.0 && toDevice.m22() == 0.0));
 }

@@ -10,6 +10,9 @@ namespace Zint {
 
 struct SymbolGeometry;
 
+/// The height in dots up to which bars are filled as one region.
+inline constexpr int MaxRegionHeight = 2'000;
+
 /// How a symbol fills a rectangle.
 enum class Fit {
     Stretched, ///< in both directions

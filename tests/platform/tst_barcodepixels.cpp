@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/zint/barcodeencoder.h"
 #include "platform/zint/geometryof.h"
+#include "platform/zint/symbolpainter.h"
 #include "tests/support/barcodes.h"
 
 #include <QImage>
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using Barcodes::barcode;
@@ -112,10 +114,14 @@ private Q_SLOTS:
 
     void everyPixelFollowsItsModule_data();
     void everyPixelFollowsItsModule();
+    void tallSymbolsAreFilledAlike_data();
+    void tallSymbolsAreFilledAlike();
     void edgesAreHard_data();
     void edgesAreHard();
     void translucentBarsDoNotAddUp();
     void clippingIsRespectedAndStays();
+    void oddTransformsDoNoHarm_data();
+    void oddTransformsDoNoHarm();
 };
 
 void tst_BarcodePixels::everyPixelFollowsItsModule_data()
@@ -173,6 +179,38 @@ void tst_BarcodePixels::everyPixelFollowsItsModule()
     QVERIFY(dark > 500);
 }
 
+void tst_BarcodePixels::tallSymbolsAreFilledAlike_data()
+{
+    QTest::addColumn<int>("height");
+
+    QTest::newRow("as one region") << Zint::MaxRegionHeight;
+    QTest::newRow("as rectangles") << Zint::MaxRegionHeight + 1;
+}
+
+void tst_BarcodePixels::tallSymbolsAreFilledAlike()
+{
+    QFETCH(int, height);
+    QZint code = withoutText(58);
+    code.setFgColor(QColor(0, 0, 255, 100)); // nothing may be filled twice
+    QImage image(42, height, QImage::Format_ARGB32_Premultiplied); // two dots a module
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    code.render(painter, image.rect(), QZint::IgnoreAspectRatio);
+    painter.end();
+
+    const auto bars = Zint::geometryOf(code)->bars.front().rects;
+    int dark = 0;
+    for (const QRectF &bar : bars)
+        dark += int(bar.width() * bar.height());
+    int found = 0;
+    for (int row = 0; row < 21; ++row) {
+        for (int column = 0; column < 21; ++column)
+            found += image.pixel(2 * column, (2 * row + 1) * height / 42) == qRgb(255, 255, 255) ? 0 : 1;
+    }
+    QCOMPARE(found, dark);
+    QCOMPARE(coloursOf(image).size(), 2);
+}
+
 void tst_BarcodePixels::edgesAreHard_data()
 {
     QTest::addColumn<int>("symbol");
@@ -221,6 +259,35 @@ void tst_BarcodePixels::clippingIsRespectedAndStays()
         }
     }
     QVERIFY(dark > 100);
+}
+
+void tst_BarcodePixels::oddTransformsDoNoHarm_data()
+{
+    QTest::addColumn<QTransform>("transform");
+
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const double odd : { 0.0, 1e-300, 1e-9, 1e9, 1e300, nan, infinity, -infinity }) {
+        QTest::addRow("scale %g", odd) << QTransform::fromScale(odd, odd);
+        QTest::addRow("width %g", odd) << QTransform::fromScale(odd, 1);
+        QTest::addRow("turned %g", odd) << QTransform(0, odd, odd, 0, 0, 0);
+        QTest::addRow("slant %g", odd) << QTransform(odd, odd, -1, 1, 0, 0);
+        QTest::addRow("translation %g", odd) << QTransform::fromTranslate(odd, odd);
+    }
+}
+
+void tst_BarcodePixels::oddTransformsDoNoHarm()
+{
+    QFETCH(QTransform, transform);
+    for (const int symbol : { 20, 58, 57, 115 }) {
+        QImage image = paper();
+        QPainter painter(&image);
+        painter.setTransform(transform);
+        barcode(symbol, u"A1"_s).render(painter, frame, QZint::IgnoreAspectRatio);
+        painter.resetTransform();
+        painter.fillRect(0, 0, 1, 1, Qt::red);
+        QCOMPARE(image.pixelColor(0, 0), QColor(Qt::red));
+    }
 }
 
 QTEST_MAIN(tst_BarcodePixels)

@@ -188,6 +188,9 @@ void tst_PixelRegion::rectanglesAreKeptByRightAngles_data()
     QTest::newRow("half turn") << QTransform().rotate(180) << true;
     QTest::newRow("rotation") << QTransform().rotate(30) << false;
     QTest::newRow("shear") << QTransform().shear(0.5, 0) << false;
+    QTest::newRow("no scale") << QTransform::fromScale(0, 0) << true;
+    QTest::newRow("not a number") << QTransform::fromScale(std::nan(""), 1) << false;
+    QTest::newRow("infinite") << QTransform::fromTranslate(HUGE_VAL, 0) << false;
     QTest::newRow("perspective") << QTransform(1, 0, 0.1, 0, 1, 0, 0, 0, 1) << false;
 }
 
