@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/core/classfactory.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -42,6 +43,7 @@ constexpr Registration registrations[] = {
     { MobraTypes::OctagonShape, &make<OctagonItem> },
     { MobraTypes::LabelTextShape, &make<SimpleTextItem> },
     { MobraTypes::RichTextShape, &make<RichTextItem> },
+    { MobraTypes::BarcodeShape, &make<BarcodeItem> },
 };
 
 } // namespace

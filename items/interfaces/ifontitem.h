@@ -5,14 +5,14 @@
 
 #include <QString>
 
-/// The font of an item with text. Sizes are pixels.
+/// The font of an item with text. Sizes are pixels in texts and points in barcodes.
 class VX_EXPORT IFontItem
 {
 public:
     virtual ~IFontItem();
 
     virtual int getItemFontSize() const = 0;
-    virtual void setItemFontSize(int pixels) = 0;
+    virtual void setItemFontSize(int size) = 0;
     virtual QString getItemFontFamily() const = 0;
     virtual void setItemFontFamily(const QString &family) = 0;
     virtual bool getItemBold() const = 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/text/richtextitem.h"
 
+#include "items/core/itemtexts.h"
 #include "items/core/limits.h"
 #include "items/core/record.h"
 #include "items/text/htmlguard.h"
@@ -490,7 +491,7 @@ void RichTextItem::setItemData(const QVariant &data)
     const QRectF before = sceneBoundingRect();
     const QString given = data.toString();
     const bool marked = isMarked(given);
-    const QString text = marked ? withoutMarker(given) : given;
+    const QString text = marked ? ItemTexts::withoutMarker(given) : given;
     const bool another = (marked && text != lastMarked) || text != toPlainText();
     if (marked)
         lastMarked = text;

@@ -2,6 +2,7 @@
 #include "items/text/simpletextitem.h"
 
 #include "items/core/basicconversions.h"
+#include "items/core/itemtexts.h"
 #include "items/core/limits.h"
 #include "items/text/layoutpause.h"
 #include "items/text/verticalediting.h"
@@ -150,7 +151,7 @@ void SimpleTextItem::showText(const QString &text)
 void SimpleTextItem::setItemData(const QVariant &data)
 {
     const QRectF before = sceneBoundingRect();
-    const QString text = withoutMarker(data.toString());
+    const QString text = ItemTexts::withoutMarker(data.toString());
     if (text != toPlainText()) {
         changeDocument([&] { showText(text); });
         Q_EMIT textItemHasChanged();

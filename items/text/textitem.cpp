@@ -2,6 +2,7 @@
 #include "items/text/textitem.h"
 
 #include "items/core/itemcolors.h"
+#include "items/core/itemtexts.h"
 #include "items/core/limits.h"
 #include "items/core/mirrorscope.h"
 #include "items/core/safeimage.h"
@@ -28,11 +29,10 @@
 #include <cmath>
 
 const QColor TextItem::ORANGE_COLOR(233, 84, 32);
-const QString TextItem::defaultFontFamily = QStringLiteral("_Fen Loma");
+const QString TextItem::defaultFontFamily = ItemTexts::defaultFontFamily;
 
 namespace {
 
-const QString functionMarker = QStringLiteral("!!!###VXFUNCTIONDATASOURCE###!!!");
 const QColor editWash(244, 166, 9, 25);
 
 /// A line of the width of one pixel in the colour of window texts.
@@ -158,12 +158,7 @@ bool TextItem::isDatasourceConnected() const
 
 bool TextItem::isMarked(const QString &data)
 {
-    return data.startsWith(functionMarker);
-}
-
-QString TextItem::withoutMarker(const QString &data)
-{
-    return QString(data).remove(functionMarker);
+    return data.startsWith(ItemTexts::functionMarker);
 }
 
 void TextItem::showEmptyTextMarker(bool show)

@@ -151,8 +151,7 @@ protected:
     class [[nodiscard]] QuietDocument;
     /// The last step of a subclass's constructor.
     void connectDocument();
-    /// A value of a datasource as text, without the marker of functions.
-    static QString withoutMarker(const QString &data);
+    /// Whether a value of a datasource begins with the marker of functions.
     static bool isMarked(const QString &data);
     /// A cursor of the document, at a position limited to its text.
     QTextCursor cursorAt(int position) const;

@@ -238,6 +238,7 @@ const QList<Subject> &subjectsWithLooks()
         { "line", MobraTypes::LineShape, lineLooks() },
         { "label-text", MobraTypes::LabelTextShape, labelTextLooks() },
         { "rich-text", MobraTypes::RichTextShape, richTextLooks() },
+        { "barcode", MobraTypes::BarcodeShape, barcodeLooks() },
     };
     return subjects;
 }

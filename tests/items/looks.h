@@ -37,3 +37,4 @@ struct Subject
 
 [[nodiscard]] QList<Look> labelTextLooks();
 [[nodiscard]] QList<Look> richTextLooks();
+[[nodiscard]] QList<Look> barcodeLooks();

@@ -111,8 +111,10 @@ std::unique_ptr<Item> loadedFromRecord(Item &item)
 std::unique_ptr<Item> loadedFromMap(Item &item)
 {
     QVariantMap map = item.saveItemToJSON();
-    if (const auto *fill = dynamic_cast<FillColorItem *>(&item))
-        map[u"itemFillColor"_s] = fill->getItemFillColor().name(QColor::HexArgb);
+    if (const auto *filled = dynamic_cast<FillColorItem *>(&item)) {
+        const QColor fill = filled->getItemFillColor();
+        map[u"itemFillColor"_s] = fill.isValid() ? fill.name(QColor::HexArgb) : u"transparent"_s;
+    }
     std::unique_ptr<Item> loaded = AllItems::made(item.getItemShape());
     loaded->loadItemFromJSON(map, ItemRecords::currentVersion);
     return loaded;

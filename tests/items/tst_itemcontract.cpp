@@ -71,6 +71,26 @@ const QStringList richText { u"bool documentIsEmpty"_s, u"QString itemHtml"_s, u
     u"int itemFontSize"_s, u"QString itemFontFamily"_s, u"int itemFontWeight"_s, u"bool itemFontItalic"_s,
     u"bool itemFontUnderline"_s, u"int itemAlignment"_s };
 
+// A barcode has no pen and no brush.
+const QStringList barcode = identity + turning + size + transform + overprint + binding
+    + QStringList { u"QColor itemTextColor"_s, u"QString itemFillColor"_s, u"int itemFontSize"_s,
+          u"QString itemFontFamily"_s, u"uint itemAlignment"_s, u"bool itemBold"_s, u"bool itemItalic"_s,
+          u"bool itemUnderline"_s, u"short barcodeSymbol"_s, u"QString barcodeText"_s, u"int lineWidth"_s,
+          u"int barcodeWhiteSpace"_s, u"bool barcodeHideText"_s, u"short barcodeSecurityLevel"_s,
+          u"bool barcodeTextAbove"_s, u"bool barcodeShowStartStop"_s }
+    + position;
+const QStringList barcodeMethods { u"public method void itemDataChanged(QVariant,int,QString)"_s,
+    u"public method void itemDataChanged(QVariant,QString)"_s, u"public slot void setBarcodeSymbol(short)"_s,
+    u"public slot void setBarcodeOption2(int)"_s, u"public slot void setBarcodeHeight(int)"_s,
+    u"public slot void setBarcodeText(QString)"_s, u"public slot void setBarcodeWhiteSpace(int)"_s,
+    u"public slot void setBarcodeHideText(bool)"_s, u"public slot void setBarcodeSecurityLevel(short)"_s,
+    u"public slot void setItemFontSize(int)"_s, u"public slot void setItemFontFamily(QString)"_s,
+    u"public slot void setItemAlignmentInt(uint)"_s, u"public slot void setItemBold(bool)"_s,
+    u"public slot void setItemItalic(bool)"_s, u"public slot void setItemUnderline(bool)"_s,
+    u"public slot void setBarcodeTextAbove(bool)"_s, u"public slot void setBarcodeShowStartStop(bool)"_s,
+    u"public slot void setBarcodeAspectRatio(int)"_s, u"public slot void setItemData(QVariant)"_s,
+    u"public slot void setItemDatasourceID(int)"_s, u"public slot void setItemDatasourceField(QString)"_s };
+
 /// How a class shows itself.
 struct Signature
 {
@@ -100,6 +120,7 @@ const QMap<ShapeType, Signature> signatures {
                     u"public slot void setItemData(QVariant)"_s,
                     u"public slot void updateCursorPositionChanged(QTextCursor)"_s },
             { u"documentIsEmpty"_s, u"screenDpi"_s } } },
+    { MobraTypes::BarcodeShape, { u"barcode"_s, barcode, barcodeMethods } },
     { MobraTypes::LineShape,
         { u"line"_s, line,
             { u"public slot void setItemRotation(double)"_s, u"public slot void setItemPenWidth(ushort)"_s,
@@ -158,6 +179,12 @@ QStringList declaredMethods(const QMetaObject &meta)
                         .join(u' ');
     }
     return declared;
+}
+
+void hideOutline(Item &item)
+{
+    if (auto *contoured = dynamic_cast<ContouredItem *>(&item))
+        contoured->setItemPenStyle(Qt::NoPen);
 }
 
 QString differenceOfPictures(Item &actual, Item &expected)
@@ -317,18 +344,22 @@ void tst_ItemContract::newItemHasAHairlineUnlessATextAndNoFill()
 {
     QFETCH(const ShapeType, shape);
     const std::unique_ptr<Item> item = AllItems::made(shape);
-    // Only a line clips to its shape.
-    QCOMPARE(item->itemQFlags(), shape == MobraTypes::LineShape ? 0x10FU : 0x107U);
+    // Only lines and barcodes clip to their shape.
+    const bool clips = shape == MobraTypes::LineShape || shape == MobraTypes::BarcodeShape;
+    QCOMPARE(item->itemQFlags(), clips ? 0x10FU : 0x107U);
     QCOMPARE(item->itemFlags(), 0x01U);
     QCOMPARE(item->getItemScaleX(), 1.0);
     QCOMPARE(item->getItemScaleY(), 1.0);
 
-    const auto &contoured = dynamic_cast<const ContouredItem &>(*item);
-    QCOMPARE(contoured.getItemPenColor(), black);
-    QCOMPARE(contoured.getItemPenStyle(), Qt::SolidLine);
-    const QPen pen = contoured.getItemPen();
+    const auto *contoured = dynamic_cast<const ContouredItem *>(item.get());
+    QCOMPARE(!contoured, shape == MobraTypes::BarcodeShape);
+    if (!contoured)
+        return;
+    QCOMPARE(contoured->getItemPenColor(), black);
+    QCOMPARE(contoured->getItemPenStyle(), Qt::SolidLine);
+    const QPen pen = contoured->getItemPen();
     const bool hairline = !AllItems::isText(shape);
-    QCOMPARE(contoured.getItemPenWidth(), ushort(hairline ? 1 : 0));
+    QCOMPARE(contoured->getItemPenWidth(), ushort(hairline ? 1 : 0));
     QCOMPARE(pen.style(), hairline ? Qt::SolidLine : Qt::NoPen);
     if (hairline) {
         QCOMPARE(pen.color(), black);
@@ -557,7 +588,7 @@ void tst_ItemContract::frameIsDrawnAtTopLevelAndInLayers()
 
     // The frame covers the whole rectangle: orange (239, 127, 15) with alpha 50 on white is
     // 255 - (255 - c) * 50 / 255.
-    dynamic_cast<ContouredItem &>(*item).setItemPenStyle(Qt::NoPen);
+    hideOutline(*item);
     QImage image = Images::painted(graphics, canvas, QStyle::State_Selected);
     const QRect area = (bounds & QRectF(QPointF(0, 0), canvas)).toAlignedRect();
     const QSet<QRgb> inside = coloursOf(image.copy(area.adjusted(2, 2, -2, -2)));
@@ -573,7 +604,7 @@ void tst_ItemContract::unselectedItemHasNoFrame()
 {
     QFETCH(const ShapeType, shape);
     const std::unique_ptr<Item> item = AllItems::madeWithoutText(shape);
-    dynamic_cast<ContouredItem &>(*item).setItemPenStyle(Qt::NoPen);
+    hideOutline(*item);
     QCOMPARE(coloursOf(Images::painted(AllItems::graphics(*item), canvas, QStyle::State_Enabled)),
         QSet<QRgb> { whitePixel });
 }

@@ -59,8 +59,8 @@ class tst_PrintingContract : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void everyItemButTheLineHasAFill_data() { AllItems::addRows(); }
-    void everyItemButTheLineHasAFill();
+    void everyItemButLineAndBarcodeIsFillable_data() { AllItems::addRows(); }
+    void everyItemButLineAndBarcodeIsFillable();
     void printImageIsAsLargeAsTheScaledItem_data();
     void printImageIsAsLargeAsTheScaledItem();
     void sizesWithoutPixelsHaveNoPrintImage_data();
@@ -73,10 +73,10 @@ private Q_SLOTS:
     void transparentOutlineReducedNegatively();
 };
 
-void tst_PrintingContract::everyItemButTheLineHasAFill()
+void tst_PrintingContract::everyItemButLineAndBarcodeIsFillable()
 {
     QFETCH(const ShapeType, shape);
-    QCOMPARE(!fillable(shape), shape == MobraTypes::LineShape);
+    QCOMPARE(!fillable(shape), shape == MobraTypes::LineShape || shape == MobraTypes::BarcodeShape);
 }
 
 void tst_PrintingContract::printImageIsAsLargeAsTheScaledItem_data()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/mobratypes.h"
@@ -53,12 +54,14 @@ namespace AllItems {
     return dynamic_cast<QObject &>(item);
 }
 
-/// A new item that draws nothing but its outline and fill.
+/// A new item that draws nothing but its outline and fill: a text or barcode is empty.
 [[nodiscard]] inline std::unique_ptr<Item> madeWithoutText(MobraTypes::ShapeType shape)
 {
     std::unique_ptr<Item> item = made(shape);
     if (auto *text = dynamic_cast<ITextGenericItem *>(item.get()))
         text->setItemText({});
+    if (auto *barcode = dynamic_cast<IBarcodeItem *>(item.get()))
+        barcode->setBarcodeText({});
     return item;
 }
 
@@ -95,6 +98,13 @@ inline void change(Item &item)
     if (auto *fillable = dynamic_cast<FillableItem *>(&item)) {
         fillable->setItemFillColor(QColor(0xE0, 0x90, 0x10));
         fillable->setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    }
+    if (auto *barcode = dynamic_cast<BarcodeItem *>(&item)) {
+        barcode->setItemFillColor(QColor(0xE0, 0x90, 0x10));
+        barcode->setItemTextColor(QColor(0x20, 0x60, 0xA0));
+        barcode->setBarcodeSymbol(8);
+        barcode->setBarcodeOption2(1);
+        barcode->setBarcodeText(QStringLiteral("ABC 12"));
     }
 }
 

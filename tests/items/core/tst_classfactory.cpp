@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/shapes/diamonditem.h"
@@ -107,6 +108,7 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
 
     QTest::newRow("label text") << 0x10015U << 0x10015 << IsExactly(isExactly<SimpleTextItem>);
     QTest::newRow("rich text") << 0x10016U << 0x10016 << IsExactly(isExactly<RichTextItem>);
+    QTest::newRow("barcode") << 0x1001DU << 0x1001D << IsExactly(isExactly<BarcodeItem>);
     QTest::newRow("line") << 0x1001FU << 0x1001F << IsExactly(isExactly<LineItem>);
     QTest::newRow("rectangle") << 0x1002AU << 0x1002A << IsExactly(isExactly<RectangleItem>);
     QTest::newRow("rounded rectangle") << 0x1002BU << 0x1002B << IsExactly(isExactly<RoundedRectangleItem>);
@@ -142,6 +144,7 @@ void tst_ClassFactory::descriptionsShowTheId_data()
 
     QTest::newRow("label text") << 0x10015U << short(7) << u"Label Text 7"_s;
     QTest::newRow("rich text") << 0x10016U << short(7) << u"Rich Text 7"_s;
+    QTest::newRow("barcode") << 0x1001DU << short(7) << u"barcode 7"_s;
     QTest::newRow("line") << 0x1001FU << short(7) << u"line 7"_s;
     QTest::newRow("rectangle") << 0x1002AU << short(7) << u"rectangle 7"_s;
     QTest::newRow("rounded rectangle") << 0x1002BU << short(7) << u"rounded rectangle 7"_s;
