@@ -30,10 +30,17 @@ int borderOption(int borderType)
     }
 }
 
+/// A MaxiCode of mode 0 takes its mode from a second message, which a barcode has not.
+int firstOption(const BarcodeSettings &settings)
+{
+    const bool isUnset = settings.symbol == BARCODE_MAXICODE && settings.securityLevel == 0;
+    return isUnset ? -1 : settings.securityLevel;
+}
+
 void apply(const BarcodeSettings &settings, zint_symbol &symbol)
 {
     symbol.symbology = settings.symbol;
-    symbol.option_1 = settings.securityLevel;
+    symbol.option_1 = firstOption(settings);
     symbol.option_2 = settings.width;
     symbol.input_mode = settings.inputMode;
     symbol.output_options |= borderOption(settings.borderType);

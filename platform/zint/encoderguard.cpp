@@ -51,8 +51,8 @@ qsizetype pdf417Entries(QByteArrayView utf8)
 {
     static constexpr std::array<unsigned char, 256> subModes = subModeTable();
     qsizetype switches = 0;
-    unsigned char current
-        = Capitals; // those of the sub-modes in which all characters since the last switch are
+    // The sub-modes in which all characters since the last switch are.
+    unsigned char current = Capitals;
     for (const char character : utf8) {
         const unsigned char possible = subModes[static_cast<unsigned char>(character)];
         current &= possible;

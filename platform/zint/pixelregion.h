@@ -15,8 +15,7 @@ namespace Zint {
 [[nodiscard]] bool keepsRectangles(const QTransform &toDevice);
 
 /// The dots of a device whose centres lie within the bars, which must not overlap. The transform keeps
-/// rectangles. Bars that meet leave no
-/// dot between them and have none in common, whatever the scale.
+/// rectangles. Bars that meet leave no dot between them and have none in common, whatever the scale.
 [[nodiscard]] QRegion pixelRegion(std::span<const QRectF> bars, const QTransform &toDevice);
 
 } // namespace Zint

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void geometryOutlivesTheBarcode();
     void errorsAreThoseOfTheEncoder_data();
     void errorsAreThoseOfTheEncoder();
+    void maxiCodeChoosesItsMode();
     void encodedTextIsWhatPeopleRead_data();
     void encodedTextIsWhatPeopleRead();
     void samplesAreEncodedAsTheyAre();
@@ -356,6 +357,21 @@ void tst_BarcodeEncoder::errorsAreThoseOfTheEncoder()
     QCOMPARE(!Zint::geometryOf(code)->isEmpty(), drawn);
     if (!drawn)
         QCOMPARE(code.encodedText(), QString());
+}
+
+// Mode 0 is that of a second message, without which libzint refuses every text.
+void tst_BarcodeEncoder::maxiCodeChoosesItsMode()
+{
+    QZint chosen = barcode(57, u"MaxiCode 12345"_s);
+    QZint zero = chosen;
+    zero.setSecurityLevel(0);
+    QCOMPARE(zero.error_int(), 0);
+    QCOMPARE(Zint::geometryOf(zero)->hexagons.size(), Zint::geometryOf(chosen)->hexagons.size());
+    QVERIFY(painted(zero) > 0);
+    QCOMPARE(painted(zero), painted(chosen));
+    QCOMPARE(zero.securityLevel(), 0);
+    zero.setSecurityLevel(7);
+    QVERIFY(zero.error_int() >= 5);
 }
 
 void tst_BarcodeEncoder::encodedTextIsWhatPeopleRead_data()
