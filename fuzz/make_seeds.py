@@ -18,7 +18,8 @@ from record_rectangle import CHANGED, FIELDS, NEW, colour, integer, real_number,
 CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
 
-BRUSH = 2  # the last fields of a record that an item without a fill lacks
+# How many of the last common fields a class lacks: brush and fill, and the pen as well.
+LACKING = {"line": 2, "barcode": 7}
 # Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
 # keys of the property map.
 RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
@@ -37,6 +38,13 @@ RICH_BEFORE = [("itemHtml", string), ("documentIsEmpty", integer("b")), ("screen
 RICH_BEHIND = [("itemFontFamily", string), ("itemFontSize", integer("h")), ("itemFontWeight", integer("h")),
                ("itemFontItalic", integer("b")), ("itemFontUnderline", integer("b")),
                ("itemAlignment", integer("h"))]
+BARCODE_BEFORE = [("barcodeSymbol", integer("h")), ("barcodeText", string), ("lineWidth", integer("h")),
+                  ("barcodeWhiteSpace", integer("h")), ("barcodeHideText", integer("b")),
+                  ("barcodeSecurityLevel", integer("h")), ("itemFontSize", integer("h")),
+                  ("itemFontFamily", string), ("itemAlignment", integer("h")), ("barcodeTextAbove", integer("b")),
+                  ("itemBold", integer("b")), ("itemItalic", integer("b")), ("itemUnderline", integer("b")),
+                  ("barcodeShowStartStop", integer("b"))]
+BARCODE_BEHIND = [("itemFillColor", colour), ("itemTextColor", colour)]
 CLASSES = {
     "label_text": (0x10015, LABEL_BEFORE, LABEL_BEHIND,
                    ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
@@ -44,6 +52,9 @@ CLASSES = {
     "rich_text": (0x10016, RICH_BEFORE, RICH_BEHIND,
                   ['<p>Now <span style="font-size:30pt; color:#d40000;">9,99</span></p>', False, 1.25,
                    rgb(0, 0, 0), "Loma", 20, 400, False, True, 2]),
+    "barcode": (0x1001D, BARCODE_BEFORE, BARCODE_BEHIND,
+                [8, "LOT 4711", 1, 10, False, 0, 9, "Loma", 2, True, False, True, False, True,
+                 rgb(255, 255, 240), rgb(0xD4, 0, 0)]),
     "line": (0x1001F, [], LINE, [250.25, 0x35, -123.5, 4096.125]),
     "rectangle": (0x1002A, [], [], []),
     "rounded_rectangle": (0x1002B, RADII, [], [12.5, -3.0]),
@@ -63,27 +74,29 @@ RECTANGLES = ("rectangle", "rounded_rectangle")
 def record_of(name, common):
     """The whole record of a class with the given common values."""
     _, before, behind, own = CLASSES[name]
-    fields, values = (FIELDS[:-BRUSH], common[:-BRUSH]) if name == "line" else (FIELDS, common)
-    values = own[:len(before)] + values + own[len(before):]
-    return b"".join(data for _, data in record(values, fields=before + fields + behind))
+    kept = len(FIELDS) - LACKING.get(name, 0)
+    values = own[:len(before)] + common[:kept] + own[len(before):]
+    return b"".join(data for _, data in record(values, fields=before + FIELDS[:kept] + behind))
 
 
 def map_of(name):
     """A property map with a value for every kind of key."""
     code, before, behind, own = CLASSES[name]
-    line = name == "line"
-    values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1,
-              "itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
-              "itemPenJoinStyle": 64, "itemZValue": -2.5, "allowOverprint": False,
-              "itemPositionX": -123.5, "itemPositionY": 4096.125}
-    if not line:
-        values |= {"itemWidth": 250.25, "itemHeight": 40.5, "itemFillColor": "#800a141e", "itemBrushStyle": 16}
+    values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1}
+    if name != "barcode":
+        values |= {"itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
+                   "itemPenJoinStyle": 64}
+    values |= {"itemZValue": -2.5, "allowOverprint": False, "itemPositionX": -123.5, "itemPositionY": 4096.125}
+    if name != "line":
+        values |= {"itemWidth": 250.25, "itemHeight": 40.5}
+    if name not in LACKING:
+        values |= {"itemFillColor": "#800a141e", "itemBrushStyle": 16}
     binding = ("datasourceId", "datasourceField") if name in RECTANGLES else (
         "itemDatasourceId", "itemDatasourceField")
     values |= zip(binding, (4, "Größe"))
     own_values = {key: value for (key, _), value in zip(before + behind, own) if key != "weight"}
-    if "itemTextColor" in own_values:
-        own_values["itemTextColor"] = "#d40000"
+    names = {"itemTextColor": "#d40000", "itemFillColor": "#fffff0"}
+    own_values |= {key: names[key] for key in own_values.keys() & names.keys()}
     return values | own_values
 
 

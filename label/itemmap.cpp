@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/itemmap.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/interfaces/fillcoloritem.h"
@@ -189,6 +190,21 @@ void placeLabelText(SimpleTextItem &text, const QVariantMap &map)
     text.setItemPinToCenter(pinned);
 }
 
+/// The setters of a barcode leave out the option of most symbols and a part of some texts, which a record
+/// holds.
+void restoreBarcode(Item &item, const QVariantMap &map)
+{
+    auto *barcode = dynamic_cast<BarcodeItem *>(&item);
+    if (!barcode)
+        return;
+    barcode->importBarcodeProperties(barcode->getBarcodeSymbol(),
+        map.value(u"barcodeText"_s, barcode->getBarcodeText()).toString(), barcode->getBarcodeTextAbove(),
+        static_cast<int>(barcode->getItemAlignmentInt()), barcode->getItemFontSize(),
+        barcode->getBarcodeHideText(), barcode->getItemBold(),
+        map.value(u"lineWidth"_s, barcode->getBarcodeOption2()).toInt(), barcode->getBarcodeWhiteSpace(),
+        barcode->getBarcodeSecurityLevel());
+}
+
 /// Keys are applied in alphabetical order: an item without a transform was turned about the centre of the
 /// size that it had before its width was known.
 void placeWithoutTransform(Item &item, const QVariantMap &map)
@@ -269,6 +285,7 @@ std::unique_ptr<Item> ItemMap::fromJson(
         return {};
     completeScales(*item, map);
     item->loadItemFromJSON(map, version);
+    restoreBarcode(*item, map);
     placeWithoutTransform(*item, map);
     applyHostKeys(*item, map);
     checkLineSize(*item, map, pointer, log);

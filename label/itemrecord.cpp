@@ -19,6 +19,18 @@ bool isUnseen(const QColor &color)
     return !color.isValid() || color.alpha() == 0;
 }
 
+void unifyTextColor(Item &item)
+{
+    auto *text = dynamic_cast<TextColorItem *>(&item);
+    if (!text)
+        return;
+    // The invalid colour with which a barcode begins is seen.
+    if (!text->getItemTextColor().isValid() && item.getItemShape() == MobraTypes::BarcodeShape)
+        text->setItemTextColor(ItemColors::black);
+    else if (isUnseen(text->getItemTextColor()))
+        text->setItemTextColor(ItemColors::transparent);
+}
+
 void unifyUnseenColors(Item &item)
 {
     auto *pen = dynamic_cast<IColorItem *>(&item);
@@ -27,9 +39,7 @@ void unifyUnseenColors(Item &item)
     auto *fill = dynamic_cast<FillColorItem *>(&item);
     if (fill && isUnseen(fill->getItemFillColor()))
         fill->setItemFillColor(ItemColors::transparent);
-    auto *text = dynamic_cast<TextColorItem *>(&item);
-    if (text && isUnseen(text->getItemTextColor()))
-        text->setItemTextColor(ItemColors::transparent);
+    unifyTextColor(item);
 }
 
 /// JSON has no negative zero that Qt would keep. As a double it is one bit and 63 zeros.

@@ -47,6 +47,16 @@ ItemValue whole(const QJsonValue &json, const QString &key)
         u"use a whole number from %1 to %2"_s.arg(Wording::number(least), Wording::number(most)) };
 }
 
+/// Some records have fewer bytes than the property.
+ItemValue wholeInt(const QJsonValue &json, const QString &key)
+{
+    if (key == "itemSizeLimiting"_L1)
+        return whole<int, qint8>(json, key);
+    if (key == "lineWidth"_L1 || key == "barcodeWhiteSpace"_L1)
+        return whole<int, qint16>(json, key);
+    return whole<int>(json, key);
+}
+
 ItemValue real(const QJsonValue &json, const QString &key)
 {
     if (!json.isDouble())
@@ -133,8 +143,7 @@ ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType 
     case QMetaType::UShort:
         return whole<ushort>(json, key);
     case QMetaType::Int:
-        // Of the limits, a record keeps one byte.
-        return key == "itemSizeLimiting"_L1 ? whole<int, qint8>(json, key) : whole<int>(json, key);
+        return wholeInt(json, key);
     case QMetaType::UInt:
         return whole<uint>(json, key);
     case QMetaType::Double:

@@ -70,6 +70,9 @@ constexpr Field brush[] = { bytes(brushBytes) };
 
 using Fields = std::span<const Field>;
 
+/// The same of a class without a pen.
+constexpr Fields withoutPen = Fields(outlined).first(std::size(outlined) - 1);
+
 /// The parts of a record in their order: the fields of its class stand before or behind what the bases write.
 struct Layout
 {
@@ -89,6 +92,10 @@ constexpr Field beforeRichText[] = { text("itemHtml"),
     { Field::NumberUnless, 1, "screenDpi", screenFactorSinceVersion }, bytes(colorBytes) };
 // The brush; font and alignment of the empty box.
 constexpr Field behindRichText[] = { bytes(brushBytes), text(), bytes(2 + 2 + 1 + 1 + 2) };
+// The symbol; option, white space, hidden text, level and font size; alignment and five flags.
+constexpr Field beforeBarcode[]
+    = { bytes(2), text("barcodeText"), bytes(2 + 2 + 1 + 2 + 2), text(), bytes(2 + 5 * 1) };
+constexpr Field behindBarcode[] = { bytes(2 * colorBytes) };
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
@@ -96,6 +103,7 @@ constexpr Field ofLine[]
 constexpr Layout layouts[] = {
     { MobraTypes::LabelTextShape, beforeLabelText, outlined, behindLabelText },
     { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
+    { MobraTypes::BarcodeShape, beforeBarcode, withoutPen, behindBarcode },
     { MobraTypes::LineShape, {}, outlined, ofLine },
     { MobraTypes::RoundedRectangleShape, ofRoundedRectangle, outlined, brush },
     { MobraTypes::PieShape, ofPie, outlined, brush },

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/barcode/barcodeitem.h"
 #include "items/shapes/lineitem.h"
 #include "items/text/richtextitem.h"
 #include "items/text/simpletextitem.h"
@@ -38,6 +39,9 @@ int bytesBefore(Item &item)
         return bytesOf(label->toPlainText()) + colorBytes + 2 + 8;
     if (auto *rich = dynamic_cast<RichTextItem *>(&item))
         return bytesOf(rich->toHtml()) + 1 + (rich->getDocumentIsEmpty() ? 0 : 8) + colorBytes;
+    if (auto *barcode = dynamic_cast<BarcodeItem *>(&item))
+        return 2 + bytesOf(barcode->getBarcodeText()) + 2 + 2 + 1 + 2 + 2
+            + bytesOf(barcode->getItemFontFamily()) + 2 + 5;
     switch (item.getItemShape()) {
     case MobraTypes::RoundedRectangleShape:
         return 2 * 8;
