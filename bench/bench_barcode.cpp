@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bench/pair.h"
 #include "bench/support.h"
-#include "platform/zint/barcodeencoder.h"
+#include "items/barcode/barcodeitem.h"
+#include "items/shapes/rectangleitem.h"
 #include "platform/zint/matrixgeometry.h"
 #include "platform/zint/vectorgeometry.h"
 
 #include <QPainter>
+#include <QStyleOptionGraphicsItem>
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 #include <zint.h>
 
 #include <array>
 #include <cmath>
 #include <memory>
+#include <vector>
 
-// Barcodes: painting a symbol again beside what the obvious code does for every paint, and the bars from the
-// module matrix beside libzint's own drawing.
+// Barcodes: painting a symbol beside what the obvious code does for every paint, copies, memory, and the bars
+// from the module matrix beside libzint's own drawing.
 
 namespace {
 
@@ -51,41 +55,82 @@ void paintObviously(QImage &paper, int symbology, const QString &text)
         painter.fillRect(QRectF(bar->x, bar->y, bar->width, bar->height), Qt::black);
 }
 
-void paint(QImage &paper, const Zint::QZint &barcode)
+void paint(QImage &paper, BarcodeItem &item)
 {
     QPainter painter(&paper);
-    barcode.render(painter, paper.rect(), Zint::QZint::IgnoreAspectRatio);
+    const QStyleOptionGraphicsItem option;
+    item.paint(&painter, &option, nullptr);
+}
+
+/// A barcode, and two texts of one length for it.
+struct Sample
+{
+    explicit Sample(const benchmark::State &state)
+        : paper(int(state.range(3)), int(state.range(4)), QImage::Format_ARGB32_Premultiplied)
+        , symbology(int(state.range(0)))
+        , texts { textOf(int(state.range(1)), u'A'), textOf(int(state.range(1)), u'B') }
+    {
+        paper.fill(Qt::white);
+        item.setItemSize(paper.size());
+        item.setBarcodeSymbol(short(symbology));
+        item.setBarcodeText(texts[0]);
+        paint(paper, item);
+    }
+
+    QImage paper;
+    int symbology;
+    std::array<QString, 2> texts;
+    BarcodeItem item;
+};
+
+constexpr int repaints = 100;
+
+bool isPainted(const QImage &paper)
+{
+    return paper.pixel(0, 0) == qRgb(0, 0, 0);
 }
 
 /// Symbology, length of the text, target in hundredths, width and height in dots.
 void repaint(benchmark::State &state)
 {
-    constexpr int rounds = 100;
-    const int symbology = int(state.range(0));
-    QImage paper(int(state.range(3)), int(state.range(4)), QImage::Format_ARGB32_Premultiplied);
-    paper.fill(Qt::white);
-    const std::array<QString, 2> texts { textOf(int(state.range(1)), u'A'),
-        textOf(int(state.range(1)), u'B') };
-    Zint::QZint barcode;
-    barcode.setSymbol(symbology);
-    barcode.setHeight(50);
-    barcode.setText(texts[0]);
-    QImage obvious = paper;
-    paintObviously(obvious, symbology, texts[0]);
-    paint(paper, barcode);
-    if (paper.pixel(0, 0) != qRgb(0, 0, 0) || obvious.pixel(0, 0) != qRgb(0, 0, 0)) {
+    Sample sample(state);
+    QImage obvious = sample.paper;
+    obvious.fill(Qt::white);
+    paintObviously(obvious, sample.symbology, sample.texts[0]);
+    if (!isPainted(sample.paper) || !isPainted(obvious)) {
         state.SkipWithError("nothing was painted");
         return;
     }
     const auto again = [&] {
-        for (int i = 0; i < rounds; ++i)
-            paint(paper, barcode);
+        for (int i = 0; i < repaints; ++i)
+            paint(sample.paper, sample.item);
     };
     const auto changed = [&] {
-        for (int i = 0; i < rounds; ++i)
-            paintObviously(paper, symbology, texts[std::size_t(i) % 2]);
+        for (int i = 0; i < repaints; ++i)
+            paintObviously(obvious, sample.symbology, sample.texts[std::size_t(i) % 2]);
     };
-    Pair::compare(state, double(state.range(2)) / 100.0, rounds, again, changed);
+    Pair::compare(state, double(state.range(2)) / 100.0, repaints, again, changed);
+}
+
+/// The same arguments; the item with another text each time beside the obvious code.
+void paintAfterChange(benchmark::State &state)
+{
+    Sample sample(state);
+    if (!isPainted(sample.paper)) {
+        state.SkipWithError("nothing was painted");
+        return;
+    }
+    const auto changed = [&] {
+        for (int i = 0; i < repaints; ++i) {
+            sample.item.setBarcodeText(sample.texts[std::size_t(i + 1) % 2]);
+            paint(sample.paper, sample.item);
+        }
+    };
+    const auto obviously = [&] {
+        for (int i = 0; i < repaints; ++i)
+            paintObviously(sample.paper, sample.symbology, sample.texts[std::size_t(i) % 2]);
+    };
+    Pair::compare(state, double(state.range(2)) / 100.0, repaints, changed, obviously);
 }
 
 bool haveTheSameBars(zint_symbol &symbol)
@@ -122,10 +167,67 @@ void geometry(benchmark::State &state)
     Pair::compare(state, 0.2, rounds, fromMatrix, drawing);
 }
 
+/// A copy and its end, beside the beginning and end of a rectangle.
+void copyItem(benchmark::State &state)
+{
+    constexpr int rounds = 10'000;
+    BarcodeItem item;
+    item.setBarcodeText(textOf(200, u'A'));
+    if (!item.isValidInput()) {
+        state.SkipWithError("there is no symbol to share");
+        return;
+    }
+    const auto copies = [&item] {
+        for (int i = 0; i < rounds; ++i)
+            benchmark::DoNotOptimize(std::unique_ptr<Item>(item.createItemCopy()));
+    };
+    const auto rectangles = [] {
+        for (int i = 0; i < rounds; ++i)
+            benchmark::DoNotOptimize(std::make_unique<RectangleItem>());
+    };
+    Pair::compare(state, 1.5, rounds, copies, rectangles);
+}
+
+/// The bytes of heap of one barcode among 1,000.
+template <typename Make> double bytesOf(const Make &make)
+{
+    constexpr std::size_t count = 1'000;
+    std::vector<std::unique_ptr<Item>> items;
+    items.reserve(count);
+    const auto before = mallinfo2().uordblks;
+    for (std::size_t i = 0; i < count; ++i)
+        items.push_back(make(int(i)));
+    return double(mallinfo2().uordblks - before) / double(count);
+}
+
+void memory(benchmark::State &state)
+{
+    QImage paper(100, 100, QImage::Format_ARGB32_Premultiplied);
+    const auto painted = [&paper](int number) {
+        auto item = std::make_unique<BarcodeItem>();
+        item->setBarcodeText(textOf(47, u'A') + QString::number(number));
+        paint(paper, *item);
+        return item;
+    };
+    const std::unique_ptr<BarcodeItem> original = painted(0);
+    for (auto _ : state) {
+        state.counters["new"] = bytesOf([](int /*number*/) { return std::make_unique<BarcodeItem>(); });
+        state.counters["painted"] = bytesOf(painted);
+        state.counters["copy"] = bytesOf(
+            [&original](int /*number*/) { return std::unique_ptr<Item>(original->createItemCopy()); });
+        state.counters["rectangle"]
+            = bytesOf([](int /*number*/) { return std::make_unique<RectangleItem>(); });
+    }
+}
+
 BENCHMARK(repaint)->Args({ BARCODE_QRCODE, 47, 25, 100, 100 })->Iterations(61);
 BENCHMARK(repaint)->Args({ BARCODE_QRCODE, 200, 10, 100, 100 })->Iterations(31);
 BENCHMARK(repaint)->Args({ BARCODE_PDF417, 200, 10, 200, 80 })->Iterations(31);
 BENCHMARK(repaint)->Args({ BARCODE_PDF417, 200, 30, 600, 240 })->Iterations(31);
+BENCHMARK(paintAfterChange)->Args({ BARCODE_QRCODE, 200, 80, 100, 100 })->Iterations(31);
+BENCHMARK(paintAfterChange)->Args({ BARCODE_PDF417, 200, 25, 200, 80 })->Iterations(31);
+BENCHMARK(copyItem)->Iterations(61);
+BENCHMARK(memory)->Iterations(1);
 BENCHMARK(geometry)->Args({ BARCODE_PDF417, 200 })->Iterations(101);
 BENCHMARK(geometry)->Args({ BARCODE_QRCODE, 200 })->Iterations(101);
 BENCHMARK(geometry)->Args({ BARCODE_DATAMATRIX, 200 })->Iterations(101);

@@ -78,7 +78,11 @@ public:
         std::swap(m_above, runs);
     }
 
-    [[nodiscard]] std::vector<QRectF> takeBars() { return std::move(m_bars); }
+    [[nodiscard]] std::vector<QRectF> takeBars()
+    {
+        m_bars.shrink_to_fit(); // they live as long as the barcode
+        return std::move(m_bars);
+    }
 
 private:
     double m_offset;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/shapes/rectangleitem.h"
 #ifdef HOST_HAS_LOGGER
@@ -39,6 +40,18 @@ void checkRectangle()
     check(rectangle->boundingRect() == QRectF(0, 0, 30, 20), "the bounding rectangle is the logical size");
 }
 
+/// Holds with our encoder and with the host's.
+void checkBarcode()
+{
+    BarcodeItem item;
+    item.setBarcodeText(QStringLiteral("4711"));
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    const auto *barcode = dynamic_cast<const BarcodeItem *>(copy.get());
+    check(barcode != nullptr && barcode->getBarcodeText() == QStringLiteral("4711"), "a copy has the text");
+    item.setBarcodeText(QString());
+    check(barcode != nullptr && !barcode->getBarcodeText().isEmpty(), "a copy has a text of its own");
+}
+
 #ifdef HOST_HAS_LOGGER
 void checkHostLogger()
 {
@@ -54,6 +67,7 @@ int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
     checkRectangle();
+    checkBarcode();
 #ifdef HOST_HAS_LOGGER
     checkHostLogger();
 #endif

@@ -9,10 +9,13 @@ class QPainter;
 
 namespace Zint {
 
-/// A host's own barcode, of all that the library may ask of one.
+/// A host's own barcode, of all that the library may ask of one. Like an object, it cannot be copied.
 class QZint
 {
 public:
+    QZint() = default;
+    Q_DISABLE_COPY_MOVE(QZint)
+
     static constexpr bool IsOfTheHost = true;
 
     enum AspectRatioMode : int { IgnoreAspectRatio = 0, KeepAspectRatio = 1, CenterBarCode = 2 };
