@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/zint/barcodeencoder.h"
 
+#include "platform/zint/dotplacement.h"
+#include "platform/zint/dotrendering.h"
 #include "platform/zint/encodedsymbol.h"
 #include "platform/zint/geometryof.h"
+#include "platform/zint/symbologies.h"
 #include "platform/zint/symbolpainter.h"
 #include "platform/zint/textline.h"
 
@@ -39,14 +42,33 @@ Fit fitOf(QZint::AspectRatioMode mode)
     }
 }
 
-void paintLineAndSymbol(
-    QPainter &painter, const EncodedSymbol &symbol, const BarcodeStyle &style, const QRectF &rect, Fit fit)
+bool hasSquareModules(const EncodedSymbol &symbol)
+{
+    const Symbology *symbology = symbologyOf(symbol.symbol);
+    return symbology && symbology->kind == Symbology::Kind::Matrix;
+}
+
+/// Where the line leaves room for the symbol, and its modules have whole dots.
+DotPlacement placementOnDots(
+    const EncodedSymbol &symbol, const TextLine &line, Fit fit, const QTransform &toDots)
+{
+    const QRectF place = placeOf(symbol.geometry, line.rest(), fit);
+    return placeOnDots(symbol.geometry, hasSquareModules(symbol), place, toDots);
+}
+
+void paintLineAndSymbol(QPainter &painter, const EncodedSymbol &symbol, const BarcodeStyle &style,
+    const QRectF &rect, Fit fit, Edges edges)
 {
     const QColor foreground = style.foreground.isValid() ? style.foreground : QColor(Qt::black);
-    const TextLine line(symbol, style, rect);
+    TextLine line(symbol, style, rect);
+    if (edges == Edges::OnDots)
+        line.sharpen();
     painter.setPen(foreground);
     line.paint(painter);
-    paintSymbol(painter, symbol.geometry, placeOf(symbol.geometry, line.rest(), fit), foreground);
+    const QRectF place = edges == Edges::OnDots
+        ? placementOnDots(symbol, line, fit, painter.deviceTransform()).place
+        : placeOf(symbol.geometry, line.rest(), fit);
+    paintSymbol(painter, symbol.geometry, place, foreground);
 }
 
 } // namespace
@@ -63,6 +85,11 @@ QString QZint::encodedText() const
 
 void QZint::render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) const
 {
+    paint(painter, rect, mode, Edges::AsPlaced);
+}
+
+void QZint::paint(QPainter &painter, const QRectF &rect, AspectRatioMode mode, Edges edges) const
+{
     if (!canBePainted(rect))
         return;
     painter.save();
@@ -70,7 +97,7 @@ void QZint::render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) 
     if (m_style.background.isValid() && m_style.background.alpha() > 0)
         painter.fillRect(rect, m_style.background);
     if (encoded()->isValid())
-        paintLineAndSymbol(painter, *encoded(), m_style, rect, fitOf(mode));
+        paintLineAndSymbol(painter, *encoded(), m_style, rect, fitOf(mode), edges);
     painter.restore();
 }
 
@@ -79,6 +106,22 @@ const std::shared_ptr<const EncodedSymbol> &QZint::encoded() const
     if (!m_encoded)
         m_encoded = encode(m_settings);
     return m_encoded;
+}
+
+void renderOnDots(const QZint &barcode, QPainter &painter, const QRectF &rect, QZint::AspectRatioMode mode)
+{
+    barcode.paint(painter, rect, mode, Edges::OnDots);
+}
+
+ModuleDots moduleDots(
+    const QZint &barcode, const QRectF &rect, QZint::AspectRatioMode mode, const QTransform &toDots)
+{
+    const EncodedSymbol &symbol = *barcode.encoded();
+    if (!canBePainted(rect) || !symbol.isValid() || symbol.geometry.isEmpty())
+        return {};
+    const TextLine line(symbol, barcode.m_style, rect);
+    const DotPlacement placement = placementOnDots(symbol, line, fitOf(mode), toDots);
+    return { symbol.geometry.size, placement.dots, hasSquareModules(symbol), placement.sharp };
 }
 
 std::shared_ptr<const SymbolGeometry> geometryOf(const QZint &barcode)

@@ -11,10 +11,13 @@
 
 class QPainter;
 class QRectF;
+class QTransform;
 
 namespace Zint {
 
 struct EncodedSymbol;
+enum class Edges;
+struct ModuleDots;
 struct SymbolGeometry;
 
 /// A barcode: what is encoded, how, and how it looks. Values are kept as they are set, however odd. The
@@ -126,6 +129,10 @@ public:
 
 private:
     friend std::shared_ptr<const SymbolGeometry> geometryOf(const QZint &barcode);
+    friend void renderOnDots(
+        const QZint &barcode, QPainter &painter, const QRectF &rect, AspectRatioMode mode);
+    friend ModuleDots moduleDots(
+        const QZint &barcode, const QRectF &rect, AspectRatioMode mode, const QTransform &toDots);
 
     template <typename Value> void change(Value BarcodeSettings::*field, const Value &value)
     {
@@ -135,6 +142,7 @@ private:
         m_encoded.reset();
     }
     const std::shared_ptr<const EncodedSymbol> &encoded() const;
+    void paint(QPainter &painter, const QRectF &rect, AspectRatioMode mode, Edges edges) const;
 
     BarcodeSettings m_settings;
     BarcodeStyle m_style;

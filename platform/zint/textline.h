@@ -24,6 +24,9 @@ public:
     /// size, and when it would leave no room for the symbol.
     TextLine(const EncodedSymbol &symbol, const BarcodeStyle &style, const QRectF &rect);
 
+    /// Gives the letters hard edges.
+    void sharpen() { m_font.setStyleStrategy(QFont::NoAntialias); }
+
     [[nodiscard]] bool isEmpty() const { return m_text.isEmpty(); }
     /// What the line leaves of the rectangle.
     [[nodiscard]] QRectF rest() const { return m_rest; }
