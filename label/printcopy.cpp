@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/printcopy.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
 #include "items/shapes/rectangleitem.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/paintedcolors.h"
+#include "label/platebarcode.h"
 #include "label/textcolors.h"
 
 #include <QGraphicsItem>
@@ -73,6 +75,7 @@ PrintCopy::PrintCopy(Item &original, double scaling, Mode mode, const QList<QCol
     , m_graphics(dynamic_cast<QGraphicsItem *>(m_item.get()))
     , m_fillable(dynamic_cast<FillableItem *>(m_item.get()))
     , m_text(dynamic_cast<TextItem *>(m_item.get()))
+    , m_barcode(dynamic_cast<BarcodeItem *>(m_item.get()))
     , m_colors(colors)
     , m_scaling(scaling)
     , m_mode(mode)
@@ -99,6 +102,10 @@ void PrintCopy::prepareColors()
     if (auto *colored = dynamic_cast<ColoredItem *>(m_item.get())) {
         colored->setItemPenColor(PaintedColors::penOf(*m_item));
         m_penIsClear = colored->getItemPenColor() == ItemColors::transparent;
+    }
+    if (m_barcode) {
+        m_barcode->setItemFillColor(PaintedColors::fillOf(*m_item));
+        m_barcode->setItemTextColor(PaintedColors::barsOf(*m_barcode));
     }
     if (!m_fillable)
         return;
@@ -213,6 +220,11 @@ bool PrintCopy::outlineIsPainted() const
 
 void PrintCopy::handTo(QGraphicsScene &scene)
 {
+    if (m_barcode) {
+        static_cast<void>(m_item.release());
+        scene.addItem(new PlateBarcode(std::unique_ptr<BarcodeItem>(m_barcode)));
+        return;
+    }
     if (m_backdrop)
         m_backdrop->handTo(scene);
     const bool asPicture = m_item->addItemToPrintScene(&scene, 1.0);

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class BarcodeItem;
 class FillableItem;
 class Item;
 class QGraphicsItem;
@@ -48,6 +49,7 @@ private:
     QGraphicsItem *m_graphics; ///< m_item
     FillableItem *m_fillable; ///< m_item, or null
     TextItem *m_text; ///< m_item, or null
+    BarcodeItem *m_barcode; ///< m_item, or null
     std::unique_ptr<PrintCopy> m_backdrop; ///< The gradient behind a text.
     QList<QColor> m_colors;
     double m_scaling;

@@ -9,6 +9,7 @@
 #include "label/onebit.h"
 #include "label/platerenderer.h"
 #include "label/printcopy.h"
+#include "label/printedbarcodes.h"
 #include "label/printlimits.h"
 
 #include <QGraphicsScene>
@@ -112,7 +113,7 @@ std::optional<Separation> separate(
     Problems found = document.problems();
     if (found.isEmpty())
         found = printProblems(document, options.dpi);
-    Separation separation { {}, document.paper(), inkWarnings(document) };
+    Separation separation { {}, document.paper(), inkWarnings(document), {} };
     for (qsizetype i = 0; i < document.inks().size() && found.isEmpty(); ++i) {
         const Ink &ink = document.inks()[i];
         separation.plates.push_back({ ink, plateImage(document, ink.color, options), 0, options.dpi });
@@ -124,6 +125,8 @@ std::optional<Separation> separate(
         problems += found;
         return {};
     }
+    separation.barcodes = PrintedBarcodes::of(document, options.dpi);
+    separation.warnings += PrintedBarcodes::warnings(document, separation.barcodes, options.dpi);
     if (!options.negative && !options.overprint)
         keepDotsOnFirstPlate(separation.plates);
     for (Plate &plate : separation.plates)

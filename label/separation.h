@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include <optional>
+#include <vector>
 
 /// How a document is separated.
 struct SeparationOptions
@@ -30,6 +31,19 @@ struct Plate
     double dpi = 300.0;
 };
 
+/// How a barcode comes out on the plates.
+struct PrintedBarcode
+{
+    qsizetype item = 0; ///< its place in the document
+    QString symbology; ///< "QR Code"; empty for a number of none
+    int error = 0; ///< 5 or more: the encoder refuses the barcode, and no symbol is printed
+    QSizeF modules; ///< how many the symbol is wide and high, with white space; empty if none is printed
+    QSizeF dots; ///< how many dots each is wide and high
+    bool squareModules = false; ///< of bars, only the width counts
+    bool sharp = false; ///< whether all modules have the same whole number of dots
+    double moduleWidth = 0.0; ///< the X dimension in millimetres
+};
+
 /// A document split into one plate per ink, in the order of its inks. Without overprint a dot belongs to at
 /// most one plate.
 struct Separation
@@ -37,7 +51,9 @@ struct Separation
     std::vector<Plate> plates;
     QColor paper;
     /// Colours that no ink prints, item by item: a person should know before the label is printed.
+    /// So are barcodes that will not scan.
     Problems warnings;
+    std::vector<PrintedBarcode> barcodes; ///< of the visible items, in their order
 };
 
 /// Renders copies of the visible items, each reduced to one ink at a time, without antialiasing; the document

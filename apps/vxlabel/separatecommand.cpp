@@ -6,6 +6,7 @@
 #include "apps/vxlabel/outputs.h"
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/texttable.h"
+#include "items/core/item.h"
 #include "label/platewriter.h"
 #include "label/proof.h"
 
@@ -48,7 +49,7 @@ Outputs outputsOf(const Separation &separation, const QString &labelPath, const 
 }
 
 /// One line for each ink: its name, and the dots, share of the page and area that it prints.
-QByteArray reportOf(const Separation &separation)
+QString platesText(const Separation &separation)
 {
     TextTable table({ Qt::AlignLeft, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight });
     for (const Plate &plate : separation.plates) {
@@ -56,7 +57,29 @@ QByteArray reportOf(const Separation &separation)
             u"%1 %"_s.arg(QString::number(plate.coverage(), 'f', 2)),
             u"%1 mm²"_s.arg(QString::number(plate.area(), 'f', 2)) });
     }
-    return table.text().toUtf8();
+    return table.text();
+}
+
+QString number(double value)
+{
+    return QString::number(value, 'g', 4);
+}
+
+/// One line for each barcode: the modules that its symbol is wide, the dots of each, and its X dimension.
+QString barcodesText(const Separation &separation, const LabelDocument &document)
+{
+    TextTable table({ Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight });
+    for (const PrintedBarcode &barcode : separation.barcodes) {
+        if (barcode.modules.isEmpty())
+            continue;
+        const QString dots = number(barcode.dots.width());
+        table.addRow({ document.items()[std::size_t(barcode.item)]->toDescriptionString(), barcode.symbology,
+            u"%1 modules"_s.arg(number(barcode.modules.width())),
+            (barcode.squareModules ? u"%1 x %2 dots each"_s.arg(dots, number(barcode.dots.height()))
+                                   : u"%1 dots each"_s.arg(dots)),
+            u"X %1 mm"_s.arg(QString::number(barcode.moduleWidth, 'f', 3)) });
+    }
+    return table.text();
 }
 
 ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
@@ -71,8 +94,8 @@ ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
     if (!separation)
         return ExitCode::BadDocument;
 
-    const bool done
-        = outputsOf(*separation, label->path, options).write() && Terminal::print(reportOf(*separation));
+    const bool done = outputsOf(*separation, label->path, options).write()
+        && Terminal::print((platesText(*separation) + barcodesText(*separation, label->document)).toUtf8());
     return done ? label->outcome : ExitCode::CannotWrite;
 }
 

@@ -7,6 +7,7 @@
 #include <QLineF>
 #include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Zint {
@@ -23,10 +24,15 @@ struct Span
     double length;
 };
 
-/// The greatest span of whole dots for each module, in the middle of the given one.
-Span onDots(const Span &span, double modules)
+/// The whole dots that there are for each module; 0 if there is less than one.
+double wholeDots(double length, double modules)
 {
-    const double dots = std::floor(span.length / modules + tolerance);
+    return std::floor(length / modules + tolerance);
+}
+
+/// The span of modules of so many dots, in the middle of the given one.
+Span onDots(const Span &span, double modules, double dots)
+{
     if (dots < 1.0)
         return span;
     const double length = dots * modules;
@@ -59,9 +65,17 @@ DotPlacement placeOnDots(
     const Span horizontal { area.left(), area.width() };
     const Span vertical { area.top(), area.height() };
     const bool lies = qFuzzyIsNull(toDots.m11()); // turned by a right angle
-    const Span along = onDots(lies ? vertical : horizontal, modules.width());
-    const Span given = lies ? horizontal : vertical;
-    const Span across = squareModules ? onDots(given, modules.height()) : given;
+    Span along = lies ? vertical : horizontal;
+    Span across = lies ? horizontal : vertical;
+    double wide = wholeDots(along.length, modules.width());
+    if (squareModules) {
+        double high = wholeDots(across.length, modules.height());
+        // Of 2.9 x 3.1 dots, a module had better stay square than become 2 x 3.
+        if (std::abs(along.length / modules.width() - across.length / modules.height()) < 1.0)
+            wide = high = std::min(wide, high);
+        across = onDots(across, modules.height(), high);
+    }
+    along = onDots(along, modules.width(), wide);
 
     const QRectF found = lies ? QRectF(across.start, along.start, across.length, along.length)
                               : QRectF(along.start, across.start, along.length, across.length);

@@ -25,9 +25,9 @@ struct DotPlacement
 };
 
 /// The greatest place in the middle of the given one in which modules begin and end with dots. Modules are
-/// those of the width; those of the height count only if they are square, since bars may have any height. A
-/// place with less than a dot for a module, or one that the transform turns by other than right angles, stays
-/// as it is.
+/// those of the width; those of the height count only if they are square, since bars may have any height.
+/// Square modules that are stretched by less than a dot are square again. A place with less than a dot for a
+/// module, or one that the transform turns by other than right angles, stays as it is.
 [[nodiscard]] DotPlacement placeOnDots(
     const SymbolGeometry &geometry, bool squareModules, const QRectF &place, const QTransform &toDots);
 

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/printedbarcodes.h"
+
+#include "items/barcode/barcodeitem.h"
+#include "label/barcodeencoding.h"
+#include "platform/zint/dotrendering.h"
+#include "platform/zint/symbologies.h"
+
+#include <QLineF>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double millimetresPerInch = 25.4;
+/// The errors of the encoder from this one on leave no symbol.
+constexpr int firstError = 5;
+/// Decoders expect square modules, and put up with less.
+constexpr double mostStretched = 1.5;
+
+PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
+{
+    const Zint::QZint barcode = BarcodeEncoding::of(item);
+    const QTransform toDots = item.sceneTransform() * QTransform::fromScale(scaling, scaling);
+    const Zint::ModuleDots modules
+        = Zint::moduleDots(barcode, item.boundingRect(), BarcodeEncoding::modeOf(item), toDots);
+    const Zint::Symbology *symbology = Zint::symbologyOf(barcode.symbol());
+    return { .symbology = symbology ? symbology->name : QString(),
+        .error = barcode.error_int(),
+        .modules = modules.modules,
+        .dots = modules.dots,
+        .squareModules = modules.squareModules,
+        .sharp = modules.sharp,
+        .moduleWidth = modules.dots.width() * millimetresPerInch / dpi };
+}
+
+QString reasonOf(int error)
+{
+    switch (error) {
+    case 5:
+        return u"the text is too long for the symbology"_s;
+    case 6:
+        return u"the text has characters that the symbology does not know"_s;
+    case 7:
+        return u"the check digit of the text is wrong"_s;
+    case 8:
+        return u"the symbology does not know its options"_s;
+    default:
+        return u"the encoder refuses it with error %1"_s.arg(error);
+    }
+}
+
+QString nameOf(const BarcodeItem &item, const PrintedBarcode &barcode)
+{
+    return barcode.symbology.isEmpty() ? item.toDescriptionString()
+                                       : u"%1 (%2)"_s.arg(item.toDescriptionString(), barcode.symbology);
+}
+
+/// The resolutions of label printers.
+double usualResolution(double least)
+{
+    constexpr std::array<double, 5> resolutions { 203.0, 300.0, 600.0, 1200.0, 2400.0 };
+    const auto found = std::ranges::find_if(resolutions, [least](double dpi) { return dpi >= least; });
+    return found == resolutions.end() ? std::ceil(least) : *found;
+}
+
+struct Side
+{
+    QString adjective;
+    double modules;
+    double dots; ///< of a module
+    QPointF end; ///< of the item's side, from its origin
+};
+
+/// A side with less than a dot for each module cannot be read.
+Problem tooSmall(const BarcodeItem &item, const Side &side, double dpi, double scaling)
+{
+    const QTransform toScene = item.sceneTransform();
+    const double length = QLineF(toScene.map(QPointF()), toScene.map(side.end)).length() * scaling / dpi;
+    const double least = std::ceil(length * millimetresPerInch / side.dots * 10.0) / 10.0;
+    return { {}, {},
+        u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6)),
+        u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(least)
+            .arg(side.adjective)
+            .arg(usualResolution(dpi / side.dots)) };
+}
+
+std::optional<Problem> problemOf(
+    const BarcodeItem &item, const PrintedBarcode &barcode, double dpi, double scaling)
+{
+    if (barcode.error >= firstError)
+        return Problem { {}, {}, reasonOf(barcode.error), u"change the text or the symbology"_s };
+    if (barcode.modules.isEmpty())
+        return Problem { {}, {}, u"there is no room for the symbol"_s, u"make it larger"_s };
+    const Side width { u"wide"_s, barcode.modules.width(), barcode.dots.width(),
+        { item.getItemWidth(), 0.0 } };
+    const Side height { u"high"_s, barcode.modules.height(), barcode.dots.height(),
+        { 0.0, item.getItemHeight() } };
+    const bool lower = barcode.squareModules && height.dots < width.dots;
+    const Side &smaller = lower ? height : width;
+    if (smaller.dots < 1.0)
+        return tooSmall(item, smaller, dpi, scaling);
+    const double ratio = width.dots / height.dots;
+    if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
+        return Problem { {}, {},
+            u"its modules are stretched to %1 x %2 dots"_s.arg(width.dots).arg(height.dots),
+            u"give it the proportions %1 to %2"_s.arg(width.modules).arg(height.modules) };
+    if (!barcode.sharp)
+        return Problem { {}, {}, u"turned as it is, its modules do not fall on whole dots"_s,
+            u"turn it by right angles"_s };
+    return {};
+}
+
+} // namespace
+
+std::vector<PrintedBarcode> PrintedBarcodes::of(const LabelDocument &document, double dpi)
+{
+    std::vector<PrintedBarcode> barcodes;
+    qsizetype index = 0;
+    for (const std::unique_ptr<Item> &item : document.items()) {
+        const auto *barcode = dynamic_cast<const BarcodeItem *>(item.get());
+        if (barcode && item->getItemIsVisible()) {
+            barcodes.push_back(printed(*barcode, dpi, dpi / document.designDpi()));
+            barcodes.back().item = index;
+        }
+        ++index;
+    }
+    return barcodes;
+}
+
+Problems PrintedBarcodes::warnings(
+    const LabelDocument &document, const std::vector<PrintedBarcode> &barcodes, double dpi)
+{
+    Problems warnings;
+    for (const PrintedBarcode &barcode : barcodes) {
+        const auto &item = dynamic_cast<const BarcodeItem &>(*document.items()[std::size_t(barcode.item)]);
+        std::optional<Problem> problem = problemOf(item, barcode, dpi, dpi / document.designDpi());
+        if (!problem)
+            continue;
+        problem->where = u"/items/%1"_s.arg(barcode.item);
+        problem->what.prepend(nameOf(item, barcode) + u": "_s);
+        warnings.append(*problem);
+    }
+    return warnings;
+}
