@@ -3,10 +3,12 @@
 
 #include "apps/vxlabel/stylenames.h"
 #include "apps/vxlabel/texttable.h"
+#include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/canonicaljson.h"
+#include "platform/zint/symbologies.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -41,6 +43,10 @@ QString penText(const Item &item)
 
 QString fillText(const Item &item)
 {
+    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item)) {
+        const QColor color = barcode->getItemFillColor();
+        return color.isValid() && color.alpha() > 0 ? u"solid "_s + StyleNames::color(color) : u"none"_s;
+    }
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);
     if (!fillable)
         return u"-"_s;
@@ -51,22 +57,34 @@ QString fillText(const Item &item)
 }
 
 /// Colour and beginning of a text on one line.
-QString textText(const Item &item)
+QString textText(const QColor &color, const QString &text)
 {
     constexpr qsizetype longest = 24;
-    const auto *text = dynamic_cast<const TextItem *>(&item);
-    if (!text)
-        return {};
-    QString letters = text->getItemText().left(4 * longest).simplified();
+    QString letters = text.left(4 * longest).simplified();
     if (letters.size() > longest)
         letters = letters.first(longest - 1) + u'…';
-    return u"%1 \"%2\""_s.arg(StyleNames::color(text->getItemTextColor()), letters);
+    return u"%1 \"%2\""_s.arg(StyleNames::color(color), letters);
+}
+
+QString symbologyName(const BarcodeItem &barcode)
+{
+    const Zint::Symbology *symbology = Zint::symbologyOf(barcode.getBarcodeSymbol());
+    return symbology ? symbology->name : u"symbology %1"_s.arg(barcode.getBarcodeSymbol());
+}
+
+QString textText(const Item &item)
+{
+    if (const auto *text = dynamic_cast<const TextItem *>(&item))
+        return textText(text->getItemTextColor(), text->getItemText());
+    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
+        return symbologyName(*barcode) + u' '
+            + textText(barcode->getItemTextColor(), barcode->getBarcodeText());
+    return {};
 }
 
 bool hasTexts(const LabelDocument &document)
 {
-    return std::ranges::any_of(
-        document.items(), [](const auto &item) { return dynamic_cast<TextItem *>(item.get()); });
+    return std::ranges::any_of(document.items(), [](const auto &item) { return !textText(*item).isEmpty(); });
 }
 
 QString pageText(const LabelDocument &document)
@@ -161,6 +179,12 @@ QJsonObject itemObject(const Item &item, int index)
     if (const auto *text = dynamic_cast<const TextItem *>(&item)) {
         object[u"text"_s] = QJsonObject { { u"color"_s, StyleNames::color(text->getItemTextColor()) },
             { u"content"_s, text->getItemText() } };
+    }
+    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item)) {
+        object[u"barcode"_s] = QJsonObject { { u"symbol"_s, barcode->getBarcodeSymbol() },
+            { u"symbology"_s, symbologyName(*barcode) },
+            { u"color"_s, StyleNames::color(barcode->getItemTextColor()) },
+            { u"content"_s, barcode->getBarcodeText() } };
     }
     return object;
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/barcodescommand.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
@@ -19,6 +20,7 @@ ExitCode run(int argc, char **argv)
     addSeparateCommand(commandLine);
     addInspectCommand(commandLine);
     addConvertCommand(commandLine);
+    addBarcodesCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 

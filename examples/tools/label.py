@@ -24,9 +24,12 @@ MITRE, BEVEL, ROUND = 0, 0x40, 0x80
 LEFT_OPEN, LEFT_FILLED, LEFT_CHEVRON, LEFT_BAR = 0x10, 0x30, 0x50, 0x80
 RIGHT_OPEN, RIGHT_FILLED, RIGHT_CHEVRON, RIGHT_BAR = 0x01, 0x03, 0x05, 0x08
 
+# Symbologies by their numbers.
+EAN, GS1_128, GS1_DATABAR, PDF417, MAXICODE, QR_CODE, DATA_MATRIX = 13, 16, 29, 55, 57, 58, 71
+
 LEADING = 1  # the edge at which a line of its script begins
 
-_LABEL_TEXT, _RICH_TEXT, _LINE = 0x10015, 0x10016, 0x1001F
+_LABEL_TEXT, _RICH_TEXT, _BARCODE, _LINE = 0x10015, 0x10016, 0x1001D, 0x1001F
 _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT = 0x107
 _CLIPS_TO_SHAPE = 0x08
 _PRINTS, _IS_GRADIENT = 0x01, 0x80
@@ -164,6 +167,13 @@ class Label:
     def rich_text(self, place, html, **own):
         """A box of x, y, width and height."""
         self._add_typed(_RICH_TEXT, place, itemHtml=html, **own)
+
+    def barcode(self, place, symbology, text, color, points=8.0, **own):
+        """place is x, y, width and height; points are those of the text that people read."""
+        units_per_point = 4 / 3
+        self._add_typed(_BARCODE, place, barcodeSymbol=symbology, barcodeText=text, itemTextColor=color,
+                        itemFontFamily="Loma",
+                        itemFontSize=round(points * self.dpi / _POINTS_PER_INCH / units_per_point), **own)
 
     def font_size(self, points):
         """A size in points on paper as one of HTML, which takes a unit for a 96th of an inch."""

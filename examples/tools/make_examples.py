@@ -5,20 +5,26 @@ import pathlib
 import sys
 
 import address_label
+import asset_tag
 import bin_label
 import calibration_sheet
 import hazard_sign
 import price_sign
+import shelf_label
+import shipping_label
 import spine_label
 import warning_sign
 import wayfinding_sign
 
 SIGNS = {
     "address-label": address_label,
+    "asset-tag": asset_tag,
     "bin-label": bin_label,
     "calibration-sheet": calibration_sheet,
     "hazard-sign": hazard_sign,
     "price-sign": price_sign,
+    "shelf-label": shelf_label,
+    "shipping-label": shipping_label,
     "spine-label": spine_label,
     "warning-sign": warning_sign,
     "wayfinding-sign": wayfinding_sign,

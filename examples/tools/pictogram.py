@@ -81,6 +81,10 @@ class Pictogram:
         """A box of rich text."""
         self.sign.rich_text((*self.point(x, y), self.dots(width), self.dots(height)), html, **own)
 
+    def barcode(self, x, y, size, symbology, text, **own):
+        """size is the width and the height in dots: those of a module times their number."""
+        self.sign.barcode((*self.point(x, y), *size), symbology, text, self.color, **own)
+
     def text(self, x, y, cell, text, bold=0.0):
         self.sign.text(*self.point(x, y), self.dots(cell), text, self.color, self.dots(bold))
 
