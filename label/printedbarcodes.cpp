@@ -108,7 +108,9 @@ std::optional<Problem> problemOf(
     if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
         return Problem { {}, {},
             u"its modules are stretched to %1 x %2 dots"_s.arg(width.dots).arg(height.dots),
-            u"give it the proportions %1 to %2"_s.arg(width.modules).arg(height.modules) };
+            width.modules == height.modules
+                ? u"make it square"_s
+                : u"give it the proportions %1 to %2"_s.arg(width.modules).arg(height.modules) };
     if (!barcode.sharp)
         return Problem { {}, {}, u"turned as it is, its modules do not fall on whole dots"_s,
             u"turn it by right angles"_s };

@@ -65,6 +65,15 @@ QString number(double value)
     return QString::number(value, 'g', 4);
 }
 
+/// "3 dots each", and "3 x 4 dots each" of square modules that are stretched.
+QString dotsText(const PrintedBarcode &barcode)
+{
+    const QString wide = number(barcode.dots.width());
+    const QString high = number(barcode.dots.height());
+    const QString dots = barcode.squareModules && wide != high ? wide + u" x "_s + high : wide;
+    return dots == u"1"_s ? u"1 dot each"_s : dots + u" dots each"_s;
+}
+
 /// One line for each barcode: the modules that its symbol is wide, the dots of each, and its X dimension.
 QString barcodesText(const Separation &separation, const LabelDocument &document)
 {
@@ -72,11 +81,8 @@ QString barcodesText(const Separation &separation, const LabelDocument &document
     for (const PrintedBarcode &barcode : separation.barcodes) {
         if (barcode.modules.isEmpty())
             continue;
-        const QString dots = number(barcode.dots.width());
         table.addRow({ document.items()[std::size_t(barcode.item)]->toDescriptionString(), barcode.symbology,
-            u"%1 modules"_s.arg(number(barcode.modules.width())),
-            (barcode.squareModules ? u"%1 x %2 dots each"_s.arg(dots, number(barcode.dots.height()))
-                                   : u"%1 dots each"_s.arg(dots)),
+            u"%1 modules"_s.arg(number(barcode.modules.width())), dotsText(barcode),
             u"X %1 mm"_s.arg(QString::number(barcode.moduleWidth, 'f', 3)) });
     }
     return table.text();

@@ -115,8 +115,8 @@ void tst_VxLabelBarcodes::reportsModules()
     const ProgramResult result = run({ u"separate"_s, u"a.vxl"_s, u"-o"_s, u"out"_s, u"--dpi=200"_s });
     QCOMPARE(result.err, QByteArray());
     const QByteArrayList lines = result.out.split('\n');
-    QCOMPARE(lines[2].simplified(), QByteArray("barcode 1 QR Code 21 modules 9 x 9 dots each X 1.143 mm"));
-    QCOMPARE(lines[3].simplified(), QByteArray("barcode 1 EAN 113 modules 1 dots each X 0.127 mm"));
+    QCOMPARE(lines[2].simplified(), QByteArray("barcode 1 QR Code 21 modules 9 dots each X 1.143 mm"));
+    QCOMPARE(lines[3].simplified(), QByteArray("barcode 1 EAN 113 modules 1 dot each X 0.127 mm"));
 }
 
 /// 21 modules in 100 dots are 4 dots each, 84 together, in the middle: from the 8th on.
@@ -152,7 +152,7 @@ void tst_VxLabelBarcodes::warnsOfWhatWillNotScan_data()
                                            "5.4 mm high or print at 203 dpi");
     QTest::newRow("stretched") << barcode(qrCode, u"B123456"_s, 100, 50)
                                << QByteArray("barcode 1 (QR Code): its modules are stretched to 4 x 2 dots; "
-                                             "give it the proportions 21 to 21");
+                                             "make it square");
     QTest::newRow("refused") << barcode(ean, u"59012341234X"_s, 100, 40)
                              << QByteArray("barcode 1 (EAN): the text has characters that the symbology does "
                                            "not know; change the text or the symbology");
