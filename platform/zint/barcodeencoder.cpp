@@ -63,7 +63,8 @@ QString QZint::encodedText() const
 
 void QZint::render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) const
 {
-    if (!canBePainted(rect))
+    // A painter of a device that could not be made has no engine to ask.
+    if (!painter.isActive() || !canBePainted(rect))
         return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
