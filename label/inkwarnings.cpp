@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/inkwarnings.h"
 
-#include "items/core/item.h"
+#include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
 #include "label/paintedcolors.h"
 #include "label/textcolors.h"
@@ -44,6 +44,8 @@ QStringList unprintable(Item &item, const LabelDocument &document)
     note(u"fill"_s, PaintedColors::fillOf(item));
     for (const QColor &color : TextColors::of(item))
         note(u"text"_s, color);
+    if (const auto *barcode = dynamic_cast<BarcodeItem *>(&item))
+        note(u"bars"_s, PaintedColors::barsOf(*barcode));
     return parts;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/paintedcolors.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
 #include "items/shapes/lineitem.h"
 #include "items/style/fillableitem.h"
@@ -41,6 +42,8 @@ QColor PaintedColors::penOf(const Item &item)
 
 QColor PaintedColors::fillOf(const Item &item)
 {
+    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
+        return painted(barcode->getItemFillColor(), true);
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);
     if (!fillable)
         return ItemColors::transparent;
@@ -54,4 +57,10 @@ bool PaintedColors::fillIsGradient(const Item &item)
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);
     return fillable && fillOf(item) != ItemColors::transparent
         && fillable->getItemBrushStyle() >= MobraTypes::BrushLinearGradient;
+}
+
+QColor PaintedColors::barsOf(const BarcodeItem &barcode)
+{
+    const QColor color = barcode.getItemTextColor();
+    return color.isValid() ? painted(color, true) : ItemColors::black;
 }

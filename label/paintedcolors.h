@@ -3,6 +3,7 @@
 
 #include <QColor>
 
+class BarcodeItem;
 class Item;
 
 /// What an item paints with, in the form in which inks are compared: eight-bit RGB, and exactly
@@ -13,6 +14,8 @@ namespace PaintedColors {
 [[nodiscard]] QColor fillOf(const Item &item);
 /// Whether the fill is painted and a gradient.
 [[nodiscard]] bool fillIsGradient(const Item &item);
+/// Of a barcode's symbol and its text.
+[[nodiscard]] QColor barsOf(const BarcodeItem &barcode);
 /// Whether the item is a line without a pen style, whose decorated ends are painted all the same.
 [[nodiscard]] bool hasEndsOnly(const Item &item);
 
