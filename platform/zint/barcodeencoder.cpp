@@ -90,7 +90,8 @@ void QZint::render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) 
 
 void QZint::paint(QPainter &painter, const QRectF &rect, AspectRatioMode mode, Edges edges) const
 {
-    if (!canBePainted(rect))
+    // A painter of a device that could not be made has no engine to ask.
+    if (!painter.isActive() || !canBePainted(rect))
         return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);

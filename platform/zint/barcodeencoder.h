@@ -123,8 +123,8 @@ public:
     [[nodiscard]] QString encodedText() const;
 
     /// Paints background, line and symbol into the rectangle, after an error the background alone, and
-    /// nothing if the rectangle is empty or has a number that is not finite. Bars have hard edges. The
-    /// painter stays as it was.
+    /// nothing if the rectangle is empty or has a number that is not finite, or if the painter is not active.
+    /// Bars have hard edges. The painter stays as it was.
     void render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) const;
 
 private:

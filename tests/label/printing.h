@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/barcode/barcodeitem.h"
 #include "items/shapes/rectangleitem.h"
 #include "label/separation.h"
 
@@ -38,7 +39,8 @@ struct Look
     unsigned short penWidth = 0;
 };
 
-/// Adds an item of any class; a line runs along the top of its place.
+/// Adds an item of any class; a line runs along the top of its place, and the bars of a barcode have the
+/// colour of the pen.
 inline Item *addItem(
     LabelDocument &document, std::unique_ptr<Item> item, const QRectF &place, const Look &look)
 {
@@ -51,6 +53,10 @@ inline Item *addItem(
     if (auto *fillable = dynamic_cast<FillableItem *>(item.get())) {
         fillable->setItemFillColor(look.fill);
         fillable->setItemBrushStyle(look.style);
+    }
+    if (auto *barcode = dynamic_cast<BarcodeItem *>(item.get())) {
+        barcode->setItemFillColor(look.fill);
+        barcode->setItemTextColor(look.pen);
     }
     return document.addItem(std::move(item));
 }

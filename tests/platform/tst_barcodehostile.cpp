@@ -2,6 +2,7 @@
 #include "tests/support/answeredbarcode.h"
 #include "tests/support/barcodes.h"
 #include "tests/support/barcodesamples.h"
+#include "tests/support/encodercalls.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void everyTextIsAnswered();
     void randomValuesAreAnswered();
     void megabytesAreRefusedAtOnce();
+    void idlePainterIsLeftAlone();
 };
 
 void tst_BarcodeHostile::everySymbolNumberIsAnswered()
@@ -157,6 +159,20 @@ void tst_BarcodeHostile::megabytesAreRefusedAtOnce()
         QCOMPARE(code.error_int(), 5);
     }
     QVERIFY(std::clock() - start < CLOCKS_PER_SEC);
+}
+
+// Nor does it warn, or encode.
+void tst_BarcodeHostile::idlePainterIsLeftAlone()
+{
+    QZint code;
+    code.setSymbol(58);
+    code.setText(u"B123456"_s);
+    code.setBgColor(Qt::yellow);
+    QPainter painter;
+    const int before = EncoderCalls::encodings();
+    code.render(painter, QRectF(0, 0, 40, 30), QZint::IgnoreAspectRatio);
+    QCOMPARE(EncoderCalls::encodings(), before);
+    QVERIFY(!painter.isActive());
 }
 
 QTEST_MAIN(tst_BarcodeHostile)
