@@ -129,11 +129,17 @@ bool SafeTextDocument::canBeLaidOut() const
 
 double SafeTextDocument::greatestUsedFont() const
 {
-    double greatest = pixelsOf(defaultFont());
+    const double usual = pixelsOf(defaultFont());
+    double greatest = 0.0;
+    const auto note = [&](const QTextCharFormat &format) {
+        const double size = pixelsOf(format);
+        greatest = std::max(greatest, size > 0.0 ? size : usual);
+    };
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
-        greatest = std::max(greatest, pixelsOf(block.charFormat()));
+        if (block.length() == 1) // without letters
+            note(block.charFormat());
         for (auto it = block.begin(); !it.atEnd(); ++it)
-            greatest = std::max(greatest, pixelsOf(it.fragment().charFormat()));
+            note(it.fragment().charFormat());
     }
     return greatest;
 }

@@ -15,9 +15,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Twice the promise of two seconds, for slower machines and the sanitizers.
+#ifdef __SANITIZE_ADDRESS__
+constexpr double mostSeconds = 20.0;
+constexpr long mostMebibytes = 4'096; // shadow memory, and freed blocks that stay reserved
+#else
+/// Twice the promise of two seconds, for slower machines.
 constexpr double mostSeconds = 4.0;
 constexpr long mostMebibytes = 512;
+#endif
 
 double processorSeconds()
 {
