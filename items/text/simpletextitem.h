@@ -150,6 +150,7 @@ private:
     void releaseSize();
     void changeFont(const QFont &font);
     void refit();
+    void fitSides(const QSizeF &natural);
     void noteFit();
     /// What a record holds, without laying it out.
     void loadText(QDataStream &stream, unsigned int version);
