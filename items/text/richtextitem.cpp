@@ -54,6 +54,12 @@ QTextCharFormat charFormatOf(const QFont &font)
     return format;
 }
 
+/// HTML knows the right side only as such; to Qt it is the left side of texts that run from right to left.
+Qt::Alignment asInHtml(Qt::Alignment alignment)
+{
+    return alignment & Qt::AlignRight ? alignment | Qt::AlignAbsolute : alignment & ~Qt::AlignAbsolute;
+}
+
 /// Where an attribute with a point size begins and ends in HTML that Qt has written.
 const QRegularExpression &styleAttribute()
 {
@@ -198,7 +204,9 @@ void RichTextItem::useEmptyFormats()
     QTextCursor cursor(document());
     // Undoing what has emptied the box undoes this too.
     cursor.joinPreviousEditBlock();
-    cursor.setBlockFormat(m_emptyBlockFormat);
+    QTextBlockFormat block = m_emptyBlockFormat;
+    block.setAlignment(asInHtml(block.alignment()));
+    cursor.setBlockFormat(block);
     cursor.setBlockCharFormat(m_emptyCharFormat);
     cursor.endEditBlock();
     cursor.setCharFormat(m_emptyCharFormat);
@@ -211,6 +219,7 @@ void RichTextItem::takeEmptyFormats()
 {
     const QTextCursor cursor(document());
     m_emptyBlockFormat = cursor.blockFormat();
+    m_emptyBlockFormat.setAlignment(m_emptyBlockFormat.alignment() & ~Qt::AlignAbsolute);
     m_emptyCharFormat = cursor.blockCharFormat();
 }
 
@@ -309,7 +318,6 @@ void RichTextItem::mergeEmptyFormat(const QTextCharFormat &format)
     cursor.mergeCharFormat(format);
     setTextCursor(cursor);
     m_emptyCharFormat.merge(format);
-    setFont(m_emptyCharFormat.font());
     if (m_documentIsEmpty)
         useEmptyFormats();
 }
@@ -346,9 +354,19 @@ void RichTextItem::setItemFontSize(int size)
     mergeFormat(format);
 }
 
+QTextCursor RichTextItem::toldText() const
+{
+    return isInEditing() ? textCursor() : QTextCursor(document());
+}
+
+QTextCharFormat RichTextItem::toldFormat() const
+{
+    return m_documentIsEmpty ? m_emptyCharFormat : toldText().charFormat();
+}
+
 QString RichTextItem::getItemFontFamily() const
 {
-    return textCursor().charFormat().font().family();
+    return toldFormat().font().family();
 }
 
 void RichTextItem::setItemFontFamily(const QString &family)
@@ -360,7 +378,7 @@ void RichTextItem::setItemFontFamily(const QString &family)
 
 bool RichTextItem::getItemBold() const
 {
-    return textCursor().charFormat().font().bold();
+    return toldFormat().font().bold();
 }
 
 void RichTextItem::setItemBold(bool bold)
@@ -372,7 +390,7 @@ void RichTextItem::setItemBold(bool bold)
 
 bool RichTextItem::getItemItalic() const
 {
-    return textCursor().charFormat().fontItalic();
+    return toldFormat().fontItalic();
 }
 
 void RichTextItem::setItemItalic(bool italic)
@@ -384,7 +402,7 @@ void RichTextItem::setItemItalic(bool italic)
 
 bool RichTextItem::getItemUnderline() const
 {
-    return textCursor().charFormat().fontUnderline();
+    return toldFormat().fontUnderline();
 }
 
 void RichTextItem::setItemUnderline(bool underline)
@@ -396,19 +414,21 @@ void RichTextItem::setItemUnderline(bool underline)
 
 Qt::Alignment RichTextItem::getItemAlignment() const
 {
-    return textCursor().blockFormat().alignment();
+    const QTextBlockFormat format = m_documentIsEmpty ? m_emptyBlockFormat : toldText().blockFormat();
+    return format.alignment() & ~Qt::AlignAbsolute;
 }
 
 void RichTextItem::setItemAlignment(Qt::Alignment alignment)
 {
-    QTextBlockFormat format;
-    format.setAlignment(alignment);
     if (!selectionIsMeant())
         m_emptyBlockFormat.setAlignment(alignment);
-    if (m_documentIsEmpty)
+    if (m_documentIsEmpty) {
         useEmptyFormats();
-    else
+    } else {
+        QTextBlockFormat format;
+        format.setAlignment(asInHtml(alignment));
         meantText().mergeBlockFormat(format);
+    }
     updateTextOnPropertyChanges(-1, -1, -1);
 }
 
@@ -721,6 +741,7 @@ void RichTextItem::loadEmptyFormats(QDataStream &stream)
     font.setItalic(italic);
     font.setUnderline(underline);
     m_emptyCharFormat.setFont(font, QTextCharFormat::FontPropertiesAll);
+    m_emptyCharFormat.setForeground(getItemTextColor());
     m_emptyBlockFormat.setAlignment(Qt::Alignment::fromInt(alignment));
 }
 

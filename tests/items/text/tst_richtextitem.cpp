@@ -230,8 +230,8 @@ void tst_RichTextItem::alignmentOfTheWholeText()
     item.setItemText(u"a\nb"_s);
     item.setItemAlignment(Qt::AlignRight);
     QCOMPARE(item.getItemAlignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
     QCOMPARE(item.getEmptyAlignment(), int(Qt::AlignRight));
 }
 
@@ -427,11 +427,11 @@ void tst_RichTextItem::dataKeepTheAlignment()
     item.setItemText(u"a"_s);
     item.setItemAlignment(Qt::AlignRight);
     item.setItemData(u"b\nc"_s);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
     item.setItemData(marker + u"<p>d</p><p align=center>e</p>"_s);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
 }
 
 void tst_RichTextItem::markedDataAreHtml()
