@@ -160,6 +160,7 @@ private:
     QSizeF naturalSize();
     /// The size before stretching, by which an outline of so many units was stretched too.
     QSizeF unscaledSize(double outline) const;
+    bool isNaturalWidth(double stored, double natural) const;
     void restoreTextWidth();
     void useFont(const QFont &font);
     void restoreFontSize();
