@@ -27,10 +27,20 @@ void applyOldWeight(QFont &font, int stored)
 }
 
 /// Where an attribute with a point size begins and ends in HTML that Qt has written.
-const QRegularExpression &styleAttribute()
+const QString styleAttribute = u"tyle=\"(.*);\">"_s;
+
+/// Finds the same as the pattern "begin(.*)end" does with inverted greediness. Where a line holds no more
+/// ends, the expression goes on behind the line: from every further beginning it would search the line anew.
+QRegularExpression searchingLinesOnce(const QString &begin, const QString &end)
 {
-    static const QRegularExpression expression(u"tyle=\"(.*);\">"_s);
-    return expression;
+    return QRegularExpression(
+        begin + u"(?:(.*)"_s + end + u"|.*?(*SKIP)(*FAIL))"_s, QRegularExpression::InvertedGreedinessOption);
+}
+
+bool canBeRewritten(const QString &html)
+{
+    const qsizetype sizes = html.count("font-size:"_L1);
+    return sizes <= Limits::MaxHtmlRewrites && sizes * html.size() <= Limits::MaxHtmlRewriteWork;
 }
 
 } // namespace
@@ -38,10 +48,10 @@ const QRegularExpression &styleAttribute()
 void RichTextItem::scaleHtmlFont(QString &html, const QRegularExpression &re, double factor)
 {
     // Of the first call, whatever later ones pass.
-    static QRegularExpression outer = re;
+    static QRegularExpression outer
+        = re.pattern() == styleAttribute ? searchingLinesOnce(u"tyle=\""_s, u";\">"_s) : re;
     outer.setPatternOptions(QRegularExpression::InvertedGreedinessOption);
-    static const QRegularExpression inner(
-        u"font-size:(.*)pt;"_s, QRegularExpression::InvertedGreedinessOption);
+    static const QRegularExpression inner = searchingLinesOnce(u"font-size:"_s, u"pt;"_s);
     QList<std::pair<QString, QString>> replacements;
     for (const QRegularExpressionMatch &style : outer.globalMatch(html)) {
         const QString whole = style.captured();
@@ -61,10 +71,10 @@ void RichTextItem::scaleHtmlFont(QString &html, const QRegularExpression &re, do
 
 void RichTextItem::setScaledHtml(QString html, double storedFactor)
 {
-    const bool scalable = HtmlGuard::accepts(html) && html.count("font-size:"_L1) <= Limits::MaxHtmlRewrites
-        && std::isfinite(storedFactor) && storedFactor > Limits::MinDivisor;
+    const bool scalable = HtmlGuard::accepts(html) && canBeRewritten(html) && std::isfinite(storedFactor)
+        && storedFactor > Limits::MinDivisor;
     if (scalable)
-        scaleHtmlFont(html, styleAttribute(), storedFactor / s_lastScreenFactor);
+        scaleHtmlFont(html, QRegularExpression(styleAttribute), storedFactor / s_lastScreenFactor);
     setItemHtml(html);
 }
 

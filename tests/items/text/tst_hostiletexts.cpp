@@ -72,6 +72,8 @@ private Q_SLOTS:
 
     void acceptedHtmlIsShownInTime_data();
     void acceptedHtmlIsShownInTime();
+    void sizesAreConvertedInTime_data();
+    void sizesAreConvertedInTime();
     void plainTextIsShownInTime_data();
     void plainTextIsShownInTime();
     void textBeyondTheLayoutIsKept();
@@ -120,6 +122,28 @@ void tst_HostileTexts::acceptedHtmlIsShownInTime()
     const double seconds = processorSeconds() - start;
     QVERIFY2(seconds < mostSeconds, qPrintable(QString::number(seconds)));
     QVERIFY2(mebibytes() < mostMebibytes, qPrintable(QString::number(mebibytes())));
+}
+
+void tst_HostileTexts::sizesAreConvertedInTime_data()
+{
+    QTest::addColumn<QString>("html");
+    const QString style = u"<p style=\"margin-left:%1px; font-size:10pt;\">"_s;
+    // The filling ends like each style that is sought in it.
+    QTest::newRow("few styles in a long text") << numbered(100, style) + u">"_s.repeated(3'990'000);
+    QTest::newRow("many styles in a long text") << numbered(2'000, style) + u">"_s.repeated(3'880'000);
+    QTest::newRow("many styles in a short text") << numbered(2'000, style) + u">"_s.repeated(90'000);
+    QTest::newRow("one style, again and again") << style.repeated(1'900) + u">"_s.repeated(3'880'000);
+}
+
+void tst_HostileTexts::sizesAreConvertedInTime()
+{
+    QFETCH(const QString, html);
+    QVERIFY(HtmlGuard::accepts(html));
+    const double start = processorSeconds();
+    RichTextItem item;
+    item.setScaledHtml(html, item.getScreenDpi() * 2.0);
+    const double seconds = processorSeconds() - start;
+    QVERIFY2(seconds < mostSeconds, qPrintable(QString::number(seconds)));
 }
 
 void tst_HostileTexts::plainTextIsShownInTime_data()

@@ -512,6 +512,13 @@ void tst_RichTextItem::htmlWithTooManySizesIsNotRewritten()
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 20.0) < 0.01);
     item.setScaledHtml(span.repeated(2001), 2.0 * screenFactor());
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 10.0) < 0.01);
+
+    // Fewer sizes in a longer text, which is searched for each of them.
+    const QString longText = span.repeated(200).leftJustified(2'000'000, u'x');
+    item.setScaledHtml(longText, 2.0 * screenFactor());
+    QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 20.0) < 0.01);
+    item.setScaledHtml(longText + u'x', 2.0 * screenFactor());
+    QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 10.0) < 0.01);
 }
 
 void tst_RichTextItem::cursorIsCopied()
