@@ -142,6 +142,7 @@ private:
     void noteWhetherEmpty();
     void showData(const QString &text, bool marked);
     void loadHtml(QDataStream &stream, unsigned int version);
+    void noteLoadedAsEmpty();
     void loadEmptyFormats(QDataStream &stream);
     void updateTextHeight();
 

@@ -91,7 +91,8 @@ Item *RichTextItem::createItemCopy()
     copy->setFramePads(getFramePads());
     {
         const LayoutPause pause(*copy->document());
-        copy->setItemHtml(toHtml());
+        if (!m_documentIsEmpty)
+            copy->setItemHtml(toHtml());
         copy->setFont(font());
         if (m_documentIsEmpty)
             copy->useEmptyFormats();
@@ -150,12 +151,21 @@ void RichTextItem::loadHtml(QDataStream &stream, unsigned int version)
     Record::read(stream, std::tie(m_documentIsEmpty));
     if (m_documentIsEmpty) {
         setItemHtml(html);
-        m_documentIsEmpty = document()->isEmpty(); // a text wins
+        noteLoadedAsEmpty();
         return;
     }
     double factor;
     Record::read(stream, std::tie(factor));
     setScaledHtml(html, factor);
+}
+
+void RichTextItem::noteLoadedAsEmpty()
+{
+    // A text wins; but of an empty paragraph whose style Qt cannot read, such as one with an odd name of a
+    // font, it makes a line break.
+    m_documentIsEmpty = toPlainText().trimmed().isEmpty();
+    if (m_documentIsEmpty)
+        document()->clear();
 }
 
 void RichTextItem::loadEmptyFormats(QDataStream &stream)
@@ -186,10 +196,14 @@ void RichTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int version
     TextItem::loadItemFromJSON(map, version);
     const QString html = map.value(u"itemHtml"_s).toString();
     const double factor = map.value(u"screenDpi"_s).toDouble();
-    // Again: the text colour came behind it, and has taken the place of all colours.
-    if (!map.value(u"documentIsEmpty"_s).toBool() && map.contains(u"itemHtml"_s))
-        setScaledHtml(html, factor > 0.0 ? factor : s_lastScreenFactor);
-    m_documentIsEmpty = document()->isEmpty();
+    if (map.value(u"documentIsEmpty"_s).toBool()) {
+        noteLoadedAsEmpty();
+    } else {
+        // Again: the text colour came behind it, and has taken the place of all colours.
+        if (map.contains(u"itemHtml"_s))
+            setScaledHtml(html, factor > 0.0 ? factor : s_lastScreenFactor);
+        m_documentIsEmpty = document()->isEmpty();
+    }
     if (m_documentIsEmpty)
         useEmptyFormats();
     layOut();
