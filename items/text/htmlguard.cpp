@@ -48,6 +48,7 @@ struct Tag
 {
     QString name;
     int columns = 1;
+    int rows = 1;
     bool closes = false;
     bool empty = false;
     qsizetype end = 0;
@@ -179,8 +180,15 @@ private:
             skipSpace();
             const QString value = word();
             if (key == "colspan"_L1)
-                tag.columns = std::max(tag.columns, std::min(value.toInt(), Limits::MaxHtmlCells + 1));
+                widen(tag.columns, value);
+            else if (key == "rowspan"_L1)
+                widen(tag.rows, value);
         }
+    }
+
+    static void widen(int &span, const QString &value)
+    {
+        span = std::max(span, std::min(value.toInt(), Limits::MaxHtmlCells + 1));
     }
 
     QStringView m_html;
@@ -219,7 +227,7 @@ public:
         if (!tag.closes && tag.name == "tr"_L1)
             m_inRow = true;
         if (!tag.closes && (tag.name == "td"_L1 || tag.name == "th"_L1))
-            addCell(tag.columns);
+            addCell(tag);
         if (!tag.closes && tag.name == "li"_L1)
             ++m_listItems;
         return m_open.size() <= Limits::MaxHtmlDepth
@@ -239,14 +247,16 @@ private:
     void open(const QString &name)
     {
         m_open.append(name);
-        if (name == "table"_L1)
-            m_inRow = false;
+        if (name != "table"_L1)
+            return;
+        m_rowsAround.append(m_inRow);
+        m_inRow = false;
     }
 
-    /// Qt does not reliably end a table whose cell is in no row.
-    void addCell(int columns)
+    /// For a cell in no row Qt begins a table, which it does not reliably end.
+    void addCell(const Tag &cell)
     {
-        m_cells += columns;
+        m_cells += qint64(cell.columns) * cell.rows;
         if (!m_inRow)
             ++m_unendingTables;
         m_inRow = true;
@@ -255,21 +265,27 @@ private:
     /// An end without a beginning ends nothing, and what is around a table does not end within it.
     void close(const QString &name)
     {
+        if (name == "tr"_L1)
+            m_inRow = false;
         if (m_strayed && name == "table"_L1)
             return;
         const qsizetype opened = m_open.lastIndexOf(name);
-        if (opened >= 0 && opened >= m_open.lastIndexOf(u"table"_s))
-            m_open.resize(opened);
+        if (opened < 0 || opened < m_open.lastIndexOf(u"table"_s))
+            return;
+        m_open.resize(opened);
+        if (name == "table"_L1)
+            m_inRow = m_rowsAround.takeLast();
     }
 
     QStringList m_open;
-    bool m_inRow = true;
+    QList<bool> m_rowsAround;
+    bool m_inRow = false;
     bool m_strayed = false;
     int m_unendingTables = 0;
     int m_tags = 0;
     int m_inlineTags = 0;
     int m_pictures = 0;
-    int m_cells = 0;
+    qint64 m_cells = 0;
     int m_listItems = 0;
 };
 

@@ -93,6 +93,7 @@ void tst_HostileTexts::acceptedHtmlIsShownInTime_data()
     QTest::newRow("cells") << u"<table>"_s + (u"<tr>"_s + u"<td>a"_s.repeated(100)).repeated(200)
             + u"</table>"_s;
     QTest::newRow("rows") << u"<table>"_s + u"<tr><td>a"_s.repeated(19'000);
+    QTest::newRow("high cells") << u"<table>"_s + u"<tr><td rowspan=223>a"_s.repeated(224);
     QTest::newRow("tables") << u"<table><tr><td>a</table>"_s.repeated(9'000);
     QTest::newRow("nested tables") << nested(8, u"a"_s).repeated(400);
     QTest::newRow("cells in nested tables")
