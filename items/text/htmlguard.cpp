@@ -265,7 +265,7 @@ private:
     /// An end without a beginning ends nothing, and what is around a table does not end within it.
     void close(const QString &name)
     {
-        if (name == "tr"_L1)
+        if (name == "tr"_L1 || name == "table"_L1)
             m_inRow = false;
         if (m_strayed && name == "table"_L1)
             return;

@@ -264,6 +264,7 @@ void tst_HtmlGuard::hiddenTablesAreFound_data()
     QTest::newRow("closing tag in a value") << nestedTables(9, u"<table a=\"</table>\">"_s);
     QTest::newRow("cells in no row") << u"</table></p><table><td>"_s.repeated(9) + u'x';
     QTest::newRow("cells after the row") << u"<td></tr><ul>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after the table") << u"<table>"_s + u"<td></table>"_s.repeated(9) + u'x';
     QTest::newRow("closing tag in a comment") << nestedTables(9, u"<table><!--</table>-->"_s);
 }
 
