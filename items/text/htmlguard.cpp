@@ -220,12 +220,13 @@ public:
             || m_pictures > Limits::MaxHtmlPictures)
             return false;
         noteStray(tag);
+        noteParagraph(tag);
         if (tag.closes)
             close(tag.name);
         else if (!endsByItself(tag.name) && !tag.empty)
             open(tag.name);
         if (!tag.closes && tag.name == "tr"_L1)
-            m_inRow = true;
+            beginRow();
         if (!tag.closes && (tag.name == "td"_L1 || tag.name == "th"_L1))
             addCell(tag);
         if (!tag.closes && tag.name == "li"_L1)
@@ -244,6 +245,24 @@ private:
         m_strayed = m_strayed || (ofTable && !m_open.contains(u"table"_s));
     }
 
+    /// The end of a paragraph that did not begin in the cell ends the row as well; between cells, any block
+    /// ends a paragraph.
+    void noteParagraph(const Tag &tag)
+    {
+        const bool paragraph = tag.name == "p"_L1;
+        const bool cell = tag.name == "td"_L1 || tag.name == "th"_L1;
+        const bool ends = paragraph && tag.closes && !m_inParagraph;
+        const bool between = !m_inCell && !tag.closes && !cell && tag.name != "tr"_L1 && makesBlock(tag.name);
+        if (ends || between)
+            m_inRow = false;
+        if (cell)
+            m_inCell = !tag.closes;
+        if (paragraph)
+            m_inParagraph = !tag.closes;
+        else if (cell)
+            m_inParagraph = false;
+    }
+
     void open(const QString &name)
     {
         m_open.append(name);
@@ -257,9 +276,16 @@ private:
     void addCell(const Tag &cell)
     {
         m_cells += qint64(cell.columns) * cell.rows;
-        if (!m_inRow)
-            ++m_unendingTables;
+        if (m_inRow)
+            return;
+        ++m_unendingTables;
+        beginRow();
+    }
+
+    void beginRow()
+    {
         m_inRow = true;
+        m_rowBegin = m_open.size();
     }
 
     /// An end without a beginning ends nothing, and what is around a table does not end within it.
@@ -270,6 +296,7 @@ private:
         if (m_strayed && name == "table"_L1)
             return;
         const qsizetype opened = m_open.lastIndexOf(name);
+        m_inRow = m_inRow && (opened < 0 || opened >= m_rowBegin);
         if (opened < 0 || opened < m_open.lastIndexOf(u"table"_s))
             return;
         m_open.resize(opened);
@@ -280,6 +307,9 @@ private:
     QStringList m_open;
     QList<bool> m_rowsAround;
     bool m_inRow = false;
+    qsizetype m_rowBegin = 0;
+    bool m_inParagraph = false;
+    bool m_inCell = false;
     bool m_strayed = false;
     int m_unendingTables = 0;
     int m_tags = 0;

@@ -77,6 +77,7 @@ private Q_SLOTS:
     void plainTextIsShownInTime_data();
     void plainTextIsShownInTime();
     void textBeyondTheLayoutIsKept();
+    void hiddenTablesAreNotLaidOut();
     void refusedHtmlLeavesTheItemUsable();
 };
 
@@ -193,6 +194,22 @@ void tst_HostileTexts::textBeyondTheLayoutIsKept()
     box.setItemFontSize(10);
     QVERIFY(box.document()->isLayoutEnabled());
     QCOMPARE(box.getItemText().size(), 100'000);
+}
+
+// For 32 tables in one another, Qt's layout would take days.
+void tst_HostileTexts::hiddenTablesAreNotLaidOut()
+{
+    const QString html = u"<table>"_s + u"<table><!<p></td>-<br></table<tr><td>"_s.repeated(32) + u"deep"_s;
+    QVERIFY(HtmlGuard::accepts(html));
+    const double start = processorSeconds();
+    RichTextItem item;
+    item.setItemHtml(html);
+    paint(item);
+    QVERIFY(processorSeconds() - start < mostSeconds);
+    QVERIFY(item.getItemText().contains(u"deep"_s));
+    QVERIFY(!item.document()->isLayoutEnabled());
+    item.setItemHtml(nested(8, u"a"_s));
+    QVERIFY(item.document()->isLayoutEnabled());
 }
 
 void tst_HostileTexts::refusedHtmlLeavesTheItemUsable()

@@ -265,6 +265,12 @@ void tst_HtmlGuard::hiddenTablesAreFound_data()
     QTest::newRow("cells in no row") << u"</table></p><table><td>"_s.repeated(9) + u'x';
     QTest::newRow("cells after the row") << u"<td></tr><ul>"_s.repeated(9) + u'x';
     QTest::newRow("cells after the table") << u"<table>"_s + u"<td></table>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after a paragraph around the row")
+        << u"<table>"_s + u"</p><p><td>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after an element around the row")
+        << u"<table>"_s + u"</i><i><td>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after a paragraph between them")
+        << u"<table>"_s + u"</td><p><td>"_s.repeated(9) + u'x';
     QTest::newRow("closing tag in a comment") << nestedTables(9, u"<table><!--</table>-->"_s);
 }
 
