@@ -567,9 +567,11 @@ void RichTextItem::textPaste()
     const QString html = data ? data->html() : QString();
     const QString text = clipboardText();
     if (!html.isEmpty() && HtmlGuard::accepts(html)) {
-        QTextCursor cursor = textCursor();
-        cursor.insertHtml(html);
-        setTextCursor(cursor);
+        changeText([&] {
+            QTextCursor cursor = textCursor();
+            cursor.insertHtml(html);
+            setTextCursor(cursor);
+        });
     } else if (!text.isEmpty()) {
         replaceSelection(text);
     }

@@ -3,6 +3,9 @@
 #include "items/text/richtextitem.h"
 #include "items/text/simpletextitem.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QStyleOptionGraphicsItem>
@@ -59,6 +62,12 @@ QString numbered(int count, const QString &pattern)
     return html;
 }
 
+/// Of 32 tables in one another, by which Qt's layout would take days.
+QString hiddenTables()
+{
+    return u"<table>"_s + u"<table><!<p></td>-<br></table<tr><td>"_s.repeated(32) + u"deep"_s;
+}
+
 } // namespace
 
 /// Texts that are hard to lay out, as hard as they may be.
@@ -78,6 +87,7 @@ private Q_SLOTS:
     void plainTextIsShownInTime();
     void textBeyondTheLayoutIsKept();
     void hiddenTablesAreNotLaidOut();
+    void pastedHiddenTablesAreNotLaidOut();
     void refusedHtmlLeavesTheItemUsable();
 };
 
@@ -196,20 +206,34 @@ void tst_HostileTexts::textBeyondTheLayoutIsKept()
     QCOMPARE(box.getItemText().size(), 100'000);
 }
 
-// For 32 tables in one another, Qt's layout would take days.
 void tst_HostileTexts::hiddenTablesAreNotLaidOut()
 {
-    const QString html = u"<table>"_s + u"<table><!<p></td>-<br></table<tr><td>"_s.repeated(32) + u"deep"_s;
-    QVERIFY(HtmlGuard::accepts(html));
+    QVERIFY(HtmlGuard::accepts(hiddenTables()));
     const double start = processorSeconds();
     RichTextItem item;
-    item.setItemHtml(html);
+    item.setItemHtml(hiddenTables());
     paint(item);
     QVERIFY(processorSeconds() - start < mostSeconds);
     QVERIFY(item.getItemText().contains(u"deep"_s));
     QVERIFY(!item.document()->isLayoutEnabled());
     item.setItemHtml(nested(8, u"a"_s));
     QVERIFY(item.document()->isLayoutEnabled());
+}
+
+void tst_HostileTexts::pastedHiddenTablesAreNotLaidOut()
+{
+    auto *data = new QMimeData;
+    data->setHtml(hiddenTables());
+    QGuiApplication::clipboard()->setMimeData(data);
+    RichTextItem item;
+    item.setItemText(u"before"_s);
+    item.startEdit(6);
+    const double start = processorSeconds();
+    item.textPaste();
+    paint(item);
+    QVERIFY(processorSeconds() - start < mostSeconds);
+    QVERIFY(item.getItemText().startsWith(u"before"_s) && item.getItemText().contains(u"deep"_s));
+    QVERIFY(!item.document()->isLayoutEnabled());
 }
 
 void tst_HostileTexts::refusedHtmlLeavesTheItemUsable()
