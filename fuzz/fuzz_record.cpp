@@ -38,6 +38,13 @@ QByteArray saved(Item &item, const Form &form)
     return record;
 }
 
+QByteArray savedAgain(std::uint8_t choice, const QByteArray &record, const Form &form)
+{
+    const std::unique_ptr<Item> item = Fuzz::itemOf(choice);
+    load(*item, record, currentVersion, form);
+    return saved(*item, form);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -60,8 +67,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Fuzz::paint(*copy);
     Fuzz::require(!saved(*copy, form).isEmpty());
 
-    const std::unique_ptr<Item> again = Fuzz::itemOf(data[0]);
-    load(*again, first, currentVersion, form);
-    Fuzz::require(saved(*again, form) == first);
+    // A text keeps the weight of an older record only until that is saved in today's scale and read again.
+    const QByteArray second = savedAgain(data[0], first, form);
+    Fuzz::require(savedAgain(data[0], second, form) == second);
     return 0;
 }

@@ -34,7 +34,10 @@ inline constexpr int MaxHtmlCells = 50'000;
 inline constexpr int MaxHtmlListItems = 3'000;
 inline constexpr int MaxHtmlFloats = 100;
 inline constexpr int MaxHtmlFontSizes = 300;
+/// Font sizes that are converted for another screen, and those times the characters among which each is
+/// sought.
 inline constexpr qsizetype MaxHtmlRewrites = 2'000;
+inline constexpr qint64 MaxHtmlRewriteWork = 400'000'000;
 inline constexpr int MaxCombiningMarks = 64;
 /// The largest scale at which text is drawn, and the largest ratio of its widest to its narrowest direction.
 inline constexpr double MaxTextScale = 1e6;

@@ -48,6 +48,7 @@ struct Tag
 {
     QString name;
     int columns = 1;
+    int rows = 1;
     bool closes = false;
     bool empty = false;
     qsizetype end = 0;
@@ -179,8 +180,15 @@ private:
             skipSpace();
             const QString value = word();
             if (key == "colspan"_L1)
-                tag.columns = std::max(tag.columns, std::min(value.toInt(), Limits::MaxHtmlCells + 1));
+                widen(tag.columns, value);
+            else if (key == "rowspan"_L1)
+                widen(tag.rows, value);
         }
+    }
+
+    static void widen(int &span, const QString &value)
+    {
+        span = std::max(span, std::min(value.toInt(), Limits::MaxHtmlCells + 1));
     }
 
     QStringView m_html;
@@ -212,14 +220,15 @@ public:
             || m_pictures > Limits::MaxHtmlPictures)
             return false;
         noteStray(tag);
+        noteParagraph(tag);
         if (tag.closes)
             close(tag.name);
         else if (!endsByItself(tag.name) && !tag.empty)
             open(tag.name);
         if (!tag.closes && tag.name == "tr"_L1)
-            m_inRow = true;
+            beginRow();
         if (!tag.closes && (tag.name == "td"_L1 || tag.name == "th"_L1))
-            addCell(tag.columns);
+            addCell(tag);
         if (!tag.closes && tag.name == "li"_L1)
             ++m_listItems;
         return m_open.size() <= Limits::MaxHtmlDepth
@@ -236,40 +245,77 @@ private:
         m_strayed = m_strayed || (ofTable && !m_open.contains(u"table"_s));
     }
 
+    /// The end of a paragraph that did not begin in the cell ends the row as well; between cells, any block
+    /// ends a paragraph.
+    void noteParagraph(const Tag &tag)
+    {
+        const bool paragraph = tag.name == "p"_L1;
+        const bool cell = tag.name == "td"_L1 || tag.name == "th"_L1;
+        const bool ends = paragraph && tag.closes && !m_inParagraph;
+        const bool between = !m_inCell && !tag.closes && !cell && tag.name != "tr"_L1 && makesBlock(tag.name);
+        if (ends || between)
+            m_inRow = false;
+        if (cell)
+            m_inCell = !tag.closes;
+        if (paragraph)
+            m_inParagraph = !tag.closes;
+        else if (cell)
+            m_inParagraph = false;
+    }
+
     void open(const QString &name)
     {
         m_open.append(name);
-        if (name == "table"_L1)
-            m_inRow = false;
+        if (name != "table"_L1)
+            return;
+        m_rowsAround.append(m_inRow);
+        m_inRow = false;
     }
 
-    /// Qt does not reliably end a table whose cell is in no row.
-    void addCell(int columns)
+    /// For a cell in no row Qt begins a table, which it does not reliably end.
+    void addCell(const Tag &cell)
     {
-        m_cells += columns;
-        if (!m_inRow)
-            ++m_unendingTables;
+        m_cells += qint64(cell.columns) * cell.rows;
+        if (m_inRow)
+            return;
+        ++m_unendingTables;
+        beginRow();
+    }
+
+    void beginRow()
+    {
         m_inRow = true;
+        m_rowBegin = m_open.size();
     }
 
     /// An end without a beginning ends nothing, and what is around a table does not end within it.
     void close(const QString &name)
     {
+        if (name == "tr"_L1 || name == "table"_L1)
+            m_inRow = false;
         if (m_strayed && name == "table"_L1)
             return;
         const qsizetype opened = m_open.lastIndexOf(name);
-        if (opened >= 0 && opened >= m_open.lastIndexOf(u"table"_s))
-            m_open.resize(opened);
+        m_inRow = m_inRow && (opened < 0 || opened >= m_rowBegin);
+        if (opened < 0 || opened < m_open.lastIndexOf(u"table"_s))
+            return;
+        m_open.resize(opened);
+        if (name == "table"_L1)
+            m_inRow = m_rowsAround.takeLast();
     }
 
     QStringList m_open;
-    bool m_inRow = true;
+    QList<bool> m_rowsAround;
+    bool m_inRow = false;
+    qsizetype m_rowBegin = 0;
+    bool m_inParagraph = false;
+    bool m_inCell = false;
     bool m_strayed = false;
     int m_unendingTables = 0;
     int m_tags = 0;
     int m_inlineTags = 0;
     int m_pictures = 0;
-    int m_cells = 0;
+    qint64 m_cells = 0;
     int m_listItems = 0;
 };
 

@@ -3,7 +3,6 @@
 
 #include "items/core/itemtexts.h"
 #include "items/core/limits.h"
-#include "items/core/record.h"
 #include "items/text/htmlguard.h"
 #include "items/text/layoutpause.h"
 
@@ -12,7 +11,6 @@
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocumentFragment>
@@ -31,17 +29,6 @@ namespace {
 constexpr double defaultPixelSize = 48.0;
 constexpr double leastSide = 1.0;
 constexpr double documentMargin = 4.0;
-/// Versions from this one on tell whether the document is empty, and the screen factor.
-constexpr unsigned int factorSinceVersion = 2;
-
-/// The weight of a record, in the scale of older writers: up to 50 light, up to 75 bold, beyond the default.
-void applyOldWeight(QFont &font, int stored)
-{
-    if (stored < 51)
-        font.setWeight(QFont::Normal);
-    else if (stored < 76)
-        font.setWeight(QFont::Bold);
-}
 
 double usableFactor(double factor)
 {
@@ -55,11 +42,10 @@ QTextCharFormat charFormatOf(const QFont &font)
     return format;
 }
 
-/// Where an attribute with a point size begins and ends in HTML that Qt has written.
-const QRegularExpression &styleAttribute()
+/// HTML knows the right side only as such; to Qt it is the left side of texts that run from right to left.
+Qt::Alignment asInHtml(Qt::Alignment alignment)
 {
-    static const QRegularExpression expression(u"tyle=\"(.*);\">"_s);
-    return expression;
+    return alignment & Qt::AlignRight ? alignment | Qt::AlignAbsolute : alignment & ~Qt::AlignAbsolute;
 }
 
 } // namespace
@@ -199,7 +185,9 @@ void RichTextItem::useEmptyFormats()
     QTextCursor cursor(document());
     // Undoing what has emptied the box undoes this too.
     cursor.joinPreviousEditBlock();
-    cursor.setBlockFormat(m_emptyBlockFormat);
+    QTextBlockFormat block = m_emptyBlockFormat;
+    block.setAlignment(asInHtml(block.alignment()));
+    cursor.setBlockFormat(block);
     cursor.setBlockCharFormat(m_emptyCharFormat);
     cursor.endEditBlock();
     cursor.setCharFormat(m_emptyCharFormat);
@@ -212,6 +200,7 @@ void RichTextItem::takeEmptyFormats()
 {
     const QTextCursor cursor(document());
     m_emptyBlockFormat = cursor.blockFormat();
+    m_emptyBlockFormat.setAlignment(m_emptyBlockFormat.alignment() & ~Qt::AlignAbsolute);
     m_emptyCharFormat = cursor.blockCharFormat();
 }
 
@@ -310,7 +299,6 @@ void RichTextItem::mergeEmptyFormat(const QTextCharFormat &format)
     cursor.mergeCharFormat(format);
     setTextCursor(cursor);
     m_emptyCharFormat.merge(format);
-    setFont(m_emptyCharFormat.font());
     if (m_documentIsEmpty)
         useEmptyFormats();
 }
@@ -347,9 +335,19 @@ void RichTextItem::setItemFontSize(int size)
     mergeFormat(format);
 }
 
+QTextCursor RichTextItem::toldText() const
+{
+    return isInEditing() ? textCursor() : QTextCursor(document());
+}
+
+QTextCharFormat RichTextItem::toldFormat() const
+{
+    return m_documentIsEmpty ? m_emptyCharFormat : toldText().charFormat();
+}
+
 QString RichTextItem::getItemFontFamily() const
 {
-    return textCursor().charFormat().font().family();
+    return toldFormat().font().family();
 }
 
 void RichTextItem::setItemFontFamily(const QString &family)
@@ -361,7 +359,7 @@ void RichTextItem::setItemFontFamily(const QString &family)
 
 bool RichTextItem::getItemBold() const
 {
-    return textCursor().charFormat().font().bold();
+    return toldFormat().font().bold();
 }
 
 void RichTextItem::setItemBold(bool bold)
@@ -373,7 +371,7 @@ void RichTextItem::setItemBold(bool bold)
 
 bool RichTextItem::getItemItalic() const
 {
-    return textCursor().charFormat().fontItalic();
+    return toldFormat().fontItalic();
 }
 
 void RichTextItem::setItemItalic(bool italic)
@@ -385,7 +383,7 @@ void RichTextItem::setItemItalic(bool italic)
 
 bool RichTextItem::getItemUnderline() const
 {
-    return textCursor().charFormat().fontUnderline();
+    return toldFormat().fontUnderline();
 }
 
 void RichTextItem::setItemUnderline(bool underline)
@@ -397,19 +395,21 @@ void RichTextItem::setItemUnderline(bool underline)
 
 Qt::Alignment RichTextItem::getItemAlignment() const
 {
-    return textCursor().blockFormat().alignment();
+    const QTextBlockFormat format = m_documentIsEmpty ? m_emptyBlockFormat : toldText().blockFormat();
+    return format.alignment() & ~Qt::AlignAbsolute;
 }
 
 void RichTextItem::setItemAlignment(Qt::Alignment alignment)
 {
-    QTextBlockFormat format;
-    format.setAlignment(alignment);
     if (!selectionIsMeant())
         m_emptyBlockFormat.setAlignment(alignment);
-    if (m_documentIsEmpty)
+    if (m_documentIsEmpty) {
         useEmptyFormats();
-    else
+    } else {
+        QTextBlockFormat format;
+        format.setAlignment(asInHtml(alignment));
         meantText().mergeBlockFormat(format);
+    }
     updateTextOnPropertyChanges(-1, -1, -1);
 }
 
@@ -451,39 +451,6 @@ void RichTextItem::setItemTextColorString(const QString &newTextColorString)
 }
 
 // --- HTML and data
-
-void RichTextItem::scaleHtmlFont(QString &html, const QRegularExpression &re, double factor)
-{
-    // Of the first call, whatever later ones pass.
-    static QRegularExpression outer = re;
-    outer.setPatternOptions(QRegularExpression::InvertedGreedinessOption);
-    static const QRegularExpression inner(
-        u"font-size:(.*)pt;"_s, QRegularExpression::InvertedGreedinessOption);
-    QList<std::pair<QString, QString>> replacements;
-    for (const QRegularExpressionMatch &style : outer.globalMatch(html)) {
-        const QString whole = style.captured();
-        const QRegularExpressionMatch match = inner.match(whole);
-        bool ok = false;
-        const double points = match.captured(1).toDouble(&ok);
-        if (!match.hasMatch() || !ok)
-            continue;
-        const QString size = match.captured();
-        const QString scaled
-            = QString(size).replace(match.captured(1), QString::number(points * factor, 'f', 2));
-        replacements.append({ whole, QString(whole).replace(size, scaled) });
-    }
-    for (const auto &[whole, scaled] : replacements)
-        html.replace(whole, scaled);
-}
-
-void RichTextItem::setScaledHtml(QString html, double storedFactor)
-{
-    const bool scalable = HtmlGuard::accepts(html) && html.count("font-size:"_L1) <= Limits::MaxHtmlRewrites
-        && std::isfinite(storedFactor) && storedFactor > Limits::MinDivisor;
-    if (scalable)
-        scaleHtmlFont(html, styleAttribute(), storedFactor / s_lastScreenFactor);
-    setItemHtml(html);
-}
 
 void RichTextItem::setItemData(const QVariant &data)
 {
@@ -601,9 +568,11 @@ void RichTextItem::textPaste()
     const QString html = data ? data->html() : QString();
     const QString text = clipboardText();
     if (!html.isEmpty() && HtmlGuard::accepts(html)) {
-        QTextCursor cursor = textCursor();
-        cursor.insertHtml(html);
-        setTextCursor(cursor);
+        changeText([&] {
+            QTextCursor cursor = textCursor();
+            cursor.insertHtml(html);
+            setTextCursor(cursor);
+        });
     } else if (!text.isEmpty()) {
         replaceSelection(text);
     }
@@ -620,123 +589,4 @@ void RichTextItem::copyCursorProperties(const RichTextItem &other)
 void RichTextItem::updateCursorPositionChanged(const QTextCursor & /*cursor*/)
 {
     Q_EMIT textItemCursorHasChanged();
-}
-
-// --- copies, records, maps
-
-Item *RichTextItem::createItemCopy()
-{
-    auto copy = std::make_unique<RichTextItem>();
-    const QuietDocument quiet(*copy);
-    copyItemProperties(copy.get(), true);
-    copy->m_emptyCharFormat = m_emptyCharFormat;
-    copy->m_emptyBlockFormat = m_emptyBlockFormat;
-    copy->m_documentIsEmpty = m_documentIsEmpty;
-    copy->m_screenFactor = m_screenFactor;
-    copy->setItemTextColorOnLoad(getItemTextColor());
-    copy->setFramePads(getFramePads());
-    {
-        const LayoutPause pause(*copy->document());
-        copy->setItemHtml(toHtml());
-        copy->setFont(font());
-        if (m_documentIsEmpty)
-            copy->useEmptyFormats();
-        copy->setTextWidth(textWidth());
-        copy->copyCursorProperties(*this);
-    }
-    copy->updateTextHeight();
-    return copy.release();
-}
-
-void RichTextItem::saveItemToData(QDataStream &stream)
-{
-    stream << toHtml();
-    Record::write(stream, m_documentIsEmpty);
-    if (!m_documentIsEmpty)
-        Record::write(stream, m_screenFactor);
-    Record::write(stream, getItemTextColor());
-    TextItem::saveItemToData(stream);
-    stream << getEmptyFontFamily();
-    const int alignment = getEmptyAlignment();
-    Record::write(stream, qint16(getEmptyFontSize()), qint16(getEmptyFontWeight()), getEmptyFontItalic(),
-        getEmptyFontUnderline(), qint16(alignment == 0 ? int(Qt::AlignLeft) : alignment));
-}
-
-void RichTextItem::loadItemFromData(QDataStream &stream, unsigned int version)
-{
-    const QuietDocument quiet(*this);
-    {
-        const LayoutPause pause(*document());
-        QTextCursor cursor = textCursor();
-        cursor.beginEditBlock();
-        document()->clear();
-        loadHtml(stream, version);
-        QColor color;
-        Record::read(stream, std::tie(color));
-        setItemTextColorOnLoad(color);
-        TextItem::loadItemFromData(stream, version);
-        loadEmptyFormats(stream);
-        cursor.endEditBlock();
-        setTextCursor(cursor);
-        if (m_documentIsEmpty)
-            useEmptyFormats();
-    }
-    updateTextHeight();
-}
-
-void RichTextItem::loadHtml(QDataStream &stream, unsigned int version)
-{
-    QString html;
-    stream >> html;
-    if (version < factorSinceVersion) {
-        setItemHtml(html);
-        m_documentIsEmpty = toPlainText().isEmpty();
-        return;
-    }
-    Record::read(stream, std::tie(m_documentIsEmpty));
-    if (m_documentIsEmpty) {
-        setItemHtml(html);
-        m_documentIsEmpty = document()->isEmpty(); // a text wins
-        return;
-    }
-    double factor;
-    Record::read(stream, std::tie(factor));
-    setScaledHtml(html, factor);
-}
-
-void RichTextItem::loadEmptyFormats(QDataStream &stream)
-{
-    QString family;
-    stream >> family;
-    qint16 size;
-    qint16 weight;
-    bool italic;
-    bool underline;
-    qint16 alignment;
-    Record::read(stream, std::tie(size, weight, italic, underline, alignment));
-    QFont font;
-    font.setFamily(family);
-    if (size > 0)
-        font.setPointSizeF(size / m_screenFactor);
-    applyOldWeight(font, weight);
-    font.setItalic(italic);
-    font.setUnderline(underline);
-    m_emptyCharFormat.setFont(font, QTextCharFormat::FontPropertiesAll);
-    m_emptyBlockFormat.setAlignment(Qt::Alignment::fromInt(alignment));
-}
-
-void RichTextItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
-{
-    const QuietDocument quiet(*this);
-    TextItem::loadItemFromJSON(map, version);
-    const QString html = map.value(u"itemHtml"_s).toString();
-    const double factor = map.value(u"screenDpi"_s).toDouble();
-    // Again: the text colour came behind it, and has taken the place of all colours.
-    if (!map.value(u"documentIsEmpty"_s).toBool() && map.contains(u"itemHtml"_s))
-        setScaledHtml(html, factor > 0.0 ? factor : s_lastScreenFactor);
-    m_documentIsEmpty = document()->isEmpty();
-    if (m_documentIsEmpty)
-        useEmptyFormats();
-    layOut();
-    updateItemPositionAfterLoading();
 }

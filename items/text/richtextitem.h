@@ -53,6 +53,7 @@ public:
     void copyCursorProperties(const RichTextItem &other);
 
     // Font and alignment of the selection while editing, otherwise of the whole text
+    // While editing the getters tell those at the cursor, otherwise those of the first letter
     /// In pixels; -1 when the sizes differ.
     int getItemFontSize() const override;
     void setItemFontSize(int size) override;
@@ -128,6 +129,8 @@ protected:
 private:
     bool selectionIsMeant() const;
     QTextCursor meantText() const;
+    QTextCursor toldText() const;
+    QTextCharFormat toldFormat() const;
     void mergeFormat(const QTextCharFormat &format);
     void mergeEmptyFormat(const QTextCharFormat &format);
     void changeEmptyFont(const std::function<void(QFont &)> &change);
@@ -139,6 +142,7 @@ private:
     void noteWhetherEmpty();
     void showData(const QString &text, bool marked);
     void loadHtml(QDataStream &stream, unsigned int version);
+    void noteLoadedAsEmpty();
     void loadEmptyFormats(QDataStream &stream);
     void updateTextHeight();
 

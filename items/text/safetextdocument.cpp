@@ -7,6 +7,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QTextBlock>
+#include <QTextTable>
 #include <QUrl>
 
 #include <algorithm>
@@ -55,6 +56,19 @@ double pixelsOf(const QTextFormat &format)
 {
     return pixels(
         format.intProperty(QTextFormat::FontPixelSize), format.doubleProperty(QTextFormat::FontPointSize));
+}
+
+/// How many tables lie in one another; counted no further than one more than may.
+int tableDepth(const QTextFrame &frame, int around = 0)
+{
+    int deepest = around;
+    const QList<QTextFrame *> children = frame.childFrames();
+    for (const QTextFrame *child : children) {
+        const int here = around + (qobject_cast<const QTextTable *>(child) ? 1 : 0);
+        const bool tooDeep = here > Limits::MaxHtmlTableDepth;
+        deepest = std::max(deepest, tooDeep ? here : tableDepth(*child, here));
+    }
+    return deepest;
 }
 
 } // namespace
@@ -118,6 +132,9 @@ void SafeTextDocument::resumeLayout()
 
 bool SafeTextDocument::canBeLaidOut() const
 {
+    // Broken HTML can hide from the guard that its tables lie in one another.
+    if (tableDepth(*rootFrame()) > Limits::MaxHtmlTableDepth)
+        return false;
     // The document knows formats that no letter has any more; looking at all letters takes longer.
     double greatest = pixelsOf(defaultFont());
     const QList<QTextFormat> formats = allFormats();
@@ -129,11 +146,17 @@ bool SafeTextDocument::canBeLaidOut() const
 
 double SafeTextDocument::greatestUsedFont() const
 {
-    double greatest = pixelsOf(defaultFont());
+    const double usual = pixelsOf(defaultFont());
+    double greatest = 0.0;
+    const auto note = [&](const QTextCharFormat &format) {
+        const double size = pixelsOf(format);
+        greatest = std::max(greatest, size > 0.0 ? size : usual);
+    };
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
-        greatest = std::max(greatest, pixelsOf(block.charFormat()));
+        if (block.length() == 1) // without letters
+            note(block.charFormat());
         for (auto it = block.begin(); !it.atEnd(); ++it)
-            greatest = std::max(greatest, pixelsOf(it.fragment().charFormat()));
+            note(it.fragment().charFormat());
     }
     return greatest;
 }

@@ -34,6 +34,16 @@ QTransform aboutCentre(const QPointF &centre, double degrees, double scaleX, dou
     return transform;
 }
 
+/// Sets a side to that of the scaled text or, if it is fixed, the scale to that which the side needs. A text
+/// without extent leaves the scale, since from none no later text could lead back.
+void fitSide(bool fixed, double natural, double &side, double &scale)
+{
+    if (!fixed)
+        side = natural * scale;
+    else if (natural > Limits::MinDivisor)
+        scale = side / natural;
+}
+
 } // namespace
 
 QFont SimpleTextItem::fontOf(const QString &family, int pixelSize)
@@ -296,8 +306,7 @@ bool SimpleTextItem::applySize(const QSizeF &size)
     updateTransform(false);
     enlargeSize(-outline);
     m_wasResized = true;
-    updateFramePads();
-    prepareGeometryChange();
+    updateItemPen();
     return true;
 }
 
@@ -399,12 +408,9 @@ void SimpleTextItem::refit()
     const QPointF before = mapToScene(QRectF(QPointF(), m_fittedSize).center());
 
     const QSizeF natural = naturalSize();
-    if (getItemFixedSizeWidth())
-        setItemScaleX(getItemWidth() / Limits::divisor(natural.width()));
-    if (getItemFixedSizeHeight())
-        setItemScaleY(getItemHeight() / Limits::divisor(natural.height()));
-    storeItemSize(QSizeF(natural.width() * getItemScaleX(), natural.height() * getItemScaleY()));
+    fitSides(natural);
     setTextWidth(natural.width());
+    updateItemPen();
     if (m_sizeLimiting != 0) {
         m_wasResized = true;
         updateFramePads();
@@ -413,8 +419,22 @@ void SimpleTextItem::refit()
     if (pinned)
         moveItem(pos() + before - mapToScene(QGraphicsTextItem::boundingRect().center()));
     noteFit();
-    updateItemBrush();
     prepareGeometryChange();
+}
+
+void SimpleTextItem::fitSides(const QSizeF &natural)
+{
+    // With the outline, as in stretching.
+    const double outline = itemPen().width();
+    double width = getItemWidth() + outline;
+    double height = getItemHeight() + outline;
+    double scaleX = getItemScaleX();
+    double scaleY = getItemScaleY();
+    fitSide(getItemFixedSizeWidth(), natural.width() + outline, width, scaleX);
+    fitSide(getItemFixedSizeHeight(), natural.height() + outline, height, scaleY);
+    setItemScaleX(scaleX);
+    setItemScaleY(scaleY);
+    storeItemSize(QSizeF(width - outline, height - outline));
 }
 
 void SimpleTextItem::noteFit()

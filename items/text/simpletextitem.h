@@ -150,6 +150,7 @@ private:
     void releaseSize();
     void changeFont(const QFont &font);
     void refit();
+    void fitSides(const QSizeF &natural);
     void noteFit();
     /// What a record holds, without laying it out.
     void loadText(QDataStream &stream, unsigned int version);
@@ -159,6 +160,7 @@ private:
     QSizeF naturalSize();
     /// The size before stretching, by which an outline of so many units was stretched too.
     QSizeF unscaledSize(double outline) const;
+    bool isNaturalWidth(double stored, double natural) const;
     void restoreTextWidth();
     void useFont(const QFont &font);
     void restoreFontSize();

@@ -185,17 +185,23 @@ QSizeF SimpleTextItem::unscaledSize(double outline) const
         (getItemHeight() + outline) / Limits::divisor(getItemScaleY()) - outline);
 }
 
+bool SimpleTextItem::isNaturalWidth(double stored, double natural) const
+{
+    // A label is stretched with its outline, which has a part in the size that remains when it is gone.
+    const double part = 1.0 - 1.0 / Limits::divisor(getItemScaleX());
+    const double outline
+        = std::clamp(std::round((stored - natural) / Limits::divisor(part)), 0.0, double(maxPenWidth));
+    return std::abs(natural + outline * part - stored) < widthTolerance;
+}
+
 void SimpleTextItem::restoreTextWidth()
 {
-    // Where the stored width is the natural one but for rounding, or but for the outline, with which a label
-    // is stretched, taking it as stored would break lines.
+    // Taking a width that is the natural one but for rounding or the outline as stored would break lines.
     const double natural = naturalSize().width();
     const double stored = unscaledSize(0.0).width();
-    const auto isNatural = [natural](double width) { return std::abs(width - natural) < widthTolerance; };
-    const bool unchanged = isNatural(stored) || isNatural(unscaledSize(itemPen().width()).width());
     {
         const LayoutPause pause(*document());
-        setTextWidth(Limits::geometry(unchanged ? natural : stored));
+        setTextWidth(Limits::geometry(isNaturalWidth(stored, natural) ? natural : stored));
     }
     noteFit();
 }
@@ -208,8 +214,8 @@ void SimpleTextItem::useFont(const QFont &font)
 
 void SimpleTextItem::restoreFontSize()
 {
-    // The map of a stretched label has no font size: it follows from the unscaled size, which a fixed side
-    // tells without the outline and stretching with it.
+    // The map of a stretched label has no font size: it follows from the unscaled size, in which the outline
+    // has a part unless there was none when the label was stretched.
     QFont restored = font();
     int best = 1;
     double leastError = std::numeric_limits<double>::infinity();

@@ -177,7 +177,9 @@ void TextItem::connectDocument()
 
 void TextItem::updateItemOnContentsChange(int position, int charsRemoved, int charsAdded)
 {
-    if (m_quiet == 0)
+    // While Qt clears a document it has taken the cursors out, and tells again when they are back.
+    const bool isBeingCleared = charsRemoved == 0 && charsAdded > 0 && document()->isEmpty();
+    if (m_quiet == 0 && !isBeingCleared)
         updateTextOnPropertyChanges(position, charsRemoved, charsAdded);
 }
 

@@ -98,6 +98,10 @@ void tst_HtmlGuard::limitsAreExact_data()
     QTest::newRow("nested tables") << nestedTables(8) << nestedTables(9);
     QTest::newRow("wide cells") << u"<table><tr>"_s + u"<td colspan=1000>x"_s.repeated(50)
                                 << u"<table><tr>"_s + u"<td colspan=1000>x"_s.repeated(50) + u"<td>x"_s;
+    QTest::newRow("high cells") << u"<table>"_s + u"<tr><td rowspan=250>x"_s.repeated(200)
+                                << u"<table>"_s + u"<tr><td rowspan=250>x"_s.repeated(200) + u"<td>x"_s;
+    QTest::newRow("wide and high cells")
+        << u"<table><tr><td rowspan=200 colspan=250>x"_s << u"<table><tr><td rowspan=200 colspan=251>x"_s;
     QTest::newRow("narrow cells") << u"<table><tr>"_s + u"<td>"_s.repeated(39'998)
                                   << u"<table><tr>"_s + u"<td>"_s.repeated(39'999);
     QTest::newRow("one cell") << u"<table><tr><th colspan='50000'>x"_s
@@ -169,6 +173,9 @@ void tst_HtmlGuard::ordinaryTextIsAccepted_data()
             u"<table width=100%><tr><td><table align=center width=600><tr><td><table><tr><td>Dear customer"
             "</td></tr></table></td></tr></table></td></tr></table>"_s },
         { "wide heading", u"<table><tr><td colspan=\"3\">Title</td></tr><tr><td>1<td>2<td>3</table>"_s },
+        { "high cells", u"<table><tr><td rowspan=2>a<td>b<tr><td>c</table>"_s.repeated(100) },
+        { "cells after a table in a cell",
+            u"<table><tr><td><table><tr><td>a</td></tr></table></td><td>b</td></tr></table>"_s.repeated(20) },
         { "nested lists", u"<ol><li>a<ul><li>b<ol><li>c</ol></ul></ol>"_s.repeated(100) },
         { "definitions", u"<dl><dt>term<dd>meaning<dt>term<dd>meaning</dl>"_s },
         { "quotation", u"<blockquote>He said <q>so</q></blockquote>"_s },
@@ -212,6 +219,10 @@ void tst_HtmlGuard::hostileTextIsRefusedInTime_data()
     QTest::newRow("wide cells by references")
         << u"<table><tr>"_s + u"<td colspan='&#50;0480'>x"_s.repeated(100);
     QTest::newRow("wide rows") << u"<table>"_s + u"<tr><td colspan=5000>x"_s.repeated(2'000);
+    QTest::newRow("high cells") << u"<table>"_s + u"<tr><td rowspan=20000>x"_s.repeated(10'000);
+    QTest::newRow("cells that are wide and high")
+        << u"<table><tr><td colspan=2147483647 rowspan=2147483647>"_s;
+    QTest::newRow("cells after the row") << u"<td></tr><ul>"_s.repeated(32);
     QTest::newRow("list items") << u"<ul>"_s + u"<li>x"_s.repeated(20'000);
     QTest::newRow("quotations") << u"<blockquote>x"_s.repeated(20'000);
     QTest::newRow("lists that something else closes") << u"<ul></b>"_s.repeated(3'000) + u'x';
@@ -252,6 +263,14 @@ void tst_HtmlGuard::hiddenTablesAreFound_data()
     QTest::newRow("closing tag that closes nothing") << nestedTables(9, u"<table></ table>"_s);
     QTest::newRow("closing tag in a value") << nestedTables(9, u"<table a=\"</table>\">"_s);
     QTest::newRow("cells in no row") << u"</table></p><table><td>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after the row") << u"<td></tr><ul>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after the table") << u"<table>"_s + u"<td></table>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after a paragraph around the row")
+        << u"<table>"_s + u"</p><p><td>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after an element around the row")
+        << u"<table>"_s + u"</i><i><td>"_s.repeated(9) + u'x';
+    QTest::newRow("cells after a paragraph between them")
+        << u"<table>"_s + u"</td><p><td>"_s.repeated(9) + u'x';
     QTest::newRow("closing tag in a comment") << nestedTables(9, u"<table><!--</table>-->"_s);
 }
 
@@ -269,8 +288,8 @@ void tst_HtmlGuard::tablesThatQtReadsAreCounted()
 {
     const QStringList parts { u"<table"_s, u"<table>"_s, u"</table>"_s, u"</table"_s, u"</"_s, u"<"_s, u">"_s,
         u"/"_s, u"'"_s, u"\""_s, u"="_s, u" "_s, u"a"_s, u"<!--"_s, u"-->"_s, u"<!"_s, u"<p>"_s, u"<td>"_s,
-        u"<tr>"_s, u"&#97;"_s, u"<style>"_s, u"</style>"_s, u"</p>"_s, u"table"_s, u"-"_s, u"/>"_s,
-        u"<br>"_s };
+        u"<tr>"_s, u"&#97;"_s, u"<style>"_s, u"</style>"_s, u"</p>"_s, u"table"_s, u"-"_s, u"/>"_s, u"<br>"_s,
+        u"</tr>"_s, u"</td>"_s, u"<ul>"_s, u"</ul>"_s, u"<th>"_s };
     QRandomGenerator random(20);
     int deep = 0;
     for (int i = 0; i < randomTexts; ++i) {

@@ -230,8 +230,8 @@ void tst_RichTextItem::alignmentOfTheWholeText()
     item.setItemText(u"a\nb"_s);
     item.setItemAlignment(Qt::AlignRight);
     QCOMPARE(item.getItemAlignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
     QCOMPARE(item.getEmptyAlignment(), int(Qt::AlignRight));
 }
 
@@ -427,11 +427,11 @@ void tst_RichTextItem::dataKeepTheAlignment()
     item.setItemText(u"a"_s);
     item.setItemAlignment(Qt::AlignRight);
     item.setItemData(u"b\nc"_s);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
     item.setItemData(marker + u"<p>d</p><p align=center>e</p>"_s);
-    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight);
-    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight);
+    QCOMPARE(item.document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(item.document()->lastBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
 }
 
 void tst_RichTextItem::markedDataAreHtml()
@@ -511,6 +511,13 @@ void tst_RichTextItem::htmlWithTooManySizesIsNotRewritten()
     item.setScaledHtml(span.repeated(2000), 2.0 * screenFactor());
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 20.0) < 0.01);
     item.setScaledHtml(span.repeated(2001), 2.0 * screenFactor());
+    QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 10.0) < 0.01);
+
+    // Fewer sizes in a longer text, which is searched for each of them.
+    const QString longText = span.repeated(200).leftJustified(2'000'000, u'x');
+    item.setScaledHtml(longText, 2.0 * screenFactor());
+    QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 20.0) < 0.01);
+    item.setScaledHtml(longText + u'x', 2.0 * screenFactor());
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 10.0) < 0.01);
 }
 

@@ -71,6 +71,8 @@ private Q_SLOTS:
     void emptyBodyIsAnEmptyDocument();
     void textOfAnEmptyBoxIsNotScaled();
     void textWinsOverTheEmptyByte();
+    void emptyBoxOfAnOddFontStaysEmpty_data();
+    void emptyBoxOfAnOddFontStaysEmpty();
     void cutRecordsLoad();
     void mapRoundTrip();
     void mapOfAnotherScreenIsScaled_data();
@@ -198,6 +200,38 @@ void tst_RichTextPersistence::textWinsOverTheEmptyByte()
     QCOMPARE(item.toPlainText(), u"x"_s);
     QVERIFY(!item.getDocumentIsEmpty());
     QCOMPARE(item.getEmptyFontSize(), 30);
+}
+
+void tst_RichTextPersistence::emptyBoxOfAnOddFontStaysEmpty_data()
+{
+    QTest::addColumn<QString>("family");
+    QTest::newRow("ordinary") << u"Loma"_s;
+    QTest::newRow("backslash") << u"Lo\\"_s;
+    QTest::newRow("both quotes") << u"Lo'm\"a"_s;
+    QTest::newRow("line feed") << u"Lo\nma"_s;
+    QTest::newRow("zero") << u"Lo"_s + QChar(0) + u"ma"_s;
+}
+
+// Qt writes such names into its HTML in a way that it cannot read.
+void tst_RichTextPersistence::emptyBoxOfAnOddFontStaysEmpty()
+{
+    QFETCH(const QString, family);
+    RichTextItem box;
+    box.setEmptyFontFamily(family);
+    RichTextItem fromRecord;
+    ItemRecords::load(fromRecord, ItemRecords::saved(box));
+    RichTextItem fromMap;
+    fromMap.loadItemFromJSON(box.saveItemToJSON(), ItemRecords::currentVersion);
+    const std::unique_ptr<Item> copied(box.createItemCopy());
+    for (const auto *const again : { &fromRecord, &fromMap, dynamic_cast<RichTextItem *>(copied.get()) }) {
+        QVERIFY(again->document()->isEmpty() && again->getDocumentIsEmpty());
+        QCOMPARE(again->getItemText(), QString());
+        QCOMPARE(again->document()->blockCount(), 1);
+    }
+    QCOMPARE(fromRecord.getEmptyFontFamily(), family);
+    RichTextItem onceMore;
+    ItemRecords::load(onceMore, ItemRecords::saved(fromRecord));
+    QCOMPARE(ItemRecords::saved(onceMore), ItemRecords::saved(fromRecord));
 }
 
 void tst_RichTextPersistence::cutRecordsLoad()

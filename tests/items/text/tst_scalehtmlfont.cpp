@@ -5,9 +5,18 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <ctime>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Expressions that are not compiled to machine code show what searching costs; read before the first is
+/// used.
+const bool interpreted = qputenv("QT_ENABLE_REGEXP_JIT", "0");
+
+/// Hundreds of times what a text needs that is searched once.
+constexpr double mostSeconds = 2.0;
 
 QString span(const QString &style)
 {
@@ -33,6 +42,8 @@ private Q_SLOTS:
     void firstExpressionIsUsedForAllCalls();
     void sizesAreMultiplied_data();
     void sizesAreMultiplied();
+    void unfinishedStylesAreSearchedOnce_data();
+    void unfinishedStylesAreSearchedOnce();
 };
 
 void tst_ScaleHtmlFont::initTestCase()
@@ -78,6 +89,14 @@ void tst_ScaleHtmlFont::sizesAreMultiplied_data()
     QTest::newRow("style without an end") << span(u"font-size:10pt; color:red"_s) + sized(u"20"_s) << 2.0
                                           << span(u"font-size:20.00pt; color:red"_s) + sized(u"20"_s);
     QTest::newRow("no later end") << span(u"font-size:10pt"_s) << 2.0 << span(u"font-size:10pt"_s);
+    QTest::newRow("end in the next line") << u"style=\"style=\"font-size:10pt\n;\">"_s + sized(u"10"_s) << 2.0
+                                          << u"style=\"style=\"font-size:10pt\n;\">"_s + sized(u"20.00"_s);
+    QTest::newRow("style within a style") << u"style=\"a style=\"font-size:10pt; b;\">"_s << 2.0
+                                          << u"style=\"a style=\"font-size:20.00pt; b;\">"_s;
+    QTest::newRow("pixels before points")
+        << span(u"font-size:10px; font-size:12pt;"_s) << 2.0 << span(u"font-size:10px; font-size:12pt;"_s);
+    QTest::newRow("two sizes") << span(u"font-size:10pt; font-size:12pt;"_s) << 2.0
+                               << span(u"font-size:20.00pt; font-size:12pt;"_s);
     QTest::newRow("no size") << span(u"color:red;"_s) << 2.0 << span(u"color:red;"_s);
     QTest::newRow("pixels") << span(u"font-size:10px;"_s) << 2.0 << span(u"font-size:10px;"_s);
     QTest::newRow("no number") << sized(u"large"_s) << 2.0 << sized(u"large"_s);
@@ -92,6 +111,27 @@ void tst_ScaleHtmlFont::sizesAreMultiplied()
     QFETCH(double, factor);
     RichTextItem::scaleHtmlFont(html, QRegularExpression(u"tyle=\"(.*);\">"_s), factor);
     QTEST(html, "scaled");
+}
+
+void tst_ScaleHtmlFont::unfinishedStylesAreSearchedOnce_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::newRow("no end") << u"tyle=\""_s.repeated(16'000);
+    QTest::newRow("half an end") << u"tyle=\""_s.repeated(16'000) + u">"_s;
+    QTest::newRow("end in the next line") << u"tyle=\""_s.repeated(16'000) + u"\n;\">"_s;
+    QTest::newRow("sizes without an end") << span(u"font-size:"_s.repeated(16'000) + u"pt ;"_s);
+}
+
+void tst_ScaleHtmlFont::unfinishedStylesAreSearchedOnce()
+{
+    QVERIFY(interpreted);
+    QFETCH(const QString, html);
+    QString scaled = html;
+    const std::clock_t start = std::clock();
+    RichTextItem::scaleHtmlFont(scaled, QRegularExpression(u"tyle=\"(.*);\">"_s), 2.0);
+    const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC;
+    QVERIFY2(seconds < mostSeconds, qPrintable(QString::number(seconds)));
+    QCOMPARE(scaled, html);
 }
 
 QTEST_MAIN(tst_ScaleHtmlFont)
