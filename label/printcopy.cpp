@@ -103,16 +103,22 @@ void PrintCopy::prepareColors()
         colored->setItemPenColor(PaintedColors::penOf(*m_item));
         m_penIsClear = colored->getItemPenColor() == ItemColors::transparent;
     }
-    if (m_barcode) {
-        m_barcode->setItemFillColor(PaintedColors::fillOf(*m_item));
-        m_barcode->setItemTextColor(PaintedColors::barsOf(*m_barcode));
-    }
+    if (m_barcode)
+        prepareBarcode();
     if (!m_fillable)
         return;
     m_fillable->setItemFillColor(PaintedColors::fillOf(*m_item));
     // Gradients end in the paper, which is what does not print.
     m_fillable->setSceneBackgroundColor(m_mode == Mode::Negative ? ItemColors::black : ItemColors::white);
     m_fillable->setPrintScaling(m_scaling);
+}
+
+void PrintCopy::prepareBarcode()
+{
+    const QColor fill = PaintedColors::fillOf(*m_item);
+    m_barcode->setItemFillColor(fill == ItemColors::nearWhite ? ItemColors::transparent : fill);
+    m_barcode->setItemTextColor(PaintedColors::barsOf(*m_barcode));
+    m_barsAreClear = m_barcode->getItemTextColor() == ItemColors::transparent;
 }
 
 void PrintCopy::prepareText()
@@ -144,6 +150,8 @@ bool PrintCopy::reduceTo(const QColor &ink)
     if (PaintedColors::hasEndsOnly(*m_item))
         prints = reduceEnds(pen, ink);
     restoreClearPen();
+    if (m_barsAreClear)
+        m_barcode->setItemTextColor(ItemColors::transparent);
     preparePicture();
     return prints;
 }

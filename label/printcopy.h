@@ -35,6 +35,7 @@ public:
 private:
     void prepareStacking();
     void prepareColors();
+    void prepareBarcode();
     void prepareText();
     void separateBackdrop();
     [[nodiscard]] bool reduceText(const QColor &ink);
@@ -55,4 +56,5 @@ private:
     double m_scaling;
     Mode m_mode;
     bool m_penIsClear = false;
+    bool m_barsAreClear = false;
 };

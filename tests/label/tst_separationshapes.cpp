@@ -402,7 +402,9 @@ void tst_SeparationShapes::colourWithoutInkIsWarnedAbout()
     QFETCH(ShapeType, shape);
     const QColor green(0, 255, 0);
     const LabelDocument document = documentOf(shape, { green, MobraTypes::BrushSolid, blue, 3 }, turns[0]);
-    const Problems warnings = separatedAtDesign(document).warnings;
+    Problems warnings = separatedAtDesign(document).warnings;
+    // A barcode of any place may be too small as well.
+    warnings.removeIf([](const Problem &problem) { return !problem.what.startsWith(u"no ink prints"_s); });
     QCOMPARE(warnings.size(), 1);
     QCOMPARE(warnings[0].where, u"/items/0"_s);
     QString parts = u"pen #0000ff"_s;
