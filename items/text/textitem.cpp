@@ -485,13 +485,16 @@ QImage TextItem::backgroundWithText(double scaling)
     fill.drawRect(background.rect());
     fill.end();
 
-    // Text is drawn on the one-bit picture: it is never dithered.
-    QImage picture = background.convertToFormat(QImage::Format_Mono, getPrintDitherMethod());
-    QPainter painter(&picture);
+    // Text lies on the dots of the background, and is never dithered itself. Qt cannot be trusted to draw it
+    // on a picture of one bit: its threads write neighbouring dots of one byte at the same time.
+    background = background.convertToFormat(QImage::Format_Mono, getPrintDitherMethod())
+                     .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&background);
     painter.scale(scaling, scaling);
     QAbstractTextDocumentLayout::PaintContext bare;
     drawText(painter, bare);
-    return picture;
+    painter.end();
+    return background.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
 }
 
 void TextItem::preparePrintImage()

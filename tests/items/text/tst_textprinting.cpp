@@ -36,13 +36,12 @@ bool isPrinted(const SimpleTextItem &label)
     return (label.itemFlags() & 0x01U) != 0;
 }
 
-/// What Qt draws of a text on white paper that has but two colours.
+/// What Qt draws of a text on white paper, dark dots black and the others white.
 QImage textInOneBit(const SimpleTextItem &label, double scaling)
 {
     const QSizeF size = LabelTexts::naturalSizeOf(label) * scaling;
-    QImage image(qRound(size.width()), qRound(size.height()), QImage::Format_Mono);
-    image.setColorTable({ blackPixel, whitePixel });
-    image.fill(1);
+    QImage image(qRound(size.width()), qRound(size.height()), QImage::Format_Grayscale8);
+    image.fill(Qt::white);
     QGraphicsTextItem text;
     text.document()->setDocumentMargin(label.document()->documentMargin());
     text.setFont(label.font());
@@ -56,7 +55,13 @@ QImage textInOneBit(const SimpleTextItem &label, double scaling)
     painter.scale(scaling, scaling);
     const QStyleOptionGraphicsItem plain;
     text.paint(&painter, &plain, nullptr);
-    return image;
+    painter.end();
+    QImage dots(image.size(), QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            dots.setPixel(x, y, qGray(image.pixel(x, y)) < 128 ? blackPixel : whitePixel);
+    }
+    return dots;
 }
 
 /// Whether every pixel that is black in the text has the colour in the picture.
