@@ -22,6 +22,10 @@ constexpr int firstError = 5;
 /// Decoders expect square modules, and put up with less.
 constexpr double mostStretched = 1.5;
 
+// The numbers by which the encoder knows symbols.
+constexpr int maxiCode = 57;
+constexpr int ultracode = 144;
+
 PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
 {
     const Zint::QZint barcode = BarcodeEncoding::of(item);
@@ -73,20 +77,46 @@ struct Side
     QString adjective;
     double modules;
     double dots; ///< of a module
-    QPointF end; ///< of the item's side, from its origin
+    double length; ///< of the item, in dots
+
+    [[nodiscard]] double dotsInReach() const { return length / modules; }
 };
 
-/// A side with less than a dot for each module cannot be read.
-Problem tooSmall(const BarcodeItem &item, const Side &side, double dpi, double scaling)
+double lengthInDots(const BarcodeItem &item, QPointF end, double scaling)
 {
     const QTransform toScene = item.sceneTransform();
-    const double length = QLineF(toScene.map(QPointF()), toScene.map(side.end)).length() * scaling / dpi;
-    const double least = std::ceil(length * millimetresPerInch / side.dots * 10.0) / 10.0;
-    return { {}, {},
-        u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6)),
-        u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(least)
+    return QLineF(toScene.map(QPointF()), toScene.map(end)).length() * scaling;
+}
+
+/// The side that keeps modules from being larger.
+const Side &smallerOf(const Side &width, const Side &height, const BarcodeItem &item, bool squareModules)
+{
+    const auto mode = BarcodeEncoding::modeOf(item);
+    const bool keepsProportions = mode == Zint::QZint::KeepAspectRatio || mode == Zint::QZint::CenterBarCode;
+    if (keepsProportions)
+        return height.dotsInReach() < width.dotsInReach() ? height : width;
+    return squareModules && height.dots < width.dots ? height : width;
+}
+
+/// The fewest dots of a module. The rows of hexagons lie closer than they are wide: of a single dot, they run
+/// into each other.
+double leastDots(const BarcodeItem &item)
+{
+    return item.getBarcodeSymbol() == maxiCode ? 2.0 : 1.0;
+}
+
+/// A side with too few dots for each module cannot be read.
+Problem tooSmall(const Side &side, double dpi, double needed)
+{
+    // From one dot on they are whole, and the item has more.
+    const double dots = side.dots < 1.0 ? side.dots : side.dotsInReach();
+    const double least = side.length * needed / dots * millimetresPerInch / dpi;
+    const QString counted
+        = u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6));
+    return { {}, {}, needed > 1.0 ? counted + u"; each needs %1"_s.arg(needed) : counted,
+        u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(std::ceil(least * 10.0 - 1e-6) / 10.0)
             .arg(side.adjective)
-            .arg(usualResolution(dpi / side.dots)) };
+            .arg(usualResolution(dpi * needed / dots)) };
 }
 
 std::optional<Problem> problemOf(
@@ -94,16 +124,20 @@ std::optional<Problem> problemOf(
 {
     if (barcode.error >= firstError)
         return Problem { {}, {}, reasonOf(barcode.error), u"change the text or the symbology"_s };
-    if (barcode.modules.isEmpty())
+    if (item.getBarcodeSymbol() == ultracode)
+        return Problem { {}, {}, u"its modules have colours of their own, which no plate has"_s,
+            u"choose another symbology"_s };
+    if (item.boundingRect().isEmpty())
         return Problem { {}, {}, u"there is no room for the symbol"_s, u"make it larger"_s };
+    if (barcode.modules.isEmpty())
+        return Problem { {}, {}, u"the text has no bars"_s, u"change the text or the symbology"_s };
     const Side width { u"wide"_s, barcode.modules.width(), barcode.dots.width(),
-        { item.getItemWidth(), 0.0 } };
+        lengthInDots(item, { item.getItemWidth(), 0.0 }, scaling) };
     const Side height { u"high"_s, barcode.modules.height(), barcode.dots.height(),
-        { 0.0, item.getItemHeight() } };
-    const bool lower = barcode.squareModules && height.dots < width.dots;
-    const Side &smaller = lower ? height : width;
-    if (smaller.dots < 1.0)
-        return tooSmall(item, smaller, dpi, scaling);
+        lengthInDots(item, { 0.0, item.getItemHeight() }, scaling) };
+    const Side &smaller = smallerOf(width, height, item, barcode.squareModules);
+    if (smaller.dots < leastDots(item))
+        return tooSmall(smaller, dpi, leastDots(item));
     const double ratio = width.dots / height.dots;
     if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
         return Problem { {}, {},

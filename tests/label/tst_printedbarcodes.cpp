@@ -13,7 +13,9 @@ namespace {
 constexpr int ean = 13;
 constexpr int eanWithCheckDigit = 14;
 constexpr int code128 = 20;
+constexpr int flattermarken = 28;
 constexpr int maxiCode = 57;
+constexpr int ultracode = 144;
 constexpr int qrCode = 58; // with this text, 21 modules on each side
 const QString qrText = u"QR Code 12345"_s;
 
@@ -62,7 +64,13 @@ private Q_SLOTS:
     void refusedTextsAreWarnedAbout();
     void slantedSymbolsAreWarnedAbout_data();
     void slantedSymbolsAreWarnedAbout();
+    void smallerSideIsNamed_data();
+    void smallerSideIsNamed();
+    void hexagonsNeedTwoDots_data();
+    void hexagonsNeedTwoDots();
+    void coloursOfTheirOwnAreNotPrinted();
     void symbolsWithoutRoomAreWarnedAbout();
+    void symbolsWithoutBarsAreWarnedAbout();
     void unknownSymbologiesHaveNoName();
     void barcodesAreThoseOfVisibleItems();
 };
@@ -260,12 +268,82 @@ void tst_PrintedBarcodes::slantedSymbolsAreWarnedAbout()
     QCOMPARE(separation.barcodes.at(0).sharp, !warned);
 }
 
+// In its own proportions, a symbol is as large as the shorter side lets it be.
+void tst_PrintedBarcodes::smallerSideIsNamed_data()
+{
+    QTest::addColumn<int>("symbol");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("low")
+        << qrCode << qrText << QSizeF(100, 20)
+        << u"(QR Code): 21 modules in 20 dots | make it at least 2.1 mm high or print at 300 dpi"_s;
+    QTest::newRow("narrow")
+        << qrCode << qrText << QSizeF(20, 100)
+        << u"(QR Code): 21 modules in 20 dots | make it at least 2.1 mm wide or print at 300 dpi"_s;
+    QTest::newRow("low bars") << code128 << u"Code 128"_s << QSizeF(300, 25)
+                              << u"(Code 128): 50 modules in 25 dots | "
+                                 "make it at least 5 mm high or print at 600 dpi"_s;
+}
+
+void tst_PrintedBarcodes::smallerSideIsNamed()
+{
+    QFETCH(int, symbol);
+    QFETCH(QString, text);
+    QFETCH(QSizeF, size);
+    QFETCH(QString, warning);
+    for (const int mode : { 1, 2 }) {
+        LabelDocument document = blackAndRed({ 60, 60 });
+        addBarcode(document, symbol, text, size)->setBarcodeAspectRatio(mode);
+        QCOMPARE(wordsOf(separatedAtDesign(document).warnings), u"/items/0 | barcode 7 "_s + warning);
+    }
+}
+
+void tst_PrintedBarcodes::hexagonsNeedTwoDots_data()
+{
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<QString>("warning");
+    // 30 modules of width; 33 rows that lie 0.87 modules apart. 59 dots at 254 dpi are 60 at 258.3.
+    QTest::newRow("of one dot") << QSizeF(59, 58)
+                                << u"/items/0 | barcode 7 (MaxiCode): 30 modules in 30 dots; each needs 2 | "
+                                   "make it at least 6 mm wide or print at 300 dpi"_s;
+    QTest::newRow("of two dots") << QSizeF(60, 58) << QString();
+}
+
+void tst_PrintedBarcodes::hexagonsNeedTwoDots()
+{
+    QFETCH(QSizeF, size);
+    LabelDocument document = blackAndRed({ 60, 60 });
+    addBarcode(document, maxiCode, u"MaxiCode 12345"_s, size);
+    QTEST(wordsOf(separatedAtDesign(document).warnings), "warning");
+}
+
+void tst_PrintedBarcodes::coloursOfTheirOwnAreNotPrinted()
+{
+    LabelDocument document = blackAndRed({ 60, 60 });
+    addBarcode(document, ultracode, u"Ultracode"_s, { 170, 130 });
+    const Separation separation = separatedAtDesign(document);
+    QCOMPARE(wordsOf(separation.warnings),
+        u"/items/0 | barcode 7 (Ultracode): its modules have colours of their own, which no plate has | "
+        "choose another symbology"_s);
+    QVERIFY(isEmpty(separation.plates[0].image));
+    QVERIFY(isEmpty(separation.plates[1].image));
+}
+
 void tst_PrintedBarcodes::symbolsWithoutRoomAreWarnedAbout()
 {
     LabelDocument document = blackAndRed({ 60, 60 });
     addBarcode(document, qrCode, qrText, { 0, 63 });
     QCOMPARE(wordsOf(separatedAtDesign(document).warnings),
         u"/items/0 | barcode 7 (QR Code): there is no room for the symbol | make it larger"_s);
+}
+
+void tst_PrintedBarcodes::symbolsWithoutBarsAreWarnedAbout()
+{
+    LabelDocument document = blackAndRed({ 60, 60 });
+    addBarcode(document, flattermarken, u"0"_s, { 100, 50 });
+    QCOMPARE(wordsOf(separatedAtDesign(document).warnings),
+        u"/items/0 | barcode 7 (Flattermarken): the text has no bars | change the text or the symbology"_s);
 }
 
 void tst_PrintedBarcodes::unknownSymbologiesHaveNoName()
