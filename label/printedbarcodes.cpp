@@ -4,6 +4,7 @@
 #include "items/barcode/barcodeitem.h"
 #include "label/barcodeencoding.h"
 #include "platform/zint/dotrendering.h"
+#include "platform/zint/geometryof.h"
 #include "platform/zint/symbologies.h"
 
 #include <QLineF>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +28,17 @@ constexpr double mostStretched = 1.5;
 constexpr int maxiCode = 57;
 constexpr int ultracode = 144;
 
+/// In modules; 0 without bars.
+double lowestBarOf(const Zint::SymbolGeometry &geometry)
+{
+    double lowest = std::numeric_limits<double>::infinity();
+    for (const Zint::SymbolGeometry::Bars &bars : geometry.bars) {
+        for (const QRectF &bar : bars.rects)
+            lowest = std::min(lowest, bar.height());
+    }
+    return geometry.bars.empty() ? 0.0 : lowest;
+}
+
 PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
 {
     const Zint::QZint barcode = BarcodeEncoding::of(item);
@@ -39,6 +52,7 @@ PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
         .dots = modules.dots,
         .squareModules = modules.squareModules,
         .sharp = modules.sharp,
+        .lowestBar = lowestBarOf(*Zint::geometryOf(barcode)) * modules.dots.height(),
         .moduleWidth = modules.dots.width() * millimetresPerInch / dpi };
 }
 
@@ -105,18 +119,30 @@ double leastDots(const BarcodeItem &item)
     return item.getBarcodeSymbol() == maxiCode ? 2.0 : 1.0;
 }
 
+QString adviceOf(const Side &side, double leastLength, double dpi, double leastDpi)
+{
+    const double least = std::ceil(leastLength * millimetresPerInch / dpi * 10.0 - 1e-6) / 10.0;
+    return u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(least)
+        .arg(side.adjective)
+        .arg(usualResolution(leastDpi));
+}
+
 /// A side with too few dots for each module cannot be read.
 Problem tooSmall(const Side &side, double dpi, double needed)
 {
     // From one dot on they are whole, and the item has more.
     const double dots = side.dots < 1.0 ? side.dots : side.dotsInReach();
-    const double least = side.length * needed / dots * millimetresPerInch / dpi;
     const QString counted
         = u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6));
     return { {}, {}, needed > 1.0 ? counted + u"; each needs %1"_s.arg(needed) : counted,
-        u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(std::ceil(least * 10.0 - 1e-6) / 10.0)
-            .arg(side.adjective)
-            .arg(usualResolution(dpi * needed / dots)) };
+        adviceOf(side, side.length * needed / dots, dpi, dpi * needed / dots) };
+}
+
+/// Rows of less than a dot may have none.
+Problem tooLow(const Side &height, double lowestBar, double dpi)
+{
+    return { {}, {}, u"its lowest bars have %1 of a dot"_s.arg(lowestBar),
+        adviceOf(height, height.length / lowestBar, dpi, dpi / lowestBar) };
 }
 
 std::optional<Problem> problemOf(
@@ -138,6 +164,8 @@ std::optional<Problem> problemOf(
     const Side &smaller = smallerOf(width, height, item, barcode.squareModules);
     if (smaller.dots < leastDots(item))
         return tooSmall(smaller, dpi, leastDots(item));
+    if (barcode.lowestBar > 0.0 && barcode.lowestBar < 1.0)
+        return tooLow(height, barcode.lowestBar, dpi);
     const double ratio = width.dots / height.dots;
     if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
         return Problem { {}, {},

@@ -97,6 +97,9 @@ QList<Trial> all()
 QList<Print> printed(const Subject &subject, const Trial &trial)
 {
     const Separation separation = Printing::separated(documentOf(subject, trial), { trial.dpi });
+    QString warnings;
+    for (const Problem &problem : separation.warnings)
+        warnings += problem.what + u'\n';
     QList<Print> prints;
     for (std::size_t i = 0; i < separation.plates.size(); ++i) {
         const Plate &plate = separation.plates[i];
@@ -106,7 +109,7 @@ QList<Print> printed(const Subject &subject, const Trial &trial)
             qFatal("the plates print in each other's halves: %s", qPrintable(trial.name()));
         // What is mirrored back turns the other way round.
         prints << Print { trial.mirrored ? -trial.rotation : trial.rotation,
-            trial.mirrored ? image.mirrored(true, false) : image, separation.barcodes[i],
+            trial.mirrored ? image.mirrored(true, false) : image, separation.barcodes[i], warnings,
             trial.name() + u", "_s + plate.ink.name };
     }
     return prints;

@@ -39,6 +39,7 @@ struct Print
     int rotation; ///< of the image, which is that of the item unless that is mirrored
     QImage image; ///< QImage::Format_Mono, with bare paper around the symbol; never mirrored
     PrintedBarcode barcode;
+    QString warnings; ///< of the label; empty if there are none
     QString name; ///< for messages
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/barcode/barcodeitem.h"
 #include "tests/label/printing.h"
+#include "tests/support/nearness.h"
+#include "tests/support/rawsymbols.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -14,6 +16,7 @@ constexpr int ean = 13;
 constexpr int eanWithCheckDigit = 14;
 constexpr int code128 = 20;
 constexpr int flattermarken = 28;
+constexpr int pdf417 = 55;
 constexpr int maxiCode = 57;
 constexpr int ultracode = 144;
 constexpr int qrCode = 58; // with this text, 21 modules on each side
@@ -68,6 +71,7 @@ private Q_SLOTS:
     void smallerSideIsNamed();
     void hexagonsNeedTwoDots_data();
     void hexagonsNeedTwoDots();
+    void lowRowsAreWarnedAbout();
     void coloursOfTheirOwnAreNotPrinted();
     void symbolsWithoutRoomAreWarnedAbout();
     void symbolsWithoutBarsAreWarnedAbout();
@@ -316,6 +320,28 @@ void tst_PrintedBarcodes::hexagonsNeedTwoDots()
     LabelDocument document = blackAndRed({ 60, 60 });
     addBarcode(document, maxiCode, u"MaxiCode 12345"_s, size);
     QTEST(wordsOf(separatedAtDesign(document).warnings), "warning");
+}
+
+void tst_PrintedBarcodes::lowRowsAreWarnedAbout()
+{
+    const QString text = u"PDF417 text 12345"_s;
+    const RawSymbols::Symbol symbol = RawSymbols::make(pdf417);
+    symbol->option_1 = 0; // as that of a new item
+    QCOMPARE(RawSymbols::encode(*symbol, qUtf8Printable(text)), 0);
+    const int rows = symbol->rows;
+    const double width = 2.0 * symbol->width;
+
+    LabelDocument low = blackAndRed({ 60, 60 });
+    addBarcode(low, pdf417, text, { width, 0.75 * rows });
+    const Separation separation = separatedAtDesign(low);
+    QVERIFY(isNear(separation.barcodes.at(0).lowestBar, 0.75));
+    const QString warning = u"/items/0 | barcode 7 (PDF417): its lowest bars have 0.75 of a dot | "
+                            "make it at least %1 mm high or print at 600 dpi"_s;
+    QCOMPARE(wordsOf(separation.warnings), warning.arg(rows / 10.0));
+
+    LabelDocument high = blackAndRed({ 60, 60 });
+    addBarcode(high, pdf417, text, { width, double(rows) });
+    QCOMPARE(wordsOf(separatedAtDesign(high).warnings), QString());
 }
 
 void tst_PrintedBarcodes::coloursOfTheirOwnAreNotPrinted()
