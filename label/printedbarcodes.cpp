@@ -4,6 +4,7 @@
 #include "items/barcode/barcodeitem.h"
 #include "label/barcodeencoding.h"
 #include "platform/zint/dotrendering.h"
+#include "platform/zint/geometryof.h"
 #include "platform/zint/symbologies.h"
 
 #include <QLineF>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +23,21 @@ constexpr double millimetresPerInch = 25.4;
 constexpr int firstError = 5;
 /// Decoders expect square modules, and put up with less.
 constexpr double mostStretched = 1.5;
+
+// The numbers by which the encoder knows symbols.
+constexpr int maxiCode = 57;
+constexpr int ultracode = 144;
+
+/// In modules; 0 without bars.
+double lowestBarOf(const Zint::SymbolGeometry &geometry)
+{
+    double lowest = std::numeric_limits<double>::infinity();
+    for (const Zint::SymbolGeometry::Bars &bars : geometry.bars) {
+        for (const QRectF &bar : bars.rects)
+            lowest = std::min(lowest, bar.height());
+    }
+    return geometry.bars.empty() ? 0.0 : lowest;
+}
 
 PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
 {
@@ -35,6 +52,7 @@ PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
         .dots = modules.dots,
         .squareModules = modules.squareModules,
         .sharp = modules.sharp,
+        .lowestBar = lowestBarOf(*Zint::geometryOf(barcode)) * modules.dots.height(),
         .moduleWidth = modules.dots.width() * millimetresPerInch / dpi };
 }
 
@@ -73,20 +91,58 @@ struct Side
     QString adjective;
     double modules;
     double dots; ///< of a module
-    QPointF end; ///< of the item's side, from its origin
+    double length; ///< of the item, in dots
+
+    [[nodiscard]] double dotsInReach() const { return length / modules; }
 };
 
-/// A side with less than a dot for each module cannot be read.
-Problem tooSmall(const BarcodeItem &item, const Side &side, double dpi, double scaling)
+double lengthInDots(const BarcodeItem &item, QPointF end, double scaling)
 {
     const QTransform toScene = item.sceneTransform();
-    const double length = QLineF(toScene.map(QPointF()), toScene.map(side.end)).length() * scaling / dpi;
-    const double least = std::ceil(length * millimetresPerInch / side.dots * 10.0) / 10.0;
-    return { {}, {},
-        u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6)),
-        u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(least)
-            .arg(side.adjective)
-            .arg(usualResolution(dpi / side.dots)) };
+    return QLineF(toScene.map(QPointF()), toScene.map(end)).length() * scaling;
+}
+
+/// The side that keeps modules from being larger.
+const Side &smallerOf(const Side &width, const Side &height, const BarcodeItem &item, bool squareModules)
+{
+    const auto mode = BarcodeEncoding::modeOf(item);
+    const bool keepsProportions = mode == Zint::QZint::KeepAspectRatio || mode == Zint::QZint::CenterBarCode;
+    if (keepsProportions)
+        return height.dotsInReach() < width.dotsInReach() ? height : width;
+    return squareModules && height.dots < width.dots ? height : width;
+}
+
+/// The fewest dots of a module. The rows of hexagons lie closer than they are wide: of a single dot, they run
+/// into each other.
+double leastDots(const BarcodeItem &item)
+{
+    return item.getBarcodeSymbol() == maxiCode ? 2.0 : 1.0;
+}
+
+QString adviceOf(const Side &side, double leastLength, double dpi, double leastDpi)
+{
+    const double least = std::ceil(leastLength * millimetresPerInch / dpi * 10.0 - 1e-6) / 10.0;
+    return u"make it at least %1 mm %2 or print at %3 dpi"_s.arg(least)
+        .arg(side.adjective)
+        .arg(usualResolution(leastDpi));
+}
+
+/// A side with too few dots for each module cannot be read.
+Problem tooSmall(const Side &side, double dpi, double needed)
+{
+    // From one dot on they are whole, and the item has more.
+    const double dots = side.dots < 1.0 ? side.dots : side.dotsInReach();
+    const QString counted
+        = u"%1 modules in %2 dots"_s.arg(side.modules).arg(std::floor(side.modules * side.dots + 1e-6));
+    return { {}, {}, needed > 1.0 ? counted + u"; each needs %1"_s.arg(needed) : counted,
+        adviceOf(side, side.length * needed / dots, dpi, dpi * needed / dots) };
+}
+
+/// Rows of less than a dot may have none.
+Problem tooLow(const Side &height, double lowestBar, double dpi)
+{
+    return { {}, {}, u"its lowest bars have %1 of a dot"_s.arg(lowestBar),
+        adviceOf(height, height.length / lowestBar, dpi, dpi / lowestBar) };
 }
 
 std::optional<Problem> problemOf(
@@ -94,16 +150,22 @@ std::optional<Problem> problemOf(
 {
     if (barcode.error >= firstError)
         return Problem { {}, {}, reasonOf(barcode.error), u"change the text or the symbology"_s };
-    if (barcode.modules.isEmpty())
+    if (item.getBarcodeSymbol() == ultracode)
+        return Problem { {}, {}, u"its modules have colours of their own, which no plate has"_s,
+            u"choose another symbology"_s };
+    if (item.boundingRect().isEmpty())
         return Problem { {}, {}, u"there is no room for the symbol"_s, u"make it larger"_s };
+    if (barcode.modules.isEmpty())
+        return Problem { {}, {}, u"the text has no bars"_s, u"change the text or the symbology"_s };
     const Side width { u"wide"_s, barcode.modules.width(), barcode.dots.width(),
-        { item.getItemWidth(), 0.0 } };
+        lengthInDots(item, { item.getItemWidth(), 0.0 }, scaling) };
     const Side height { u"high"_s, barcode.modules.height(), barcode.dots.height(),
-        { 0.0, item.getItemHeight() } };
-    const bool lower = barcode.squareModules && height.dots < width.dots;
-    const Side &smaller = lower ? height : width;
-    if (smaller.dots < 1.0)
-        return tooSmall(item, smaller, dpi, scaling);
+        lengthInDots(item, { 0.0, item.getItemHeight() }, scaling) };
+    const Side &smaller = smallerOf(width, height, item, barcode.squareModules);
+    if (smaller.dots < leastDots(item))
+        return tooSmall(smaller, dpi, leastDots(item));
+    if (barcode.lowestBar > 0.0 && barcode.lowestBar < 1.0)
+        return tooLow(height, barcode.lowestBar, dpi);
     const double ratio = width.dots / height.dots;
     if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
         return Problem { {}, {},

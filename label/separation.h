@@ -41,6 +41,7 @@ struct PrintedBarcode
     QSizeF dots; ///< how many dots each is wide and high
     bool squareModules = false; ///< of bars, only the width counts
     bool sharp = false; ///< whether all modules have the same whole number of dots
+    double lowestBar = 0.0; ///< in dots; of several rows, that of the lowest
     double moduleWidth = 0.0; ///< the X dimension in millimetres
 };
 

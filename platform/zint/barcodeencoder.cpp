@@ -56,6 +56,12 @@ DotPlacement placementOnDots(
     return placeOnDots(symbol.geometry, hasSquareModules(symbol), place, toDots);
 }
 
+bool isOfOneColour(const SymbolGeometry &geometry)
+{
+    return std::ranges::all_of(geometry.bars,
+        [](const SymbolGeometry::Bars &bars) { return bars.colour == SymbolGeometry::Foreground; });
+}
+
 void paintLineAndSymbol(QPainter &painter, const EncodedSymbol &symbol, const BarcodeStyle &style,
     const QRectF &rect, Fit fit, Edges edges)
 {
@@ -65,6 +71,8 @@ void paintLineAndSymbol(QPainter &painter, const EncodedSymbol &symbol, const Ba
         line.sharpen();
     painter.setPen(foreground);
     line.paint(painter);
+    if (edges == Edges::OnDots && !isOfOneColour(symbol.geometry))
+        return;
     const QRectF place = edges == Edges::OnDots
         ? placementOnDots(symbol, line, fit, painter.deviceTransform()).place
         : placeOf(symbol.geometry, line.rest(), fit);

@@ -19,7 +19,8 @@ struct ModuleDots
 };
 
 /// Paints the barcode as QZint::render() does, but with modules of whole dots where there is at least a dot
-/// for each: the symbol is a little smaller, in the middle of its place. Letters have hard edges.
+/// for each: the symbol is a little smaller, in the middle of its place. Letters have hard edges. A symbol
+/// with colours of its own is left out: dots have none.
 void renderOnDots(const QZint &barcode, QPainter &painter, const QRectF &rect, QZint::AspectRatioMode mode);
 
 /// How renderOnDots() would place the modules on a device with that transform.
