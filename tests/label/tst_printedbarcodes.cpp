@@ -212,7 +212,7 @@ void tst_PrintedBarcodes::stretchedModulesAreWarnedAbout()
     LabelDocument document = blackAndRed({ 60, 60 });
     addBarcode(document, qrCode, qrText, size);
     const QString warning = u"/items/0 | barcode 7 (QR Code): its modules are stretched to %1 dots | "
-                            "give it the proportions 21 to 21"_s;
+                            "make it square"_s;
     QCOMPARE(wordsOf(separatedAtDesign(document).warnings), dots.isEmpty() ? QString() : warning.arg(dots));
 }
 
