@@ -61,9 +61,13 @@ TextLine::TextLine(const EncodedSymbol &symbol, const BarcodeStyle &style, const
     if (text.isEmpty() || pixels < 1)
         return;
     m_font = fontOf(style, pixels);
-    const QFontMetricsF metrics(m_font);
-    if (metrics.height() >= rect.height())
+    const QFontMetricsF asked(m_font);
+    if (asked.height() >= rect.height())
         return;
+    const double width = asked.horizontalAdvance(text);
+    if (width > rect.width()) // cut off, it would be misread
+        m_font.setPixelSize(std::max(1, int(pixels * rect.width() / width)));
+    const QFontMetricsF metrics(m_font);
 
     m_text = text;
     m_baseline.setX(leftEnd(rect, metrics.horizontalAdvance(text), style.textAlign));

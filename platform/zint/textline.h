@@ -20,8 +20,9 @@ public:
     /// outlines.
     static constexpr int MaxPixelSize = 10'000;
 
-    /// Lays the line out. It is empty when the symbol has no text or it is to be hidden, when the font has no
-    /// size, and when it would leave no room for the symbol.
+    /// Lays the line out, in a smaller font if it would be wider than the rectangle. It is empty when the
+    /// symbol has no text or it is to be hidden, when the font has no size, and when it would leave no room
+    /// for the symbol.
     TextLine(const EncodedSymbol &symbol, const BarcodeStyle &style, const QRectF &rect);
 
     /// Gives the letters hard edges.

@@ -128,6 +128,8 @@ private Q_SLOTS:
     void thereMayBeNoLine_data();
     void thereMayBeNoLine();
     void barsKeepTheRectangleThatTheLineWouldFill();
+    void longLineIsMadeToFit_data() { lineFollowsTheHorizontalAlignment_data(); }
+    void longLineIsMadeToFit();
     void hugeFontsAreLimited();
 };
 
@@ -349,6 +351,23 @@ void tst_BarcodeText::barsKeepTheRectangleThatTheLineWouldFill()
     }
     QVERIFY(!hadLine);
     QVERIFY(isNear(paintingOf(code, QRectF(100, 50, 300, 100)).bars.height(), 100.0));
+}
+
+void tst_BarcodeText::longLineIsMadeToFit()
+{
+    QFETCH(int, align);
+    const QString text = u"Thirty letters, wide and narrow"_s;
+    QZint code = withLine(text);
+    code.setTextAlign(align);
+    const QRectF narrow(100, 50, 120, 100);
+    const QRectF line = paintingOf(code, narrow).line;
+    // Letters reach a little beyond their advance.
+    QVERIFY(line.left() > 99.0 && line.right() < 221.0);
+    QVERIFY(line.width() > 100.0); // sizes of fonts are whole units
+    // 16 units make it about twice as wide.
+    const QRectF asked = outlineOf(text, fontOf(16));
+    QVERIFY(asked.width() > 200.0);
+    QVERIFY(isNear(line.height(), asked.height() * line.width() / asked.width(), 0.5));
 }
 
 void tst_BarcodeText::hugeFontsAreLimited()
