@@ -62,14 +62,19 @@ QString reasonOf(int error)
     case 5:
         return u"the text is too long for the symbology"_s;
     case 6:
-        return u"the text has characters that the symbology does not know"_s;
+        return u"the symbology does not take the text"_s;
     case 7:
         return u"the check digit of the text is wrong"_s;
     case 8:
-        return u"the symbology does not know its options"_s;
+        return u"the symbology does not take its level, option or white space"_s;
     default:
         return u"the encoder refuses it with error %1"_s.arg(error);
     }
+}
+
+QString adviceFor(int error)
+{
+    return error == 8 ? u"change that or the symbology"_s : u"change the text or the symbology"_s;
 }
 
 QString nameOf(const BarcodeItem &item, const PrintedBarcode &barcode)
@@ -149,7 +154,7 @@ std::optional<Problem> problemOf(
     const BarcodeItem &item, const PrintedBarcode &barcode, double dpi, double scaling)
 {
     if (barcode.error >= firstError)
-        return Problem { {}, {}, reasonOf(barcode.error), u"change the text or the symbology"_s };
+        return Problem { {}, {}, reasonOf(barcode.error), adviceFor(barcode.error) };
     if (item.getBarcodeSymbol() == ultracode)
         return Problem { {}, {}, u"its modules have colours of their own, which no plate has"_s,
             u"choose another symbology"_s };

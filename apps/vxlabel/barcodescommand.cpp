@@ -62,7 +62,7 @@ void addBarcodesCommand(CommandLine &commandLine)
     CLI::App &command = commandLine.addCommand("barcodes",
         "List the symbologies of barcodes: the number for \"barcodeSymbol\", the name and the kind of each, "
         "and "
-        "whether it takes GS1 application identifiers, shows a text that people can read, and takes any "
+        "whether it can hold GS1 application identifiers, shows a text that people can read, and takes any "
         "script "
         "(ECI)",
         "vxlabel barcodes --json", [json](BrokenItems) {

@@ -41,6 +41,7 @@ BarcodeItem::BarcodeItem()
     setItemShape(MobraTypes::BarcodeShape);
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemClipsToShape | ItemStacksBehindParent);
     makeBarcode();
+    update();
 }
 
 BarcodeItem::~BarcodeItem() = default;
@@ -80,10 +81,12 @@ QPainterPath BarcodeItem::shape() const
 void BarcodeItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
 {
     const QRectF bounds = boundingRect();
+    painter->save(); // an encoder of a host may change anything
     {
         const MirrorScope mirrored(*this, *painter, bounds.width(), bounds.height());
         m_encoder->render(*painter, bounds, static_cast<QZint::AspectRatioMode>(m_aspectRatioMode));
     }
+    painter->restore();
     paintSelectionFrame(painter, option, bounds);
 }
 

@@ -31,9 +31,11 @@ public:
     virtual bool getBarcodeShowStartStop() const = 0;
     virtual void setBarcodeAspectRatio(int mode) = 0;
     virtual int getBarcodeAspectRatioMode() const = 0;
-    /// The text as encoded, check digits included.
+    /// What people read beside the symbol, check digits included; empty for symbols without such a text.
     virtual QString getBarcodeEncodedText() const = 0;
-    /// False while the text cannot be encoded in the symbol.
+    /// False while the text is too long for the symbology, holds what it does not know, or has a wrong check
+    /// digit. Options out of range leave it true, though nothing is painted.
     virtual bool isValidInput() const = 0;
+    /// False for PDF417, QR Code and Data Matrix only.
     virtual bool isBarcode1D() const = 0;
 };

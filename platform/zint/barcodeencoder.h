@@ -122,9 +122,9 @@ public:
     /// symbols without such a text.
     [[nodiscard]] QString encodedText() const;
 
-    /// Paints background, line and symbol into the rectangle, after an error the background alone, and
-    /// nothing if the rectangle is empty or has a number that is not finite, or if the painter is not active.
-    /// Bars have hard edges. The painter stays as it was.
+    /// Paints background, line and symbol into the rectangle, after an error the background alone. Bars have
+    /// hard edges. Paints nothing if the painter is not active, or if the rectangle is empty, reaches beyond
+    /// ±10,000,000 or has a number that is not finite. The painter stays as it was.
     void render(QPainter &painter, const QRectF &rect, AspectRatioMode mode) const;
 
 private:

@@ -22,7 +22,7 @@ struct Symbology
     int number; ///< of QZint::setSymbol()
     QString name;
     Kind kind;
-    bool takesGs1; ///< texts of application identifiers
+    bool takesGs1; ///< can hold application identifiers; most only in the input mode for them
     bool hasText; ///< which people can read
     bool takesEci; ///< says which character set it uses, so that it takes texts beyond Latin 1
 };

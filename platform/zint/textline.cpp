@@ -16,8 +16,8 @@ namespace Zint {
 
 namespace {
 
-/// The text as it is shown. Of all symbologies Code 39 alone has start and stop characters that people can
-/// read.
+/// The text as it is shown. The asterisks of Code 39 are no part of what it holds; the letters at the ends of
+/// Codabar are, since there are several.
 QString shownText(const EncodedSymbol &symbol, const BarcodeStyle &style)
 {
     if (style.hideText)

@@ -153,9 +153,10 @@ void tst_VxLabelBarcodes::warnsOfWhatWillNotScan_data()
     QTest::newRow("stretched") << barcode(qrCode, u"B123456"_s, 100, 50)
                                << QByteArray("barcode 1 (QR Code): its modules are stretched to 4 x 2 dots; "
                                              "make it square");
-    QTest::newRow("refused") << barcode(ean, u"59012341234X"_s, 100, 40)
-                             << QByteArray("barcode 1 (EAN): the text has characters that the symbology does "
-                                           "not know; change the text or the symbology");
+    QTest::newRow("refused")
+        << barcode(ean, u"59012341234X"_s, 100, 40)
+        << QByteArray(
+               "barcode 1 (EAN): the symbology does not take the text; change the text or the symbology");
     QTest::newRow("too long") << barcode(ean, u"1"_s.repeated(40), 100, 40)
                               << QByteArray("barcode 1 (EAN): the text is too long for the symbology; change "
                                             "the text or the symbology");

@@ -225,7 +225,7 @@ void tst_PrintedBarcodes::refusedTextsAreWarnedAbout_data()
     QTest::newRow("too long") << ean << u"12345678901234567890123"_s << 5
                               << u"(EAN): the text is too long for the symbology"_s;
     QTest::newRow("with a letter") << ean << u"59012341234A"_s << 6
-                                   << u"(EAN): the text has characters that the symbology does not know"_s;
+                                   << u"(EAN): the symbology does not take the text"_s;
     QTest::newRow("with a wrong check digit")
         << eanWithCheckDigit << u"5901234123458"_s << 7
         << u"(EAN with check digit): the check digit of the text is wrong"_s;
