@@ -27,9 +27,10 @@ inline constexpr int MaxHtmlTags = 40'000;
 inline constexpr int MaxHtmlInlineTags = 5'000;
 inline constexpr int MaxHtmlPictures = 2'000;
 /// The rules of style sheets, times the elements that each is held against.
-inline constexpr qint64 MaxHtmlStyleWork = 4'000'000;
+inline constexpr qint64 MaxHtmlStyleWork = 3'000'000;
 inline constexpr int MaxHtmlDepth = 256;
 inline constexpr int MaxHtmlTableDepth = 8;
+/// Those of a table within another count twice, and so on.
 inline constexpr int MaxHtmlCells = 50'000;
 inline constexpr int MaxHtmlListItems = 3'000;
 inline constexpr int MaxHtmlFloats = 100;
@@ -37,7 +38,7 @@ inline constexpr int MaxHtmlFontSizes = 300;
 /// Font sizes that are converted for another screen, and those times the characters among which each is
 /// sought.
 inline constexpr qsizetype MaxHtmlRewrites = 2'000;
-inline constexpr qint64 MaxHtmlRewriteWork = 400'000'000;
+inline constexpr qint64 MaxHtmlRewriteWork = 300'000'000;
 inline constexpr int MaxCombiningMarks = 64;
 /// The largest scale at which text is drawn, and the largest ratio of its widest to its narrowest direction.
 inline constexpr double MaxTextScale = 1e6;

@@ -275,7 +275,10 @@ private:
     /// For a cell in no row Qt begins a table, which it does not reliably end.
     void addCell(const Tag &cell)
     {
-        m_cells += qint64(cell.columns) * cell.rows;
+        // Qt lays a table out twice for each table around it.
+        const auto around = std::max<qsizetype>(m_rowsAround.size() - 1, 0);
+        m_cells += (qint64(cell.columns) * cell.rows)
+            << std::min<qsizetype>(around, Limits::MaxHtmlTableDepth);
         if (m_inRow)
             return;
         ++m_unendingTables;

@@ -91,13 +91,16 @@ void tst_HtmlGuard::limitsAreExact_data()
     QTest::newRow("elements within lines") << u"<b></b>"_s.repeated(5'000) << u"<b></b>"_s.repeated(5'001);
     QTest::newRow("pictures") << u"<img src=a>"_s.repeated(2'000) << u"<img src=a>"_s.repeated(2'001);
     const QString rules = u"<style>"_s + u"p{color:red}"_s.repeated(1'000) + u"</style>"_s;
-    QTest::newRow("rules") << rules + u"<p>"_s.repeated(3'998) << rules + u"<p>"_s.repeated(3'999);
+    QTest::newRow("rules") << rules + u"<p>"_s.repeated(2'998) << rules + u"<p>"_s.repeated(2'999);
     QTest::newRow("depth") << u"<div>"_s.repeated(256) << u"<div>"_s.repeated(257);
     QTest::newRow("depth of a closed text") << u"<div>"_s.repeated(256) + u"</div>"_s.repeated(256)
                                             << u"<div>"_s.repeated(257) + u"</div>"_s.repeated(257);
     QTest::newRow("nested tables") << nestedTables(8) << nestedTables(9);
     QTest::newRow("wide cells") << u"<table><tr>"_s + u"<td colspan=1000>x"_s.repeated(50)
                                 << u"<table><tr>"_s + u"<td colspan=1000>x"_s.repeated(50) + u"<td>x"_s;
+    const QString inner = u"<table><tr><td><table><tr>"_s;
+    QTest::newRow("inner cells") << inner + u"<td>x"_s.repeated(24'999)
+                                 << inner + u"<td>x"_s.repeated(25'000);
     QTest::newRow("high cells") << u"<table>"_s + u"<tr><td rowspan=250>x"_s.repeated(200)
                                 << u"<table>"_s + u"<tr><td rowspan=250>x"_s.repeated(200) + u"<td>x"_s;
     QTest::newRow("wide and high cells")

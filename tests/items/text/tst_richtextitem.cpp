@@ -514,7 +514,7 @@ void tst_RichTextItem::htmlWithTooManySizesIsNotRewritten()
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 10.0) < 0.01);
 
     // Fewer sizes in a longer text, which is searched for each of them.
-    const QString longText = span.repeated(200).leftJustified(2'000'000, u'x');
+    const QString longText = span.repeated(150).leftJustified(2'000'000, u'x');
     item.setScaledHtml(longText, 2.0 * screenFactor());
     QVERIFY(qAbs(formatAt(item, 0).fontPointSize() - 20.0) < 0.01);
     item.setScaledHtml(longText + u'x', 2.0 * screenFactor());
