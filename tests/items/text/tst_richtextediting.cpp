@@ -157,7 +157,8 @@ void tst_RichTextEditing::emptyBoxIsTypedInItsFormats()
         QVERIFY(window.format(i).fontItalic());
         QCOMPARE(window.format(i).foreground().color(), Colours::red);
     }
-    QCOMPARE(window.item->document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(
+        window.item->document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
     QVERIFY(!window.item->getDocumentIsEmpty());
 }
 

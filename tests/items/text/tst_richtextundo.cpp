@@ -91,7 +91,8 @@ void tst_RichTextUndo::newBoxHasNothingToUndo()
     window.write(u"a"_s);
     QVERIFY(isAbout(window.pixelSize(0), 20));
     QVERIFY(window.format(0).fontItalic());
-    QCOMPARE(window.item->document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
+    QCOMPARE(
+        window.item->document()->firstBlock().blockFormat().alignment(), Qt::AlignRight | Qt::AlignAbsolute);
 }
 
 void tst_RichTextUndo::firstTypingIsUndoneAndRedone()
