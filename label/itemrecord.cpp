@@ -11,6 +11,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QtEndian>
 
 namespace {
 
@@ -51,6 +52,19 @@ QByteArray withoutNegativeZeros(QByteArray record)
     return record.replace(negative, zero);
 }
 
+/// Readers of rich text take the weight of an empty text in the scale of older writers and leave out any that
+/// is not in it, bold as writers give it included: in that scale bold comes back.
+void writeBoldForReaders(QByteArray &record)
+{
+    constexpr auto behindWeight
+        = qsizetype(2 * sizeof(qint8) + sizeof(qint16)); // italic, underline and the alignment
+    constexpr qint16 boldInOldScale = 75;
+    constexpr int lightestBold = 501; // nearer to 700 than to 400
+    const qsizetype at = record.size() - behindWeight - qsizetype(sizeof(qint16));
+    if (qFromBigEndian<qint16>(record.constData() + at) >= lightestBold)
+        qToBigEndian(boldInOldScale, record.data() + at);
+}
+
 } // namespace
 
 QByteArray ItemRecord::of(Item &item)
@@ -59,6 +73,8 @@ QByteArray ItemRecord::of(Item &item)
     QDataStream stream(&record, QIODevice::WriteOnly);
     stream.setVersion(StreamVersion);
     item.saveItemToData(stream);
+    if (item.getItemShape() == MobraTypes::RichTextShape)
+        writeBoldForReaders(record);
     return record;
 }
 
