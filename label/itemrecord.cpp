@@ -7,6 +7,7 @@
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
+#include "items/text/richtextitem.h"
 #include "label/labeldocument.h"
 
 #include <QDataStream>
@@ -52,30 +53,47 @@ QByteArray withoutNegativeZeros(QByteArray record)
     return record.replace(negative, zero);
 }
 
+QByteArray written(Item &item)
+{
+    QByteArray record;
+    QDataStream stream(&record, QIODevice::WriteOnly);
+    stream.setVersion(ItemRecord::StreamVersion);
+    item.saveItemToData(stream);
+    return record;
+}
+
 /// Readers of rich text take the weight of an empty text in the scale of older writers and leave out any that
-/// is not in it, bold as writers give it included: in that scale bold comes back.
-void writeBoldForReaders(QByteArray &record)
+/// is not in it, bold as items write it included: in that scale bold comes back.
+QByteArray writtenForReaders(RichTextItem &text)
 {
     constexpr auto behindWeight
         = qsizetype(2 * sizeof(qint8) + sizeof(qint16)); // italic, underline and the alignment
     constexpr qint16 boldInOldScale = 75;
-    constexpr int lightestBold = 501; // nearer to 700 than to 400
-    const qsizetype at = record.size() - behindWeight - qsizetype(sizeof(qint16));
-    if (qFromBigEndian<qint16>(record.constData() + at) >= lightestBold)
-        qToBigEndian(boldInOldScale, record.data() + at);
+    QByteArray record = written(text);
+    if (text.getEmptyFontWeight() == QFont::Bold)
+        qToBigEndian(boldInOldScale, record.end() - behindWeight - sizeof(boldInOldScale));
+    return record;
+}
+
+/// Normal and bold are the weights of an empty text that come back; others become the nearer of these.
+QByteArray writtenInKnownWeight(RichTextItem &text)
+{
+    const int weight = text.getEmptyFontWeight();
+    const int known = weight > QFont::Medium ? QFont::Bold : QFont::Normal;
+    if (weight == known)
+        return writtenForReaders(text);
+    const std::unique_ptr<Item> copy(text.createItemCopy());
+    auto &inKnownWeight = dynamic_cast<RichTextItem &>(*copy);
+    inKnownWeight.setEmptyFontWeight(known);
+    return writtenForReaders(inKnownWeight);
 }
 
 } // namespace
 
 QByteArray ItemRecord::of(Item &item)
 {
-    QByteArray record;
-    QDataStream stream(&record, QIODevice::WriteOnly);
-    stream.setVersion(StreamVersion);
-    item.saveItemToData(stream);
-    if (item.getItemShape() == MobraTypes::RichTextShape)
-        writeBoldForReaders(record);
-    return record;
+    auto *text = dynamic_cast<RichTextItem *>(&item);
+    return text ? writtenInKnownWeight(*text) : written(item);
 }
 
 bool ItemRecord::load(Item &item, const QByteArray &record, unsigned int version)

@@ -99,7 +99,8 @@ private Q_SLOTS:
     void brokenOwnNumbersAreNamed();
     void brokenScreenFactorIsNamed();
     void textsThatWouldNotBeKeptAreNamed();
-    void boldOfAnEmptyTextComesBack();
+    void weightOfAnEmptyTextComesBack_data();
+    void weightOfAnEmptyTextComesBack();
     void eachNumberIsToldOnce();
     void secondPositionOfALineDecides_data();
     void secondPositionOfALineDecides();
@@ -209,18 +210,32 @@ void tst_ShapeRecords::textsThatWouldNotBeKeptAreNamed()
     QCOMPARE(result.problems[0].what, u"itemHtml is too complicated to be laid out"_s);
 }
 
-// Records alone lose it, since readers take the weight in an older scale, in which 75 is bold.
-void tst_ShapeRecords::boldOfAnEmptyTextComesBack()
+void tst_ShapeRecords::weightOfAnEmptyTextComesBack_data()
 {
+    QTest::addColumn<int>("weight");
+    QTest::addColumn<QByteArray>("written"); // with upright, not underlined, aligned to the left
+    QTest::addColumn<int>("read");
+    QTest::newRow("bold") << 700 << fromHexText("004B 00 00 0001") << 700;
+    QTest::newRow("normal") << 400 << fromHexText("0190 00 00 0001") << 400;
+    QTest::newRow("black") << 900 << fromHexText("004B 00 00 0001") << 700;
+    QTest::newRow("nearer to bold") << 551 << fromHexText("004B 00 00 0001") << 700;
+    QTest::newRow("medium") << 500 << fromHexText("0190 00 00 0001") << 400;
+    QTest::newRow("thin") << 100 << fromHexText("0190 00 00 0001") << 400;
+}
+
+// Records alone lose it, since readers take the weight in an older scale, in which 75 is bold.
+void tst_ShapeRecords::weightOfAnEmptyTextComesBack()
+{
+    QFETCH(int, weight);
+    QFETCH(QByteArray, written);
     auto rich = std::make_unique<RichTextItem>();
-    QCOMPARE(rich->getEmptyFontWeight(), int(QFont::Bold));
+    rich->setEmptyFontWeight(weight);
     const QByteArray data = BinaryFormat::write(documentOf(std::move(rich)));
-    // The weight, upright, not underlined, aligned to the left
-    QVERIFY2(data.endsWith(fromHexText("004B 00 00 0001")), data.last(6).toHex(' ').constData());
+    QVERIFY2(data.endsWith(written), toHexText(data.last(6)).constData());
     const LoadResult again = BinaryFormat::read(data, {}, BrokenItems::Refuse);
     QVERIFY(again.document);
     const auto &loaded = dynamic_cast<RichTextItem &>(*again.document->items()[0]);
-    QCOMPARE(loaded.getEmptyFontWeight(), int(QFont::Bold));
+    QTEST(loaded.getEmptyFontWeight(), "read");
     QCOMPARE(BinaryFormat::write(*again.document), data);
 }
 
