@@ -16,7 +16,7 @@ void writeHead(QDataStream &stream, const LabelDocument &document)
     stream.writeRawData(BinaryReader::magic.data(), int(BinaryReader::magic.size()));
     stream << quint32(document.CurrentVersion);
     stream << document.pageSize().width() << document.pageSize().height() << document.designDpi();
-    stream << quint32(document.inks().size());
+    stream << (quint32(document.inks().size()) | quint32(document.dither()) << BinaryReader::ditherShift);
     for (const Ink &ink : document.inks())
         stream << ink.name << ink.color;
     stream << document.paper();

@@ -104,6 +104,7 @@ bool BinaryReader::readInks()
     quint32 count;
     if (!readValue(count, u"/inks"_s))
         return false;
+    takeDither(count);
     if (count > LabelLimits::MaxInks) {
         m_log.add(byteAt(m_offsets[u"/inks"_s]), u"%1 inks"_s.arg(count),
             u"a label has at most %1"_s.arg(LabelLimits::MaxInks));
@@ -118,6 +119,15 @@ bool BinaryReader::readInks()
     }
     m_document.setInks(inks);
     return true;
+}
+
+void BinaryReader::takeDither(quint32 &inks)
+{
+    const quint32 number = inks >> ditherShift;
+    if (number >= quint32(DitherNames::all().size()))
+        return;
+    m_document.setDither(static_cast<Dither>(number));
+    inks &= (1U << ditherShift) - 1;
 }
 
 void BinaryReader::checkHead()

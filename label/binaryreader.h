@@ -21,6 +21,10 @@ public:
     /// What every binary document begins with.
     static constexpr std::string_view magic { "VXLABEL\0", 8 };
 
+    /// The dithering lies in the highest byte of the number of inks, which only needs the lowest: readers
+    /// that do not know it find too many inks, and those of older documents find a zero.
+    static constexpr unsigned int ditherShift = 24;
+
     BinaryReader(const QByteArray &data, BrokenItems broken, ProblemLog &log);
 
     [[nodiscard]] std::optional<LabelDocument> read();
@@ -30,6 +34,8 @@ private:
     [[nodiscard]] bool readVersion();
     [[nodiscard]] bool readPage();
     [[nodiscard]] bool readInks();
+    /// Takes the dithering off the number of inks, if it is one.
+    void takeDither(quint32 &inks);
     [[nodiscard]] bool readItems();
     [[nodiscard]] bool readFrame();
     [[nodiscard]] std::unique_ptr<Item> itemOf(quint32 shape, const QByteArray &record, const QString &where);

@@ -39,10 +39,12 @@ QJsonArray itemsOf(const LabelDocument &document)
 
 QByteArray JsonFormat::write(const LabelDocument &document)
 {
-    const QJsonObject root { { u"format"_s, JsonReader::formatName },
+    QJsonObject root { { u"format"_s, JsonReader::formatName },
         { u"version"_s, int(document.CurrentVersion) }, { u"page"_s, pageOf(document) },
         { u"inks"_s, inksOf(document) }, { u"paper"_s, document.paper().name() },
         { u"items"_s, itemsOf(document) } };
+    if (document.dither() != Dither::Diffusion)
+        root[u"dither"_s] = DitherNames::of(document.dither());
     return CanonicalJson::write(root);
 }
 

@@ -50,6 +50,14 @@ std::optional<QString> JsonMembers::text(const QString &key)
     return has(key, QJsonValue::String) ? std::optional(m_object.value(key).toString()) : std::nullopt;
 }
 
+std::optional<QString> JsonMembers::optionalText(const QString &key)
+{
+    if (m_object.contains(key))
+        return text(key);
+    m_known.append(key);
+    return {};
+}
+
 std::optional<QColor> JsonMembers::color(const QString &key)
 {
     const std::optional<QString> name = text(key);

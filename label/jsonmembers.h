@@ -30,6 +30,9 @@ public:
     [[nodiscard]] std::optional<QJsonArray> array(const QString &key);
     [[nodiscard]] std::optional<QJsonObject> object(const QString &key);
 
+    /// One that may be missing, which is no problem.
+    [[nodiscard]] std::optional<QString> optionalText(const QString &key);
+
     /// Reports every member that was not asked for.
     void refuseOthers();
 

@@ -61,6 +61,7 @@ void JsonReader::readHead()
     readInks();
     // A colour that no ink has, should the paper be unreadable.
     m_document.setPaper(m_root.color(u"paper"_s).value_or(QColor()));
+    readDither();
 
     // What could not be read has been reported, and has no value to be judged.
     const Problems reported = m_log.problems();
@@ -111,6 +112,19 @@ Ink JsonReader::readInk(const QJsonValue &json, const QString &pointer)
         members.color(u"color"_s).value_or(QColor()) };
     members.refuseOthers();
     return ink;
+}
+
+void JsonReader::readDither()
+{
+    const QString key = u"dither"_s;
+    const std::optional<QString> name = m_root.optionalText(key);
+    if (!name)
+        return;
+    if (const std::optional<Dither> dither = DitherNames::find(*name))
+        m_document.setDither(*dither);
+    else
+        m_log.add(JsonPointer::member({}, key), Wording::quoted(*name) + u" is no kind of dithering"_s,
+            u"use one of "_s + DitherNames::all().join(u", "_s));
 }
 
 void JsonReader::readItems(const QJsonArray &items)

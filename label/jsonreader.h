@@ -24,6 +24,7 @@ private:
     void readHead();
     void readPage();
     void readInks();
+    void readDither();
     [[nodiscard]] Ink readInk(const QJsonValue &json, const QString &pointer);
     void readItems(const QJsonArray &items);
     void readItem(const QJsonValue &json, const QString &pointer);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/dither.h"
 #include "label/problem.h"
 #include "label/vxlabelexport.h"
 
@@ -56,6 +57,10 @@ public:
     [[nodiscard]] QColor paper() const { return m_paper; }
     void setPaper(const QColor &color);
 
+    /// How pictures become dots.
+    [[nodiscard]] Dither dither() const { return m_dither; }
+    void setDither(Dither dither) { m_dither = dither; }
+
     /// From bottom to top where their z values are equal.
     [[nodiscard]] const std::vector<std::unique_ptr<Item>> &items() const { return m_items; }
     /// Appends an item and returns it.
@@ -72,5 +77,6 @@ private:
     double m_designDpi = 300.0;
     QList<Ink> m_inks;
     QColor m_paper;
+    Dither m_dither = Dither::Diffusion;
     std::vector<std::unique_ptr<Item>> m_items;
 };

@@ -18,6 +18,8 @@ struct SeparationOptions
     /// Lets inks print over each other: what does not print in an ink, and allows overprint, no longer clears
     /// the dots below it on that ink's plate.
     bool overprint = false;
+    /// How pictures become dots; as the document says if not given.
+    std::optional<Dither> dither = {};
 };
 
 /// The dots of one ink.

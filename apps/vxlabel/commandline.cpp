@@ -149,6 +149,20 @@ void CommandLine::addResolution(CLI::App &command, std::optional<double> &dpi)
         ->check(CLI::Validator(checkResolution, ""));
 }
 
+void CommandLine::addDither(CLI::App &command, std::optional<Dither> &dither)
+{
+    std::vector<std::string> names;
+    for (const QString &name : DitherNames::all())
+        names.push_back(name.toStdString());
+    command
+        .add_option_function<std::string>(
+            "--dither",
+            [&dither](const std::string &name) { dither = DitherNames::find(QString::fromStdString(name)); },
+            "How pictures become dots: diffusion, ordered or threshold; as the label says if not given")
+        ->type_name("KIND")
+        ->check(CLI::IsMember(names));
+}
+
 void CommandLine::addForce(CLI::App &command, bool &force)
 {
     command.add_flag("--force", force, "Replace files that exist");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/vxlabel/exitcode.h"
+#include "label/dither.h"
 #include "label/documentfile.h"
 
 #include <QtGlobal>
@@ -36,6 +37,7 @@ public:
         const std::string &help, std::string &path);
     static void addLabel(CLI::App &command, std::string &path);
     static void addResolution(CLI::App &command, std::optional<double> &dpi);
+    static void addDither(CLI::App &command, std::optional<Dither> &dither);
     static void addForce(CLI::App &command, bool &force);
 
 private:

@@ -22,6 +22,7 @@ struct RenderOptions
     std::string label;
     std::string output;
     std::optional<double> dpi;
+    std::optional<Dither> dither;
     bool force = false;
 };
 
@@ -53,7 +54,8 @@ ExitCode render(const RenderOptions &options, BrokenItems broken)
     if (!label)
         return ExitCode::BadDocument;
     const double dpi = options.dpi.value_or(label->document.designDpi());
-    const std::optional<Separation> separation = separateLabel(*label, { .dpi = dpi });
+    const std::optional<Separation> separation
+        = separateLabel(*label, { .dpi = dpi, .dither = options.dither });
     if (!separation)
         return ExitCode::BadDocument;
 
@@ -73,5 +75,6 @@ void addRenderCommand(CommandLine &commandLine)
     CommandLine::addLabel(command, options->label);
     CommandLine::addPath(command, "-o,--output", "FILE", "The image, a .png file", options->output);
     CommandLine::addResolution(command, options->dpi);
+    CommandLine::addDither(command, options->dither);
     CommandLine::addForce(command, options->force);
 }

@@ -25,6 +25,7 @@ struct SeparateOptions
     std::string label;
     std::string folder;
     std::optional<double> dpi;
+    std::optional<Dither> dither;
     bool negative = false;
     bool overprint = false;
     std::string format = "png";
@@ -96,7 +97,8 @@ ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
     const std::optional<Separation> separation = separateLabel(*label,
         { .dpi = options.dpi.value_or(label->document.designDpi()),
             .negative = options.negative,
-            .overprint = options.overprint });
+            .overprint = options.overprint,
+            .dither = options.dither });
     if (!separation)
         return ExitCode::BadDocument;
 
@@ -125,5 +127,6 @@ void addSeparateCommand(CommandLine &commandLine)
     command.add_option("--format", options->format, "The format of the plates: png (if not given) or pbm")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({ "png", "pbm" }));
+    CommandLine::addDither(command, options->dither);
     CommandLine::addForce(command, options->force);
 }

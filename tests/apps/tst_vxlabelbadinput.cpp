@@ -56,6 +56,10 @@ void tst_VxLabelBadInput::refusesWrongUsage_data()
         resolution + "1e9; see vxlabel separate --help");
     row("unknown format", u"separate a.vxl -o a --format gif"_s,
         "--format: gif not in {png,pbm}; see vxlabel separate --help");
+    row("unknown dithering", u"separate a.vxl -o a --dither noise"_s,
+        "--dither: noise not in {diffusion,ordered,threshold}; see vxlabel separate --help");
+    row("unknown dithering of a proof", u"render a.vxl -o a.png --dither 1"_s,
+        "--dither: 1 not in {diffusion,ordered,threshold}; see vxlabel render --help");
     row("target without format", u"convert a.vxl b.txt"_s,
         "b.txt: the name tells no format; let it end in .vxl or .vxb");
     row("image of another format", u"render a.vxl -o a.jpg"_s,

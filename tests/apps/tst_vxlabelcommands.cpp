@@ -44,10 +44,11 @@ void tst_VxLabelCommands::showsHelp_data()
                              << QStringList { u"render"_s, u"separate"_s, u"inspect"_s, u"convert"_s,
                                     u"--keep-going"_s };
     QTest::newRow("render") << QStringList { u"render"_s, u"--help"_s }
-                            << QStringList { u"Example:\n  vxlabel render "_s, u"--dpi"_s, u"--force"_s };
+                            << QStringList { u"Example:\n  vxlabel render "_s, u"--dpi"_s, u"--dither"_s,
+                                   u"--force"_s };
     QTest::newRow("separate") << QStringList { u"separate"_s, u"--help"_s }
                               << QStringList { u"Example:\n  vxlabel separate "_s, u"--negative"_s,
-                                     u"--overprint"_s, u"--format"_s };
+                                     u"--overprint"_s, u"--format"_s, u"--dither"_s };
     QTest::newRow("inspect") << QStringList { u"inspect"_s, u"--help"_s }
                              << QStringList { u"Example:\n  vxlabel inspect "_s, u"--json"_s };
     QTest::newRow("convert") << QStringList { u"convert"_s, u"--help"_s }
@@ -120,6 +121,10 @@ void tst_VxLabelCommands::reportsWhatPrints_data()
     QTest::newRow("finer") << QStringList { u"--dpi"_s, u"300"_s }
                            << QByteArray("black  1350 dots  3.00 %   9.68 mm²\n"
                                          "red    1800 dots  4.00 %  12.90 mm²\n");
+    // What is no picture is the same in all kinds of dithering.
+    QTest::newRow("ordered") << QStringList { u"--dither"_s, u"ordered"_s }
+                             << QByteArray("black  150 dots  3.00 %   9.68 mm²\n"
+                                           "red    200 dots  4.00 %  12.90 mm²\n");
 }
 
 void tst_VxLabelCommands::reportsWhatPrints()

@@ -150,6 +150,7 @@ private Q_SLOTS:
     void bytesGiveTheDocument();
     void magicTellsTheFormat();
     void olderRecordsAreShorter();
+    void ditheringIsAboveTheNumberOfInks();
     void everyTruncationIsRefused();
     void headMistakesAreNamed_data();
     void headMistakesAreNamed();
@@ -220,6 +221,26 @@ void tst_BinaryFormat::olderRecordsAreShorter()
     QCOMPARE(problemsOf(data), QStringList(u"byte 101: the record of this rectangle 7 is not whole"_s));
 }
 
+void tst_BinaryFormat::ditheringIsAboveTheNumberOfInks()
+{
+    QCOMPARE(read(whole()).document->dither(), Dither::Diffusion);
+    LabelDocument document = sampleDocument();
+    const auto bytesWith = [&document](Dither dither) {
+        document.setDither(dither);
+        return toHexText(BinaryFormat::write(document));
+    };
+    QCOMPARE(bytesWith(Dither::Diffusion), toHexText(whole()));
+    for (const auto &[dither, bytes] :
+        { std::pair(Dither::Ordered, "01 00 00 02"), std::pair(Dither::Threshold, "02 00 00 02") }) {
+        const QByteArray data = patched(inksAt, fromHexText(bytes));
+        QCOMPARE(bytesWith(dither), toHexText(data));
+        const LoadResult result = read(data);
+        QVERIFY(result.document);
+        QCOMPARE(result.document->dither(), dither);
+        QCOMPARE(result.document->inks().size(), 2);
+    }
+}
+
 void tst_BinaryFormat::everyTruncationIsRefused()
 {
     // What a document cut at each byte lacks begins at one of these offsets.
@@ -256,6 +277,8 @@ void tst_BinaryFormat::headMistakesAreNamed_data()
     row("dpi 9", dpiAt, bigEndian(9.0), u"byte 28: 9 is out of range"_s);
     row("9 inks", inksAt, bigEndian(9U), u"byte 36: 9 inks"_s);
     row("4294967295 inks", inksAt, bigEndian(0xFFFFFFFFU), u"byte 36: 4294967295 inks"_s);
+    row("unknown dithering", inksAt, bigEndian(0x03000002U), u"byte 36: 50331650 inks"_s);
+    row("9 inks, ordered", inksAt, bigEndian(0x01000009U), u"byte 36: 9 inks"_s);
     row("ink named ?", firstNameAt + 4, fromHexText("003F"),
         u"byte 40: \"?lack\" holds a character that file names do not take everywhere"_s);
     row("ink of another specification", firstColorAt, fromHexText("02"),

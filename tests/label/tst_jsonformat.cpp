@@ -156,6 +156,7 @@ private Q_SLOTS:
     void orderAndBlanksDoNotMatter();
     void missingItemKeysKeepTheirDefaults();
     void olderVersionsAreRead();
+    void ditheringIsWrittenUnlessItIsDiffusion();
     void colorsKeepTheirAlpha_data();
     void colorsKeepTheirAlpha();
     void emptyFieldStaysMissing();
@@ -228,6 +229,21 @@ void tst_JsonFormat::olderVersionsAreRead()
     const LoadResult result = read(edited(R"("version": 6)", R"("version": 1)"));
     QVERIFY(result.document);
     QVERIFY(JsonFormat::write(*result.document).contains(R"("version": 6)"));
+}
+
+void tst_JsonFormat::ditheringIsWrittenUnlessItIsDiffusion()
+{
+    LoadResult result = read(smallText);
+    QVERIFY(result.document);
+    QCOMPARE(result.document->dither(), Dither::Diffusion);
+    QVERIFY(!JsonFormat::write(*result.document).contains("dither"));
+
+    result = read(edited(R"("items": [])", R"("dither": "ordered", "items": [])"));
+    QVERIFY(result.document);
+    QCOMPARE(result.document->dither(), Dither::Ordered);
+    const QByteArray text = JsonFormat::write(*result.document);
+    QVERIFY(text.startsWith("{\n  \"dither\": \"ordered\",\n  \"format\": \"vxlabel\""));
+    QCOMPARE(read(text).document->dither(), Dither::Ordered);
 }
 
 void tst_JsonFormat::colorsKeepTheirAlpha_data()

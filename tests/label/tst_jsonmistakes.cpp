@@ -99,6 +99,12 @@ void tst_JsonMistakes::headMistakesAreNamed_data()
     row(R"("paper": "#ffffff", )", "", "/paper: is missing");
     row("#ffffff", "white!", R"(/paper: "white!" is no colour)");
     row("#ffffff", "#80ffffff", "/paper: the paper's colour is no opaque RGB colour");
+    row(R"("items": [])", R"("dither": "diffusion", "items": [])", "accepted");
+    row(R"("items": [])", R"("dither": "noise", "items": [])", R"(/dither: "noise" is no kind of dithering)");
+    row(R"("items": [])", R"("dither": "Ordered", "items": [])",
+        R"(/dither: "Ordered" is no kind of dithering)");
+    row(R"("items": [])", R"("dither": 1, "items": [])", "/dither: is a number, not text");
+    row(R"("items": [])", R"("dither": null, "items": [])", "/dither: is nothing, not text");
     row(R"(, "items": [])", "", "/items: is missing");
     row(R"("items": [])", R"("items": 0)", "/items: is a number, not a list");
     row(R"("items": [])", R"("items": [], "layers": [])", "/layers: is unknown");

@@ -66,6 +66,7 @@ void tst_LabelDocument::newDocumentIsSound()
     QCOMPARE(document.inks()[0].name, u"black"_s);
     QCOMPARE(document.inks()[0].color, QColor(0, 0, 0));
     QCOMPARE(document.paper(), QColor(255, 255, 255));
+    QCOMPARE(document.dither(), Dither::Diffusion);
     QVERIFY(document.items().empty());
     QVERIFY(document.problems().isEmpty());
 }
