@@ -26,16 +26,16 @@ public:
 
     [[nodiscard]] bool isSet(int place) const { return m_dots[std::size_t(place)] != 0; }
 
-    void set(int place, bool dot)
+    void set(int centre, bool dot)
     {
-        m_dots[std::size_t(place)] = dot;
-        const int centreX = place % BlueNoise::Side;
-        const int centreY = place / BlueNoise::Side;
+        m_dots[std::size_t(centre)] = dot;
+        const int centreX = centre % BlueNoise::Side;
+        const int centreY = centre / BlueNoise::Side;
         for (int y = -reach; y <= reach; ++y) {
             for (int x = -reach; x <= reach; ++x) {
                 const int crowd = int(std::lround(1e6 * weight(x) * weight(y)));
-                m_crowds[std::size_t(wrapped(centreY + y) * BlueNoise::Side + wrapped(centreX + x))]
-                    += dot ? crowd : -crowd;
+                const int place = wrapped(centreY + y) * BlueNoise::Side + wrapped(centreX + x);
+                m_crowds[std::size_t(place)] += dot ? crowd : -crowd;
             }
         }
     }
