@@ -21,6 +21,14 @@ public:
     }
 };
 
+/// Takes the item out of its scene and parent. Qt cannot move it from one scene to a parent in another.
+void detach(QGraphicsItem &item)
+{
+    if (QGraphicsScene *scene = item.scene())
+        scene->removeItem(&item);
+    item.setParentItem(nullptr);
+}
+
 /// Whether only the order of insertion decides which of two siblings lies above.
 bool stackAlike(const QGraphicsItem &left, const QGraphicsItem &right)
 {
@@ -69,7 +77,9 @@ void BorrowedScene::borrow(QGraphicsItem &item)
         m_selected.append(&item);
     m_loans.push_back({ &item, parent });
     // The item keeps its own position and transform, which are those within its parent.
-    item.setParentItem(addFrame(parent));
+    QGraphicsItem *frame = addFrame(parent);
+    detach(item);
+    item.setParentItem(frame);
 }
 
 void BorrowedScene::addPicture(const QPixmap &pixmap, const QGraphicsItem &inPlaceOf, const QPointF &shift)
@@ -116,11 +126,9 @@ BorrowedScene::Siblings BorrowedScene::siblingsOf(const QGraphicsItem &item) con
 
 void BorrowedScene::giveBack(const Loan &loan)
 {
-    loan.item->setParentItem(loan.parent);
+    detach(*loan.item);
     if (loan.parent)
-        return;
-    if (m_owner)
+        loan.item->setParentItem(loan.parent);
+    else if (m_owner)
         m_owner->addItem(loan.item);
-    else
-        m_scene.removeItem(loan.item);
 }
