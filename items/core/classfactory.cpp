@@ -2,6 +2,7 @@
 #include "items/core/classfactory.h"
 
 #include "items/barcode/barcodeitem.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -43,6 +44,7 @@ constexpr Registration registrations[] = {
     { MobraTypes::OctagonShape, &make<OctagonItem> },
     { MobraTypes::LabelTextShape, &make<SimpleTextItem> },
     { MobraTypes::RichTextShape, &make<RichTextItem> },
+    { MobraTypes::PixmapShape, &make<PixMapItem> },
     { MobraTypes::BarcodeShape, &make<BarcodeItem> },
 };
 

@@ -15,6 +15,12 @@ namespace Limits {
 inline constexpr int MaxImageSide = 65535;
 /// The largest image in pixels: an A4 page at 1000 dpi with room to spare, 488 MiB in 32-bit colour.
 inline constexpr qint64 MaxImagePixels = 128'000'000;
+/// The largest picture file that is read.
+inline constexpr qint64 MaxPictureBytes = 256LL << 20;
+/// The largest side of a picture; a larger one is made smaller when it is loaded.
+inline constexpr int MaxPictureSide = 13824;
+/// The passes in which a progressive JPEG may come: each takes as long as the whole picture.
+inline constexpr int MaxJpegScans = 100;
 /// The largest picture within a text, and all pictures of one text together, in pixels.
 inline constexpr qint64 MaxInlineImagePixels = 16'000'000;
 inline constexpr qint64 MaxInlinePixels = 32'000'000;

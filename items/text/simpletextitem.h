@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/itemproperties.h"
 #include "items/core/resizerotatedhelper.h"
 #include "items/interfaces/itextlabelitem.h"
 #include "items/text/textitem.h"
@@ -17,10 +18,7 @@ class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, pu
     Q_PROPERTY(bool itemWasResized READ getItemWasResized WRITE setItemWasResized)
     Q_PROPERTY(int itemSizeLimiting READ getItemSizeLimitingInt WRITE setItemSizeLimitingInt)
     Q_PROPERTY(double itemDocumentMargin READ getItemDocumentMargin WRITE setItemDocumentMargin)
-    Q_PROPERTY(double oldTransformCoefficientM31 READ getOldTransformCoefficientM31 WRITE
-            setOldTransformCoefficientM31)
-    Q_PROPERTY(double oldTransformCoefficientM32 READ getOldTransformCoefficientM32 WRITE
-            setOldTransformCoefficientM32)
+    VX_ROTATED_RESIZE_PROPERTIES
     Q_PROPERTY(QString itemText READ getItemText WRITE setItemText)
     Q_PROPERTY(uint itemAlignment READ getItemAlignmentInt WRITE setItemAlignmentInt)
     Q_PROPERTY(int itemFontSize READ getItemFontSize WRITE setItemFontSize)

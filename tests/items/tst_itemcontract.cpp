@@ -91,6 +91,17 @@ const QStringList barcodeMethods { u"public method void itemDataChanged(QVariant
     u"public slot void setBarcodeAspectRatio(int)"_s, u"public slot void setItemData(QVariant)"_s,
     u"public slot void setItemDatasourceID(int)"_s, u"public slot void setItemDatasourceField(QString)"_s };
 
+const QStringList picture = QStringList { u"QVariant pixmapItemData"_s } + identity + turning + size
+    + transform + overprint + binding
+    + QStringList { u"double oldTransformCoefficientM31"_s, u"double oldTransformCoefficientM32"_s,
+          u"bool imageHasTransparency"_s, u"bool firstResizeAfterAddedToGroup"_s }
+    + position;
+const QStringList pictureMethods { u"public method void itemDataChanged(QVariant,int,QString)"_s,
+    u"public method void itemDataChanged(QVariant,QString)"_s, u"public slot void setItemRotation(double)"_s,
+    u"public slot void setItemData(QVariant)"_s, u"public slot void setItemDatasourceID(int)"_s,
+    u"public slot void setItemDatasourceField(QString)"_s,
+    u"public slot void setPixmapItemData(QVariant)"_s };
+
 /// How a class shows itself.
 struct Signature
 {
@@ -103,6 +114,7 @@ struct Signature
 /// A class without a row fails: its properties may be missing altogether, which neither moc nor the compiler
 /// reports.
 const QMap<ShapeType, Signature> signatures {
+    { MobraTypes::PixmapShape, { u"Pixmap"_s, picture, pictureMethods } },
     { MobraTypes::LabelTextShape,
         { u"Label Text"_s, anyText + labelText,
             textMethods
@@ -328,7 +340,7 @@ void tst_ItemContract::newItemIsUnboundAndPrintable()
     QFETCH(const ShapeType, shape);
     const std::unique_ptr<Item> item = AllItems::made(shape);
     QCOMPARE(item->itemId(), short(-1));
-    QCOMPARE(item->printItemFlags(), u"1"_s);
+    QCOMPARE(item->printItemFlags(), AllItems::isPicture(shape) ? u"11"_s : u"1"_s);
     QCOMPARE(item->getDatasourceId(), -1);
     QVERIFY(item->getDatasourceField().isEmpty());
     QCOMPARE(item->getItemRotation(), 0.0);
@@ -344,15 +356,15 @@ void tst_ItemContract::newItemHasAHairlineUnlessATextAndNoFill()
 {
     QFETCH(const ShapeType, shape);
     const std::unique_ptr<Item> item = AllItems::made(shape);
-    // Only lines and barcodes clip to their shape.
-    const bool clips = shape == MobraTypes::LineShape || shape == MobraTypes::BarcodeShape;
+    // Only lines and what has no pen clip to their shape.
+    const bool clips = shape == MobraTypes::LineShape || AllItems::isWithoutPen(shape);
     QCOMPARE(item->itemQFlags(), clips ? 0x10FU : 0x107U);
-    QCOMPARE(item->itemFlags(), 0x01U);
+    QCOMPARE(item->itemFlags(), AllItems::isPicture(shape) ? 0x03U : 0x01U);
     QCOMPARE(item->getItemScaleX(), 1.0);
     QCOMPARE(item->getItemScaleY(), 1.0);
 
     const auto *contoured = dynamic_cast<const ContouredItem *>(item.get());
-    QCOMPARE(!contoured, shape == MobraTypes::BarcodeShape);
+    QCOMPARE(!contoured, AllItems::isWithoutPen(shape));
     if (!contoured)
         return;
     QCOMPARE(contoured->getItemPenColor(), black);

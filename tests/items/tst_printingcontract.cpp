@@ -59,8 +59,8 @@ class tst_PrintingContract : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void everyItemButLineAndBarcodeIsFillable_data() { AllItems::addRows(); }
-    void everyItemButLineAndBarcodeIsFillable();
+    void everyItemButLineAndThoseWithoutPenIsFillable_data() { AllItems::addRows(); }
+    void everyItemButLineAndThoseWithoutPenIsFillable();
     void printImageIsAsLargeAsTheScaledItem_data();
     void printImageIsAsLargeAsTheScaledItem();
     void sizesWithoutPixelsHaveNoPrintImage_data();
@@ -73,10 +73,10 @@ private Q_SLOTS:
     void transparentOutlineReducedNegatively();
 };
 
-void tst_PrintingContract::everyItemButLineAndBarcodeIsFillable()
+void tst_PrintingContract::everyItemButLineAndThoseWithoutPenIsFillable()
 {
     QFETCH(const ShapeType, shape);
-    QCOMPARE(!fillable(shape), shape == MobraTypes::LineShape || shape == MobraTypes::BarcodeShape);
+    QCOMPARE(!fillable(shape), shape == MobraTypes::LineShape || AllItems::isWithoutPen(shape));
 }
 
 void tst_PrintingContract::printImageIsAsLargeAsTheScaledItem_data()

@@ -5,6 +5,7 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/mobratypes.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/interfaces/itextgenericitem.h"
 #include "items/style/fillableitem.h"
 
@@ -13,6 +14,7 @@
 #include <QMetaObject>
 #include <QMetaProperty>
 #include <QObject>
+#include <QPixmap>
 #include <QStringList>
 #include <QTest>
 
@@ -44,6 +46,18 @@ namespace AllItems {
     return shape == MobraTypes::LabelTextShape || shape == MobraTypes::RichTextShape;
 }
 
+/// The classes that print through an image of their own.
+[[nodiscard]] inline bool isPicture(MobraTypes::ShapeType shape)
+{
+    return shape == MobraTypes::PixmapShape;
+}
+
+/// The classes that are no shapes, with neither pen nor brush.
+[[nodiscard]] inline bool isWithoutPen(MobraTypes::ShapeType shape)
+{
+    return shape == MobraTypes::BarcodeShape || isPicture(shape);
+}
+
 [[nodiscard]] inline QGraphicsItem &graphics(Item &item)
 {
     return dynamic_cast<QGraphicsItem &>(item);
@@ -54,7 +68,15 @@ namespace AllItems {
     return dynamic_cast<QObject &>(item);
 }
 
-/// A new item that draws nothing but its outline and fill: a text or barcode is empty.
+/// A picture of one colour.
+[[nodiscard]] inline QPixmap plainPicture(const QSize &size, const QColor &colour)
+{
+    QPixmap picture(size);
+    picture.fill(colour);
+    return picture;
+}
+
+/// A new item that draws nothing but its outline and fill: a text or barcode is empty, a picture clear.
 [[nodiscard]] inline std::unique_ptr<Item> madeWithoutText(MobraTypes::ShapeType shape)
 {
     std::unique_ptr<Item> item = made(shape);
@@ -62,6 +84,8 @@ namespace AllItems {
         text->setItemText({});
     if (auto *barcode = dynamic_cast<IBarcodeItem *>(item.get()))
         barcode->setBarcodeText({});
+    if (auto *picture = dynamic_cast<PixMapItem *>(item.get()))
+        picture->pixmapImportActions(plainPicture(QSize(100, 100), Qt::transparent));
     return item;
 }
 
@@ -77,6 +101,8 @@ namespace AllItems {
 /// Gives everything that the item has in common with others a value of its own.
 inline void change(Item &item)
 {
+    if (auto *picture = dynamic_cast<PixMapItem *>(&item))
+        picture->pixmapImportActions(plainPicture(QSize(50, 40), QColor(0x20, 0x60, 0xA0, 0x80)));
     item.setItemId(1234);
     item.setItemSize(QSizeF(60.0, 40.0));
     item.setItemRotation(30.0);

@@ -2,6 +2,7 @@
 #include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -106,6 +107,7 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<IsExactly>("isExactly");
 
+    QTest::newRow("pixmap") << 0x1000CU << 0x1000C << IsExactly(isExactly<PixMapItem>);
     QTest::newRow("label text") << 0x10015U << 0x10015 << IsExactly(isExactly<SimpleTextItem>);
     QTest::newRow("rich text") << 0x10016U << 0x10016 << IsExactly(isExactly<RichTextItem>);
     QTest::newRow("barcode") << 0x1001DU << 0x1001D << IsExactly(isExactly<BarcodeItem>);
@@ -142,6 +144,7 @@ void tst_ClassFactory::descriptionsShowTheId_data()
     QTest::addColumn<short>("id");
     QTest::addColumn<QString>("description");
 
+    QTest::newRow("pixmap") << 0x1000CU << short(7) << u"Pixmap 7"_s;
     QTest::newRow("label text") << 0x10015U << short(7) << u"Label Text 7"_s;
     QTest::newRow("rich text") << 0x10016U << short(7) << u"Rich Text 7"_s;
     QTest::newRow("barcode") << 0x1001DU << short(7) << u"barcode 7"_s;
