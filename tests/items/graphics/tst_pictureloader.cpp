@@ -168,6 +168,9 @@ void tst_PictureLoader::initTestCase()
 {
     // Qt tells what is wrong with a damaged file.
     QLoggingCategory::setFilterRules(u"qt.gui.imageio*=false"_s);
+    // Of Qt's limit, which takes every pixel for 32 bits, nothing is to be seen here.
+    constexpr int megabytes = 512;
+    QImageReader::setAllocationLimit(megabytes);
 }
 
 // Files
