@@ -1,15 +1,17 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSD-3-Clause
 """Writes the seeds of every class into fuzz/corpus: a record, a property map, and both forms of a document with
-all of them; and a barcode of every symbology. The other seeds there are typed by hand; this touches none of them.
+all of them; a barcode of every symbology; and a picture in every format. The other seeds there are typed by hand; this touches none of them.
 
 It knows the layouts and nothing of the library.
 """
+import base64
 import json
 import pathlib
 import re
 import struct
 import sys
+import zlib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.append(str(ROOT / "tests" / "tools"))
@@ -19,7 +21,7 @@ CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
 
 # How many of the last common fields a class lacks: brush and fill, and the pen as well.
-LACKING = {"line": 2, "barcode": 7}
+LACKING = {"line": 2, "barcode": 7, "pixmap": 7}
 # Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
 # keys of the property map.
 RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
@@ -45,7 +47,30 @@ BARCODE_BEFORE = [("barcodeSymbol", integer("h")), ("barcodeText", string), ("li
                   ("itemBold", integer("b")), ("itemItalic", integer("b")), ("itemUnderline", integer("b")),
                   ("barcodeShowStartStop", integer("b"))]
 BARCODE_BEHIND = [("itemFillColor", colour), ("itemTextColor", colour)]
+
+
+def picture(png, *_):
+    """A marker and the file, in a record; in a map both are in Base64."""
+    return struct.pack(">I", 1 if png else 0) + png
+
+
+def png_file(rows):
+    """A file of rows of pixels of four bytes."""
+    def chunk(name, data):
+        return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
+    header = struct.pack(">IIBBBBB", len(rows[0]) // 4, len(rows), 8, 6, 0, 0, 0)
+    pixels = b"".join(b"\0" + row for row in rows)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(pixels, 9))
+            + chunk(b"IEND", b""))
+
+
+PIXMAP_BEFORE = [("pixmapItemData", picture), ("oldTransformCoefficientM31", real_number),
+                 ("oldTransformCoefficientM32", real_number), ("imageHasTransparency", integer("b")),
+                 ("firstResizeAfterAddedToGroup", integer("b"))]
 CLASSES = {
+    "pixmap": (0x1000C, PIXMAP_BEFORE, [],
+               [png_file([bytes.fromhex("d40000ff 000000ff 00000000"), bytes.fromhex("ffffffff d4000080 0000ffff")]),
+                10.5, -3.0, True, False]),
     "label_text": (0x10015, LABEL_BEFORE, LABEL_BEHIND,
                    ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
                     True, 1]),
@@ -83,7 +108,7 @@ def map_of(name):
     """A property map with a value for every kind of key."""
     code, before, behind, own = CLASSES[name]
     values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1}
-    if name != "barcode":
+    if LACKING.get(name) != 7:
         values |= {"itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
                    "itemPenJoinStyle": 64}
     values |= {"itemZValue": -2.5, "allowOverprint": False, "itemPositionX": -123.5, "itemPositionY": 4096.125}
@@ -95,6 +120,8 @@ def map_of(name):
         "itemDatasourceId", "itemDatasourceField")
     values |= zip(binding, (4, "Größe"))
     own_values = {key: value for (key, _), value in zip(before + behind, own) if key != "weight"}
+    if name == "pixmap":
+        own_values["pixmapItemData"] = base64.b64encode(picture(own[0])).decode()
     names = {"itemTextColor": "#d40000", "itemFillColor": "#fffff0"}
     own_values |= {key: names[key] for key in own_values.keys() & names.keys()}
     return values | own_values
@@ -123,6 +150,30 @@ def binary_document():
     return (b"VXLABEL\0" + struct.pack(">Iddd", VERSION, 62.0, 29.5, 300.0)
             + struct.pack(">I", 2) + text("black") + colour(0, 0, 0) + text("red") + colour(0xD4, 0, 0)
             + colour(255, 255, 240) + struct.pack(">I", len(CLASSES)) + frames)
+
+
+def picture_files():
+    """Pictures of 3 x 2 pixels, and what only looks like one."""
+    row = bytes.fromhex("d40000ff 000000ff ffffff80")
+    headers = struct.pack("<IHHIIiiHHIIIIII", 70, 0, 0, 54, 40, 2, 2, 1, 24, 0, 0, 0, 0, 0, 0)
+    drawing = b"<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><rect width='9' height='9'/></svg>"
+    return {
+        "png": png_file([row, row]),
+        "gif": bytes.fromhex("47494638396103000200800000ff0000ffffff2c0000000003000200000204848f0959003b"),
+        "bmp": b"BM" + headers + bytes(16),
+        "deep_bmp": b"BM" + headers.replace(struct.pack("<HH", 1, 24), struct.pack("<HH", 1, 32)) + bytes(16),
+        "ppm": b"P6 3 2 255 " + bytes(18),
+        "pgm": b"P5 3 2 255 " + bytes(6),
+        "pbm": b"P4 3 2 " + bytes(2),
+        "text_ppm": b"P3 1 1 255 1 2 3 ",
+        "xbm": b"#define a_width 3\n#define a_height 2\nstatic char a_bits[] = {\n0x05, 0x02 };\n",
+        "xpm": b'/* XPM */\nstatic char *a[] = {\n"3 2 2 1",\n"a c #ff0000",\n"b c None",\n"aba",\n"bab"};\n',
+        "ico": struct.pack("<HHHBBBBHHII", 0, 1, 1, 3, 2, 0, 0, 1, 32, len(png_file([row, row])), 22)
+               + png_file([row, row]),
+        "jpeg_header": bytes.fromhex("ffd8ffe000104a46494600010100000100010000ffd9"),
+        "drawing": drawing,
+        "packed_drawing": b"\x1f\x8b\x08" + bytes(7) + drawing,
+    }
 
 
 def barcode_samples():
@@ -164,6 +215,8 @@ for class_name, (type_code, *_) in CLASSES.items():
     write("map", class_name, bytes([choice]) + json.dumps(map_of(class_name)).encode())
 write("vxl", "all_shapes.vxl", json.dumps(json_document(), ensure_ascii=False).encode())
 write("vxb", "all_shapes.vxb", binary_document())
+for picture_name, file in picture_files().items():
+    write("picture", picture_name, file)
 for number, sample in barcode_samples():
     write("barcode", f"symbology_{number}", barcode(number, sample))
 for odd_name, odd in ODD_BARCODES.items():

@@ -4,6 +4,7 @@
 #include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
@@ -169,20 +170,35 @@ void completeScales(const Item &fresh, QVariantMap &map)
     complete(heightKey, scaleYKey, fresh.getItemHeight());
 }
 
-/// Stretches a label text to a size or by scales, as people write them, and turns it about its centre.
+/// The size of an item as people write it: by its sides or by its scales.
+QSizeF typedSize(const QVariantMap &map, const QSizeF &natural)
+{
+    const auto side = [&map](const QString &key, const QString &scale, double naturalSide) {
+        return map.value(key, naturalSide * map.value(scale, 1.0).toDouble()).toDouble();
+    };
+    return QSizeF(side(widthKey, scaleXKey, natural.width()), side(heightKey, scaleYKey, natural.height()));
+}
+
+/// Stretches a picture to its typed size and turns it about its centre.
+void placePicture(PixMapItem &picture, const QVariantMap &map)
+{
+    const QRectF pixels = picture.boundingRect();
+    const QSizeF size = typedSize(map, pixels.isEmpty() ? picture.getItemSize() : pixels.size());
+    picture.setItemSizeOnUpdate(size);
+    picture.updateItemPositionAfterLoading();
+    const QPointF centre = picture.pos() + QPointF(size.width() / 2.0, size.height() / 2.0);
+    picture.setPos(picture.pos() + centre - picture.mapToParent(pixels.center()));
+}
+
+/// Stretches a label text to its typed size and turns it about its centre.
 void placeLabelText(SimpleTextItem &text, const QVariantMap &map)
 {
     const double rotation = text.getItemRotation();
     const bool pinned = text.getItemPinToCenter();
     const signed char limiting = text.getItemSizeLimiting();
-    const auto side = [&map](const QString &key, const QString &scale, double natural) {
-        return map.value(key, natural * map.value(scale, 1.0).toDouble()).toDouble();
-    };
     text.setItemPinToCenter(false);
     text.resetTransform();
-    const QSizeF natural = text.getItemSize();
-    text.setItemSize(
-        QSizeF(side(widthKey, scaleXKey, natural.width()), side(heightKey, scaleYKey, natural.height())));
+    text.setItemSize(typedSize(map, text.getItemSize()));
     text.setItemSizeLimiting(limiting);
     text.updateItemPen(); // the frame lies around the text in its new scales
     text.updateItemPositionAfterLoading();
@@ -213,6 +229,8 @@ void placeWithoutTransform(Item &item, const QVariantMap &map)
         return;
     if (auto *text = dynamic_cast<SimpleTextItem *>(&item)) {
         placeLabelText(*text, map);
+    } else if (auto *picture = dynamic_cast<PixMapItem *>(&item)) {
+        placePicture(*picture, map);
     } else if (item.getItemRotation() != 0.0 || item.getItemHorizontalMirror()) {
         item.setItemRotation(item.getItemRotation());
         item.updateItemPositionAfterLoading();

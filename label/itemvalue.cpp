@@ -2,10 +2,12 @@
 #include "label/itemvalue.h"
 
 #include "items/core/limits.h"
+#include "items/graphics/pictureloader.h"
 #include "items/text/htmlguard.h"
 #include "label/jsonmembers.h"
 #include "label/wording.h"
 
+#include <QDataStream>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -98,6 +100,22 @@ ItemValue transform(const QJsonValue &json, const QString &key)
         u"write m11, m12, m13, m21, m22, m23, m31 and m32"_s };
 }
 
+/// A picture as QDataStream writes it, in Base64.
+ItemValue picture(const QJsonValue &json)
+{
+    if (!json.isString())
+        return wrongType(json, u"text"_s);
+    const auto decoded = QByteArray::fromBase64Encoding(
+        json.toString().toUtf8(), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    QDataStream stream(*decoded);
+    static_cast<void>(PictureLoader::readPixmap(stream));
+    if (decoded && stream.status() == QDataStream::Ok && stream.atEnd())
+        return { json.toString(), {}, {} };
+    if (stream.status() == QDataStream::ReadCorruptData)
+        return { {}, u"is too large a picture"_s, u"use fewer pixels"_s };
+    return { {}, u"is no picture"_s, u"write a picture's marker and its PNG file in Base64"_s };
+}
+
 ItemValue anyOther(const QJsonValue &json, QMetaType type)
 {
     QVariant value = json.toVariant();
@@ -152,6 +170,8 @@ ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType 
         return text(json, key);
     case QMetaType::QColor:
         return colorName(json);
+    case QMetaType::QVariant:
+        return key == "pixmapItemData"_L1 ? picture(json) : anyOther(json, type);
     default:
         return key == "itemTransform"_L1 ? transform(json, key) : anyOther(json, type);
     }

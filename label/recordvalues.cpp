@@ -14,11 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A stretch of a record: so many bytes without a number; a text, which begins with its length; numbers in
-/// double precision under one key; or a flag and, unless it is set, a number.
+/// A stretch of a record: so many bytes without a number; a text, which begins with its length; a picture,
+/// which is a flag and, if that is set, a PNG file; numbers in double precision under one key; or a flag and,
+/// unless it is set, a number.
 struct Field
 {
-    enum Kind { Bytes, Text, Numbers, NumberUnless };
+    enum Kind { Bytes, Text, Picture, Numbers, NumberUnless };
 
     Kind kind;
     int count = 1;
@@ -39,6 +40,11 @@ constexpr Field text(const char *key = "")
 constexpr Field number(const char *key)
 {
     return { Field::Numbers, 1, key };
+}
+
+constexpr Field picture()
+{
+    return { Field::Picture };
 }
 
 constexpr int colorBytes = 11;
@@ -96,6 +102,9 @@ constexpr Field behindRichText[] = { bytes(brushBytes), text(), bytes(2 + 2 + 1 
 constexpr Field beforeBarcode[]
     = { bytes(2), text("barcodeText"), bytes(2 + 2 + 1 + 2 + 2), text(), bytes(2 + 5 * 1) };
 constexpr Field behindBarcode[] = { bytes(2 * colorBytes) };
+// The picture; the coefficients; transparency and the first resize.
+constexpr Field beforePixmap[]
+    = { picture(), number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"), bytes(1 + 1) };
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
@@ -103,6 +112,7 @@ constexpr Field ofLine[]
 constexpr Layout layouts[] = {
     { MobraTypes::LabelTextShape, beforeLabelText, outlined, behindLabelText },
     { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
+    { MobraTypes::PixmapShape, beforePixmap, withoutPen, {} },
     { MobraTypes::BarcodeShape, beforeBarcode, withoutPen, behindBarcode },
     { MobraTypes::LineShape, {}, outlined, ofLine },
     { MobraTypes::RoundedRectangleShape, ofRoundedRectangle, outlined, brush },
@@ -145,6 +155,10 @@ private:
         case Field::Text:
             note(ItemValue::textProblem(nextText(), QString::fromLatin1(field.key)), field.key);
             return;
+        case Field::Picture:
+            if (integer<quint32>() != 0)
+                skipPng();
+            return;
         case Field::NumberUnless:
             if (integer<quint8>() != 0)
                 return;
@@ -161,6 +175,20 @@ private:
         const QByteArrayView taken = m_rest.first(std::min(count, m_rest.size()));
         m_rest = m_rest.sliced(taken.size());
         return taken;
+    }
+
+    /// Its mark, and chunks of a length, a name of four bytes, as many bytes and a checksum.
+    void skipPng()
+    {
+        constexpr int markBytes = 8;
+        constexpr qsizetype checksumBytes = 4;
+        constexpr quint32 lastChunk = 0x49454E44; // "IEND"
+        static_cast<void>(take(markBytes));
+        for (quint32 name = 0; name != lastChunk && !m_rest.isEmpty();) {
+            const auto length = integer<quint32>();
+            name = integer<quint32>();
+            static_cast<void>(take(length + checksumBytes));
+        }
     }
 
     template <typename Integer> Integer integer()

@@ -5,6 +5,7 @@
 #include "label/hostfonts.h"
 
 #include <QFile>
+#include <QImageReader>
 #include <QTemporaryDir>
 
 #include <csignal>
@@ -41,6 +42,10 @@ void prepareHeadless()
     // Whatever a desktop session asks for, nothing is ever shown.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     nextHandler = qInstallMessageHandler(filterMessage);
+
+    // Unlike Qt's own limit, this lets an A4 page at 1000 dpi pass, the largest picture that items take.
+    constexpr int megabytes = 512;
+    QImageReader::setAllocationLimit(megabytes);
 
     // A file that grows beyond its limit is then an error to report instead of the end of the process.
     std::signal(SIGXFSZ, SIG_IGN);

@@ -5,6 +5,7 @@
 #include "apps/vxlabel/texttable.h"
 #include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/canonicaljson.h"
@@ -79,6 +80,8 @@ QString textText(const Item &item)
     if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
         return symbologyName(*barcode) + u' '
             + textText(barcode->getItemTextColor(), barcode->getBarcodeText());
+    if (const auto *picture = dynamic_cast<const PixMapItem *>(&item))
+        return u"%1 x %2 pixels"_s.arg(picture->pixmap().width()).arg(picture->pixmap().height());
     return {};
 }
 
@@ -185,6 +188,11 @@ QJsonObject itemObject(const Item &item, int index)
             { u"symbology"_s, symbologyName(*barcode) },
             { u"color"_s, StyleNames::color(barcode->getItemTextColor()) },
             { u"content"_s, barcode->getBarcodeText() } };
+    }
+    if (const auto *picture = dynamic_cast<const PixMapItem *>(&item)) {
+        object[u"picture"_s] = QJsonObject { { u"width"_s, picture->pixmap().width() },
+            { u"height"_s, picture->pixmap().height() },
+            { u"transparent"_s, picture->getImageHasTransparency() } };
     }
     return object;
 }

@@ -239,6 +239,7 @@ const QList<Subject> &subjectsWithLooks()
         { "label-text", MobraTypes::LabelTextShape, labelTextLooks() },
         { "rich-text", MobraTypes::RichTextShape, richTextLooks() },
         { "barcode", MobraTypes::BarcodeShape, barcodeLooks() },
+        { "pixmap", MobraTypes::PixmapShape, pictureLooks() },
     };
     return subjects;
 }

@@ -38,3 +38,4 @@ struct Subject
 [[nodiscard]] QList<Look> labelTextLooks();
 [[nodiscard]] QList<Look> richTextLooks();
 [[nodiscard]] QList<Look> barcodeLooks();
+[[nodiscard]] QList<Look> pictureLooks();

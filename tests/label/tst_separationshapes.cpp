@@ -130,7 +130,7 @@ void addTurnedRows(bool gradientsOnly)
     QTest::addColumn<ShapeType>("shape");
     QTest::addColumn<Turn>("turn");
     QTest::addColumn<double>("scaling");
-    for (const ShapeType shape : AllItems::shapes()) {
+    for (const ShapeType shape : AllItems::shapesWithColours()) {
         for (const Turn &turn : turns) {
             for (const double scaling : { 1.0, gradientsOnly ? 2.5 : 2.04 }) {
                 if (hasGradient(shape) || !gradientsOnly)
@@ -155,7 +155,7 @@ private Q_SLOTS:
     void platesShowTheScreen();
     void negativePlatesLeaveTheInkOut_data() { addTurnedRows(false); }
     void negativePlatesLeaveTheInkOut();
-    void overprintLeavesTheInksBelow_data() { AllItems::addRows(); }
+    void overprintLeavesTheInksBelow_data() { AllItems::addRows(AllItems::shapesWithColours()); }
     void overprintLeavesTheInksBelow();
     void gradientStaysInTheShape_data() { addTurnedRows(true); }
     void gradientStaysInTheShape();
@@ -167,9 +167,9 @@ private Q_SLOTS:
     void endsPrintWithoutALine();
     void linePrintsAlone();
     void lineKnocksOut();
-    void colourWithoutInkIsWarnedAbout_data() { AllItems::addRows(); }
+    void colourWithoutInkIsWarnedAbout_data() { AllItems::addRows(AllItems::shapesWithColours()); }
     void colourWithoutInkIsWarnedAbout();
-    void largeGradientIsRefused_data() { AllItems::addRows(); }
+    void largeGradientIsRefused_data() { AllItems::addRows(AllItems::shapesWithColours()); }
     void largeGradientIsRefused();
 };
 

@@ -14,6 +14,7 @@
 #include "tests/support/images.h"
 #include "tests/support/itemrecords.h"
 #include "tests/support/nearness.h"
+#include "tests/support/pictures.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -46,6 +47,8 @@ const QSet<QString> penKeys { u"itemPenColor"_s, u"itemPenWidth"_s, u"itemPenSty
 const QSet<QString> barcodeKeys { u"itemFillColor"_s, u"itemBold"_s, u"itemItalic"_s, u"itemUnderline"_s,
     u"barcodeSymbol"_s, u"barcodeText"_s, u"lineWidth"_s, u"barcodeWhiteSpace"_s, u"barcodeHideText"_s,
     u"barcodeSecurityLevel"_s, u"barcodeTextAbove"_s, u"barcodeShowStartStop"_s };
+const QSet<QString> pictureKeys { u"pixmapItemData"_s, u"oldTransformCoefficientM31"_s,
+    u"oldTransformCoefficientM32"_s, u"imageHasTransparency"_s, u"firstResizeAfterAddedToGroup"_s };
 const QSet<QString> ownBinding { u"itemDatasourceId"_s, u"itemDatasourceField"_s };
 
 QSet<QString> keysOf(ShapeType shape)
@@ -57,6 +60,8 @@ QSet<QString> keysOf(ShapeType shape)
         return commonKeys + penKeys + fillKeys + ownBinding + textKeys + richTextKeys;
     case MobraTypes::BarcodeShape:
         return commonKeys + ownBinding + textKeys + barcodeKeys;
+    case MobraTypes::PixmapShape:
+        return commonKeys + ownBinding + pictureKeys;
     case MobraTypes::RectangleShape:
         return commonKeys + penKeys + fillKeys + hostBinding;
     case MobraTypes::RoundedRectangleShape:
@@ -86,6 +91,15 @@ void changeOwnFields(Item &item)
     if (auto *line = dynamic_cast<LineItem *>(&item)) {
         line->setItemLength(1.0 / 3.0 + 7.0);
         line->setItemArrows(0xFFFF);
+    }
+    if (auto *picture = dynamic_cast<PixMapItem *>(&item)) {
+        QImage pixels(3, 2, QImage::Format_ARGB32);
+        pixels.fill(QColor(200, 100, 50, 25));
+        pixels.setPixelColor(1, 1, QColor(1, 2, 3, 255));
+        picture->setPixmap(QPixmap::fromImage(pixels));
+        picture->setFirstResizeAfterAddedToGroup(true);
+        picture->setOldTransformCoefficientM31(1.0 / 3.0);
+        picture->setOldTransformCoefficientM32(-2.5);
     }
     // A size, for which only an import asks: no setter takes it for a QR Code.
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item)) {
@@ -181,6 +195,16 @@ QStringList problemsOfItem(ShapeType shape, const QByteArray &members)
     return problemsOf(withItems(itemWith(shape, members)));
 }
 
+/// What an item of the class needs to be as large as its sides say.
+QByteArray contentOf(ShapeType shape)
+{
+    if (shape != MobraTypes::PixmapShape)
+        return {};
+    PixMapItem picture;
+    picture.pixmapImportActions(AllItems::plainPicture(QSize(60, 25), Qt::red));
+    return ", \"pixmapItemData\": \"" + picture.getPixmapItemData().toByteArray() + '"';
+}
+
 /// The item of a JSON text, which has to be sound.
 template <typename T> std::unique_ptr<T> itemOf(ShapeType shape, const QByteArray &members)
 {
@@ -222,6 +246,10 @@ private Q_SLOTS:
     void typedPolygonsFillTheirSize_data();
     void typedPolygonsFillTheirSize();
     void typedScalesStay();
+    void typedPictureFillsItsSize_data();
+    void typedPictureFillsItsSize();
+    void whatIsNoPictureIsNamed_data();
+    void whatIsNoPictureIsNamed();
     void typedItemsTurnAboutTheirCentre_data() { AllItems::addRows(); }
     void typedItemsTurnAboutTheirCentre();
     void mirroredLineStaysInPlace();
@@ -600,14 +628,59 @@ void tst_ShapeFormats::typedScalesStay()
     QCOMPARE(item->polygon().boundingRect(), QRectF(0, 0, 150, 50));
 }
 
+void tst_ShapeFormats::typedPictureFillsItsSize_data()
+{
+    QTest::addColumn<QByteArray>("members");
+    QTest::addColumn<QRectF>("place");
+    QTest::newRow("size") << QByteArray(R"("itemWidth": 600, "itemHeight": 50)") << QRectF(0, 0, 600, 50);
+    QTest::newRow("width") << QByteArray(R"("itemWidth": 600)") << QRectF(0, 0, 600, 25);
+    QTest::newRow("scales") << QByteArray(R"("itemScaleX": 2, "itemScaleY": 3)") << QRectF(0, 0, 120, 75);
+    QTest::newRow("none") << QByteArray(R"("itemPositionX": 7)") << QRectF(7, 0, 60, 25);
+}
+
+void tst_ShapeFormats::typedPictureFillsItsSize()
+{
+    QFETCH(QByteArray, members);
+    QFETCH(QRectF, place);
+    const auto item
+        = itemOf<PixMapItem>(MobraTypes::PixmapShape, members + contentOf(MobraTypes::PixmapShape));
+    QCOMPARE(item->getItemSize(), place.size());
+    QVERIFY(areNear(item->sceneBoundingRect().topLeft(), place.topLeft()));
+    QVERIFY(areNear(item->sceneBoundingRect().bottomRight(), place.bottomRight()));
+}
+
+void tst_ShapeFormats::whatIsNoPictureIsNamed_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("problem");
+    const QString none = u"is no picture"_s;
+    QTest::newRow("number") << QByteArray("5") << u"is a number, not text"_s;
+    QTest::newRow("no Base64") << QByteArray(R"("no Base64!")") << none;
+    QTest::newRow("empty") << QByteArray(R"("")") << none;
+    QTest::newRow("no picture") << QByteArray(R"("AAAAAXh4eHg=")") << none;
+    QTest::newRow("more than a picture") << QByteArray(R"("AAAAAHg=")") << none;
+    const QByteArray large = QByteArray("\0\0\0\1", 4) + Pictures::pngHeader(65'536, 65'536);
+    QTest::newRow("too large") << '"' + large.toBase64() + '"' << u"is too large a picture"_s;
+}
+
+void tst_ShapeFormats::whatIsNoPictureIsNamed()
+{
+    QFETCH(QByteArray, value);
+    QFETCH(QString, problem);
+    const QStringList problems = problemsOfItem(MobraTypes::PixmapShape, R"("pixmapItemData": )" + value);
+    QCOMPARE(problems.size(), 1);
+    QVERIFY2(
+        problems[0].contains(u"pixmapItemData"_s) && problems[0].contains(problem), qPrintable(problems[0]));
+}
+
 // However an item is written, rotating it leaves its centre where it is.
 void tst_ShapeFormats::typedItemsTurnAboutTheirCentre()
 {
     QFETCH(ShapeType, shape);
     const bool isLine = shape == MobraTypes::LineShape;
     const QByteArray size = isLine ? R"("itemLength": 600)" : R"("itemWidth": 600, "itemHeight": 250)";
-    const auto item
-        = itemOf<Item>(shape, size + R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)");
+    const QByteArray place = R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)";
+    const auto item = itemOf<Item>(shape, size + place + contentOf(shape));
     const double middle = isLine ? 0 : 125;
     const auto mapped = [&](double x, double y) {
         return AllItems::graphics(*item).mapToParent(AllItems::pointIn(*item, x, y));

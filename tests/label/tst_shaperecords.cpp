@@ -42,6 +42,10 @@ int bytesBefore(Item &item)
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item))
         return 2 + bytesOf(barcode->getBarcodeText()) + 2 + 2 + 1 + 2 + 2
             + bytesOf(barcode->getItemFontFamily()) + 2 + 5;
+    if (const auto *picture = dynamic_cast<PixMapItem *>(&item)) {
+        const QByteArray bytes = QByteArray::fromBase64(picture->getPixmapItemData().toByteArray());
+        return int(bytes.size()) + 2 * 8 + 2;
+    }
     switch (item.getItemShape()) {
     case MobraTypes::RoundedRectangleShape:
         return 2 * 8;

@@ -90,10 +90,10 @@ namespace AllItems {
 }
 
 /// The item's coordinates of a point that lies so far from its corner, measured along its sides in the size
-/// in which it shows: the transform of a label text holds its scales.
+/// in which it shows: the transforms of label texts and pictures hold their scales.
 [[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
 {
-    if (item.getItemShape() != MobraTypes::LabelTextShape)
+    if (item.getItemShape() != MobraTypes::LabelTextShape && !isPicture(item.getItemShape()))
         return QPointF(x, y);
     return QPointF(x / item.getItemScaleX(), y / item.getItemScaleY());
 }
@@ -161,11 +161,19 @@ inline void change(Item &item)
     return names;
 }
 
-/// Adds one row for each class, named after it, with its code in the column "shape".
-inline void addRows()
+/// The codes of the classes that are drawn in colours of their own, which an ink can be.
+[[nodiscard]] inline QList<MobraTypes::ShapeType> shapesWithColours()
+{
+    QList<MobraTypes::ShapeType> coloured = shapes();
+    coloured.removeIf(isPicture);
+    return coloured;
+}
+
+/// Adds one row for each of the classes, named after it, with its code in the column "shape".
+inline void addRows(const QList<MobraTypes::ShapeType> &classes = shapes())
 {
     QTest::addColumn<MobraTypes::ShapeType>("shape");
-    for (const MobraTypes::ShapeType shape : shapes())
+    for (const MobraTypes::ShapeType shape : classes)
         QTest::addRow("%s", nameOf(shape)) << shape;
 }
 
