@@ -3,6 +3,7 @@
 
 #include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
+#include "items/graphics/imageableitem.h"
 #include "label/paintedcolors.h"
 #include "label/textcolors.h"
 
@@ -51,15 +52,24 @@ QStringList unprintable(Item &item, const LabelDocument &document)
 
 } // namespace
 
+bool isPicture(const Item &item)
+{
+    return dynamic_cast<const ImageableItem *>(&item) != nullptr;
+}
+
 Problems inkWarnings(const LabelDocument &document)
 {
     Problems warnings;
     for (std::size_t i = 0; i < document.items().size(); ++i) {
         Item &item = *document.items()[i];
+        const QString where = u"/items/%1"_s.arg(i);
+        if (item.getItemIsVisible() && isPicture(item))
+            warnings.append({ {}, where, item.toDescriptionString() + u" is left out of the plates"_s,
+                u"draw it with shapes or texts in the colours of the inks"_s });
         const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
         if (parts.isEmpty())
             continue;
-        warnings.append({ {}, u"/items/%1"_s.arg(i),
+        warnings.append({ {}, where,
             u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), item.toDescriptionString()),
             u"use an ink's colour or add an ink"_s });
     }

@@ -39,7 +39,7 @@ QList<QColor> colorsOf(const LabelDocument &document)
 /// in the ink stays out of it.
 bool takesPart(Item &item, const QColor &ink, double scaling, bool overprint, const QList<QColor> &colors)
 {
-    if (!item.getItemIsVisible())
+    if (!item.getItemIsVisible() || isPicture(item))
         return false;
     return !overprint || !item.getAllowOverprint()
         || PrintCopy(item, scaling, PrintCopy::Mode::Positive, colors).reduceTo(ink);
