@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Pictures: the bytes of a file, and the same behind the marker of a record.
 #include "fuzz/fuzzsupport.h"
-#include "items/core/limits.h"
+#include "items/core/safeimage.h"
 #include "items/graphics/pictureloader.h"
 #include "items/graphics/pixmapitem.h"
 
@@ -9,12 +9,6 @@
 #include <QImageReader>
 
 namespace {
-
-bool isWithinLimits(const QSize &size)
-{
-    return size.width() <= Limits::MaxImageSide && size.height() <= Limits::MaxImageSide
-        && qint64(size.width()) * size.height() <= Limits::MaxImagePixels;
-}
 
 /// Nothing that is read from the bytes is a drawing, which only a plugin could make of them.
 void requireNoDrawing(const QByteArray &bytes)
@@ -34,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
     requireNoDrawing(bytes);
     const QImage image = PictureLoader::decoded(bytes);
-    Fuzz::require(isWithinLimits(image.size()));
+    Fuzz::require(image.isNull() || SafeImage::fits(image.size()));
     if (!image.isNull()) {
         PixMapItem item;
         item.pixmapImportActions(QPixmap::fromImage(image));
@@ -44,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     QDataStream stream(QByteArray("\0\0\0\1", 4) + bytes);
     const QPixmap pixmap = PictureLoader::readPixmap(stream);
-    Fuzz::require(isWithinLimits(pixmap.size()));
+    Fuzz::require(pixmap.isNull() || SafeImage::fits(pixmap.size()));
     Fuzz::require(pixmap.isNull() == (stream.status() != QDataStream::Ok));
     return 0;
 }

@@ -41,6 +41,13 @@ QImage createLarge(QSize size, QImage::Format format)
 
 namespace SafeImage {
 
+bool fits(QSize size)
+{
+    const bool sidesFit = size.width() >= 1 && size.height() >= 1 && size.width() <= Limits::MaxImageSide
+        && size.height() <= Limits::MaxImageSide;
+    return sidesFit && qint64(size.width()) * size.height() <= Limits::MaxImagePixels;
+}
+
 QImage create(double width, double height, QImage::Format format)
 {
     return create(QSize(Limits::toInt(width), Limits::toInt(height)), format);
@@ -48,9 +55,7 @@ QImage create(double width, double height, QImage::Format format)
 
 QImage create(QSize size, QImage::Format format)
 {
-    const bool sidesFit = size.width() >= 1 && size.height() >= 1 && size.width() <= Limits::MaxImageSide
-        && size.height() <= Limits::MaxImageSide;
-    if (!sidesFit || qint64(size.width()) * size.height() > Limits::MaxImagePixels)
+    if (!fits(size))
         return {};
     const bool wholeWords = QImage::toPixelFormat(format).bitsPerPixel() == pixelBytes * 8;
     if (wholeWords && bytesOf(size) >= largeImage)

@@ -8,6 +8,9 @@
 /// The only way in which images for printing and previews are made.
 namespace SafeImage {
 
+/// Whether an image may have this size: at least a pixel, and neither a side nor the area beyond the limits.
+[[nodiscard]] VX_EXPORT bool fits(QSize size);
+
 /// An uninitialised image of the given sides in pixels, each rounded half away from zero. A null image when a
 /// side is not finite or rounds to less than 1, when a side or the area exceeds the limits, or when memory
 /// runs out.

@@ -2,6 +2,7 @@
 #include "items/graphics/pictureloader.h"
 
 #include "items/core/limits.h"
+#include "items/core/safeimage.h"
 
 #include <QBitmap>
 #include <QBuffer>
@@ -23,13 +24,6 @@ constexpr QDataStream::Version nullMarkerSince = QDataStream::Qt_3_1;
 quint8 byteAt(const QByteArray &bytes, qsizetype index)
 {
     return static_cast<quint8>(bytes[index]);
-}
-
-bool fits(const QSize &size)
-{
-    return size.width() > 0 && size.height() > 0 && size.width() <= Limits::MaxImageSide
-        && size.height() <= Limits::MaxImageSide
-        && qint64(size.width()) * size.height() <= Limits::MaxImagePixels;
 }
 
 /// Where the segment of a JPEG that begins at start ends, or the end of the bytes.
@@ -98,7 +92,7 @@ QImage decoded(const QByteArray &bytes)
         QImageReader reader(&buffer, format);
         reader.setAutoDetectImageFormat(false);
         if (reader.canRead())
-            return fits(reader.size()) ? reader.read() : QImage();
+            return SafeImage::fits(reader.size()) ? reader.read() : QImage();
     }
     return {};
 }
@@ -126,7 +120,7 @@ QPixmap readPixmap(QDataStream &stream)
     QImageReader reader(stream.device(), "png");
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
-    if (size.isValid() && !fits(size)) {
+    if (size.isValid() && !SafeImage::fits(size)) {
         stream.setStatus(QDataStream::ReadCorruptData);
         return {};
     }

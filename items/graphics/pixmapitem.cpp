@@ -3,6 +3,7 @@
 
 #include "items/core/basicconversions.h"
 #include "items/core/limits.h"
+#include "items/core/safeimage.h"
 #include "items/graphics/pictureloader.h"
 
 #include <QPainter>
@@ -116,9 +117,7 @@ void PixMapItem::showPicture(const QPixmap &picture)
 void PixMapItem::showBlank(const QSizeF &size)
 {
     const QSize pixels(std::max(1, Limits::toInt(size.width())), std::max(1, Limits::toInt(size.height())));
-    const bool fits = pixels.width() <= Limits::MaxImageSide && pixels.height() <= Limits::MaxImageSide
-        && qint64(pixels.width()) * pixels.height() <= Limits::MaxImagePixels;
-    setPixmap(QPixmap::fromImage(fits ? m_blankPixmap.scaled(pixels) : m_blankPixmap));
+    setPixmap(QPixmap::fromImage(SafeImage::fits(pixels) ? m_blankPixmap.scaled(pixels) : m_blankPixmap));
     setImageHasTransparency(true);
     setImageIsInvalid(true);
 }

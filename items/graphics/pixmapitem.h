@@ -83,7 +83,10 @@ public:
     void saveItemToData(QDataStream &stream) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;
     QVariantMap saveItemToJSON() override { return Item::saveItemToJSON(); }
-    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override;
+    void loadItemFromJSON(const QVariantMap &map, unsigned int version) override
+    {
+        Item::loadItemFromJSON(map, version);
+    }
 
 public Q_SLOTS:
     void setItemRotation(double degrees) override;

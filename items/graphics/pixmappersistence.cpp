@@ -58,8 +58,3 @@ void PixMapItem::loadItemFromData(QDataStream &stream, unsigned int version)
     Item::loadItemFromData(stream, version);
     prepareGeometryChange();
 }
-
-void PixMapItem::loadItemFromJSON(const QVariantMap &map, unsigned int version)
-{
-    Item::loadItemFromJSON(map, version);
-}

@@ -64,12 +64,6 @@ FillableShape *addGradient(QGraphicsScene &scene, const QPointF &position)
     return gradient;
 }
 
-/// What lies at a scene point of a rendering at scale 1.
-QRgb at(const QImage &image, const QPointF &origin, const QPointF &point)
-{
-    return image.pixel((point - origin).toPoint());
-}
-
 /// The rectangle around all pixels that are not white.
 QRect boundsOfContent(const QImage &image)
 {
@@ -549,8 +543,8 @@ void tst_ItemImage::parentsAndGroupsStay()
     const QRectF bounds = group->boundingRect();
     ImageableItem imageable;
     const QImage image = imageable.createItemImage(item, whiteGround, page, 1.0);
-    QCOMPARE(at(image, QPointF(), QPointF(5, 5)), bluePixel);
-    QCOMPARE(at(image, QPointF(), QPointF(12, 12)), yellowPixel);
+    QCOMPARE(image.pixel(5, 5), bluePixel);
+    QCOMPARE(image.pixel(12, 12), yellowPixel);
     QCOMPARE(first->group(), group);
     QCOMPARE(second->group(), group);
     QCOMPARE(group->childItems(), (QList<QGraphicsItem *> { first, second }));
