@@ -6,6 +6,7 @@
 #include "tests/support/pictures.h"
 #include "tests/support/rectanglerecords.h"
 
+#include <QColorSpace>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -116,6 +117,8 @@ private Q_SLOTS:
     void recordRoundTrip();
     void pictureBeyondTheLimitsIsCorrupt();
     void loadingReplacesThePicture();
+    void everyKindOfPictureIsSavedAsItWasLoaded_data();
+    void everyKindOfPictureIsSavedAsItWasLoaded();
 
     // The map
     void pictureIsBase64InTheMap();
@@ -198,6 +201,44 @@ void tst_PixmapRecord::loadingReplacesThePicture()
     QCOMPARE(ItemRecords::load(*item, changedRecord()), QDataStream::Ok);
     QCOMPARE(item->pixmap().size(), QSize(1, 1));
     QCOMPARE(item->boundingRect(), QRectF(0, 0, 1, 1));
+}
+
+void tst_PixmapRecord::everyKindOfPictureIsSavedAsItWasLoaded_data()
+{
+    QTest::addColumn<QImage>("image");
+    const QImage image = Pictures::plain({ 5, 3 }, QColor(200, 100, 50, 25));
+    for (const auto &[name, format] : { std::pair("one bit", QImage::Format_Mono),
+             { "palette", QImage::Format_Indexed8 }, { "grey", QImage::Format_Grayscale8 },
+             { "fine grey", QImage::Format_Grayscale16 }, { "24 bits", QImage::Format_RGB888 },
+             { "32 bits", QImage::Format_ARGB32 }, { "64 bits", QImage::Format_RGBA64 } })
+        QTest::newRow(name) << image.convertToFormat(format);
+    QImage described = image;
+    described.setText(u"Author"_s, u"Größe"_s);
+    QTest::newRow("with a text") << described;
+    QImage fine = image;
+    fine.setDotsPerMeterX(11811);
+    fine.setDotsPerMeterY(1);
+    QTest::newRow("with a resolution") << fine;
+    for (const auto &[name, space] : { std::pair("sRGB", QColorSpace::SRgb),
+             { "linear", QColorSpace::SRgbLinear }, { "Adobe RGB", QColorSpace::AdobeRgb } }) {
+        QImage coloured = image;
+        coloured.setColorSpace(space);
+        QTest::newRow(name) << coloured;
+    }
+}
+
+void tst_PixmapRecord::everyKindOfPictureIsSavedAsItWasLoaded()
+{
+    QFETCH(const QImage, image);
+    const QByteArray record = fromHexText("00000001") + Pictures::encoded(image, "PNG") + newRecord.sliced(4);
+    PixMapItem item;
+    QCOMPARE(ItemRecords::load(item, record), QDataStream::Ok);
+    QCOMPARE(item.pixmap().size(), QSize(5, 3));
+    const QByteArray saved = ItemRecords::saved(item);
+    PixMapItem again;
+    QCOMPARE(ItemRecords::load(again, saved), QDataStream::Ok);
+    QCOMPARE(toHexText(ItemRecords::saved(again)), toHexText(saved));
+    QCOMPARE(again.pixmap().toImage(), item.pixmap().toImage());
 }
 
 // The map
