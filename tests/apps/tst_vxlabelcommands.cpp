@@ -30,6 +30,7 @@ private Q_SLOTS:
     void rendersTheProof();
     void inspectsForPeople();
     void inspectsTexts();
+    void inspectsPictures();
     void inspectsForPrograms();
     void convertsWithoutLoss_data();
     void convertsWithoutLoss();
@@ -246,6 +247,24 @@ void tst_VxLabelCommands::inspectsTexts()
     QVERIFY(!items[0].toObject().contains("text"_L1));
     QCOMPARE(items[1]["text"_L1].toObject(),
         QJsonObject({ { u"color"_s, u"#ff0000"_s }, { u"content"_s, u"two\nlines"_s } }));
+}
+
+void tst_VxLabelCommands::inspectsPictures()
+{
+    // A file of one red pixel behind its marker.
+    const QString pixel = u"AAAAAYlQTkcNChoKAAAADUlIRFIAAAABAAAAAQgCAAAAkHdT3gAAAAxJREFUeJxj+M/AAAADAQEA"
+                          "yf6S7wAAAABJRU5ErkJggg=="_s;
+    QJsonObject label = smallLabel();
+    label[u"items"_s] = QJsonArray { QJsonObject { { u"itemShape"_s, 65548 }, { u"itemId"_s, 5 },
+        { u"itemWidth"_s, 20 }, { u"itemHeight"_s, 10 }, { u"pixmapItemData"_s, pixel } } };
+    write(u"picture.vxl"_s, toJson(label));
+    const ProgramResult result = run({ u"inspect"_s, u"picture.vxl"_s });
+    QCOMPARE(result.err, QByteArray());
+    QVERIFY2(result.out.contains("Pixmap 5") && result.out.endsWith("1 x 1 pixels\n"), result.out);
+
+    const ProgramResult json = run({ u"inspect"_s, u"picture.vxl"_s, u"--json"_s });
+    QCOMPARE(QJsonDocument::fromJson(json.out)["items"_L1][0]["picture"_L1].toObject(),
+        QJsonObject({ { u"width"_s, 1 }, { u"height"_s, 1 }, { u"transparent"_s, false } }));
 }
 
 void tst_VxLabelCommands::inspectsForPrograms()
