@@ -5,7 +5,7 @@
 #include <QGraphicsPixmapItem>
 #include <QPixmap>
 
-#include <ranges>
+#include <utility>
 
 namespace {
 
@@ -58,8 +58,8 @@ BorrowedScene::BorrowedScene(QGraphicsScene *owner, const QRectF &area)
 
 BorrowedScene::~BorrowedScene()
 {
-    for (const Loan &loan : m_loans | std::views::reverse)
-        giveBack(loan);
+    for (auto loan = m_loans.crbegin(); loan != m_loans.crend(); ++loan)
+        giveBack(*loan);
     for (const Siblings &siblings : std::as_const(m_siblings))
         restoreOrder(siblings);
     for (QGraphicsItem *item : std::as_const(m_selected))
