@@ -46,6 +46,28 @@ inline constexpr int MaxHtmlFontSizes = 300;
 inline constexpr qsizetype MaxHtmlRewrites = 2'000;
 inline constexpr qint64 MaxHtmlRewriteWork = 300'000'000;
 inline constexpr int MaxCombiningMarks = 64;
+/// What an SVG drawing may hold before it is refused. Beyond, Qt takes from seconds to hours, fills the memory
+/// or ends the program; the largest of thousands of ordinary drawings stay far below. The first is for the
+/// text and for its compressed form, and what an XML reader and the renderer make of it is several times that.
+inline constexpr qsizetype MaxSvgBytes = 32 * 1024 * 1024;
+/// What is before the first element, most of all definitions for all elements.
+inline constexpr qsizetype MaxSvgPrologBytes = 64 * 1024;
+/// XML readers compare each attribute of a tag with every other.
+inline constexpr qsizetype MaxSvgAttributes = 2'048;
+inline constexpr qint64 MaxSvgAttributeWork = 50'000'000;
+/// The characters for which entities can stand, and the attributes which a definition can give to elements.
+inline constexpr qint64 MaxSvgEntityCharacters = 4'000'000;
+inline constexpr qint64 MaxSvgDefaultAttributes = 50'000'000;
+inline constexpr int MaxSvgDepth = 512;
+inline constexpr int MaxSvgElements = 200'000;
+inline constexpr qsizetype MaxSvgPathBytes = 4 * 1024 * 1024;
+/// The rules and declarations of style sheets, times the elements that each is held against.
+inline constexpr qint64 MaxSvgStyleWork = 3'000'000;
+/// The pixels of all pictures within a drawing: half a gibibyte while one of them is converted.
+inline constexpr qint64 MaxSvgImagePixels = 64'000'000;
+/// Elements that are drawn because others refer to them, each as often as that, and how deep they are then.
+inline constexpr qint64 MaxSvgReferred = 100'000;
+inline constexpr int MaxSvgLevels = 1'500;
 /// The largest scale at which text is drawn, and the largest ratio of its widest to its narrowest direction.
 inline constexpr double MaxTextScale = 1e6;
 inline constexpr double MaxTextStretch = 1e4;
