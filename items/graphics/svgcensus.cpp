@@ -15,12 +15,6 @@ bool isNamed(const QXmlStreamReader &reader, QLatin1StringView name)
     return reader.name() == name;
 }
 
-QString idOf(const QXmlStreamAttributes &attributes)
-{
-    const QStringView id = attributes.value("id"_L1);
-    return (id.isEmpty() ? attributes.value("xml:id"_L1) : id).toString();
-}
-
 } // namespace
 
 bool SvgCensus::exceeds(qint64 count, qint64 limit, const char *what)
@@ -79,11 +73,15 @@ bool SvgCensus::beginElement(const QXmlStreamReader &reader)
         || exceeds(m_elements * m_definedAttributes, Limits::MaxSvgDefaultAttributes, "defined attributes")
         || exceeds(m_pathBytes, Limits::MaxSvgPathBytes, "bytes of path data"))
         return false;
-    m_references.beginElement(idOf(attributes));
+    if (isNamed(reader, "stop"_L1) && exceeds(++m_stops, Limits::MaxSvgStops, "stops of gradients"))
+        return false;
+    const bool isLinkedGradient
+        = reader.name().endsWith("Gradient"_L1) && attributes.hasAttribute("xlink:href"_L1);
+    if (isLinkedGradient
+        && exceeds(++m_linkedGradients, Limits::MaxSvgLinkedGradients, "gradients like others"))
+        return false;
     if (m_stylesOpen > 0 || isNamed(reader, "style"_L1))
         ++m_stylesOpen;
-    if (isNamed(reader, "use"_L1))
-        refer(attributes);
     return !isNamed(reader, "image"_L1) || addImage(attributes);
 }
 
@@ -91,22 +89,14 @@ void SvgCensus::endElement()
 {
     --m_depth;
     m_stylesOpen = std::max(0, m_stylesOpen - 1);
-    m_references.endElement();
-}
-
-void SvgCensus::refer(const QXmlStreamAttributes &attributes)
-{
-    // The renderer drops the first character without a look at it.
-    const QStringView reference = attributes.value("xlink:href"_L1);
-    if (reference.size() > 1)
-        m_references.refer(reference.sliced(1).toString());
 }
 
 bool SvgCensus::addImage(const QXmlStreamAttributes &attributes)
 {
+    const qint64 before = m_pictures.pixels();
     const SvgPictures::Kind kind = m_pictures.add(attributes.value("xlink:href"_L1));
     const bool isLink = kind == SvgPictures::Kind::Link;
-    m_imagesAreLinks.append(isLink);
+    m_images.append({ isLink, m_pictures.pixels() - before });
     if (isLink && m_link.isEmpty())
         m_link = u"an image is not embedded"_s;
     return !exceeds(m_pictures.pixels(), Limits::MaxSvgImagePixels, "pixels in images");
@@ -123,16 +113,5 @@ bool SvgCensus::finish()
 {
     // A selector may be held against all ancestors of an element; a declaration costs a third of a rule.
     const qint64 style = m_styleRules * (1 + m_deepest / 4) + m_styleDeclarations / 3;
-    if (exceeds(style * m_elements, Limits::MaxSvgStyleWork, "comparisons with style sheets"))
-        return false;
-    if (!m_references.hasReferences())
-        return true;
-    const std::optional<SvgReferences::Total> total = m_references.total();
-    if (!total) {
-        m_problem = u"an element refers to itself"_s;
-        return false;
-    }
-    const auto saturated = [](double count) { return qint64(std::min(count, 1e15)); };
-    return !exceeds(saturated(total->elements) - m_elements, Limits::MaxSvgReferred, "elements by reference")
-        && !exceeds(saturated(total->levels), Limits::MaxSvgLevels, "nested elements by reference");
+    return !exceeds(style * m_elements, Limits::MaxSvgStyleWork, "comparisons with style sheets");
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "items/graphics/svgpictures.h"
-#include "items/graphics/svgreferences.h"
 
 #include <QList>
 #include <QString>
@@ -12,6 +11,12 @@
 class SvgCensus
 {
 public:
+    struct Image
+    {
+        bool isLink;
+        qint64 pixels;
+    };
+
     /// A census of a text with so many '&'.
     explicit SvgCensus(qsizetype ampersands)
         : m_ampersands(ampersands)
@@ -27,8 +32,8 @@ public:
     [[nodiscard]] QString problem() const { return m_problem; }
     /// What first refers to a file, for people; empty when nothing does.
     [[nodiscard]] QString link() const { return m_link; }
-    /// Of each image in turn, whether it refers to a file.
-    [[nodiscard]] const QList<bool> &imagesAreLinks() const { return m_imagesAreLinks; }
+    [[nodiscard]] qint64 elements() const { return m_elements; }
+    [[nodiscard]] const QList<Image> &images() const { return m_images; }
 
 private:
     bool exceeds(qint64 count, qint64 limit, const char *what);
@@ -37,17 +42,17 @@ private:
     void endElement();
     bool addImage(const QXmlStreamAttributes &attributes);
     bool addStyle(QStringView text);
-    void refer(const QXmlStreamAttributes &attributes);
 
     SvgPictures m_pictures;
-    SvgReferences m_references;
-    QList<bool> m_imagesAreLinks;
+    QList<Image> m_images;
     QString m_problem;
     QString m_link;
     qsizetype m_ampersands;
     qint64 m_elements = 0;
     qint64 m_definedAttributes = 0;
     qint64 m_pathBytes = 0;
+    qint64 m_stops = 0;
+    qint64 m_linkedGradients = 0;
     qint64 m_styleRules = 0;
     qint64 m_styleDeclarations = 0;
     int m_depth = 0;

@@ -3,6 +3,7 @@
 
 #include "items/core/limits.h"
 #include "items/graphics/svgcensus.h"
+#include "items/graphics/svgeffort.h"
 #include "items/graphics/svgtags.h"
 #include "items/graphics/svgwriter.h"
 
@@ -20,6 +21,8 @@ SvgGuard::Answer refused(const QString &reason)
 /// What no reader may see; empty when there is nothing of it.
 QString dangerToReaders(const QByteArray &text)
 {
+    if (!SvgTags::isInKnownEncoding(text))
+        return u"it is in an encoding that is not read"_s;
     const SvgTags::Attributes attributes = SvgTags::attributesOf(text);
     if (attributes.most > Limits::MaxSvgAttributes || attributes.work > Limits::MaxSvgAttributeWork)
         return u"one of its elements has %1 attributes, of which %2 are allowed"_s.arg(attributes.most)
@@ -41,19 +44,48 @@ public:
 };
 
 /// The drawing without its references to files.
-QByteArray blanked(const QByteArray &text, const QList<bool> &imagesAreLinks)
+QByteArray blanked(const QByteArray &text, const QList<SvgCensus::Image> &images)
 {
     SvgWriter writer;
-    qsizetype images = 0;
+    qsizetype image = 0;
     for (Reader reader(text); !reader.atEnd();) {
         const bool isImage
             = reader.readNext() == QXmlStreamReader::StartElement && reader.name() == "image"_L1;
-        if (isImage && imagesAreLinks.value(images++))
+        if (isImage && images[image++].isLink)
             writer.addBlankImage(reader);
         else
             writer.add(reader);
     }
     return writer.text();
+}
+
+/// Why the drawing would take too long; empty when it would not.
+QString problemOf(const SvgEffort &effort, qint64 elements)
+{
+    const std::optional<SvgReferences::Total> total = effort.total();
+    if (!total)
+        return u"one of its elements refers to itself"_s;
+    if (total->elements - double(elements) > double(Limits::MaxSvgReferred))
+        return u"references draw %1 elements again, of which %2 are allowed"_s
+            .arg(total->elements - double(elements))
+            .arg(Limits::MaxSvgReferred);
+    if (total->levels > Limits::MaxSvgLevels)
+        return u"references nest %1 elements, of which %2 are allowed"_s.arg(total->levels)
+            .arg(Limits::MaxSvgLevels);
+    if (!(total->effort <= Limits::MaxSvgEffort))
+        return u"it would take %1 units of time to draw, of which %2 are allowed"_s.arg(total->effort)
+            .arg(Limits::MaxSvgEffort);
+    return {};
+}
+
+SvgEffort secondLook(const QByteArray &text, const SvgEffort &first, const SvgCensus &census)
+{
+    SvgEffort effort(first.knowledge());
+    for (Reader reader(text); !reader.atEnd();) {
+        reader.readNext();
+        effort.add(reader, census);
+    }
+    return effort;
 }
 
 SvgGuard::Answer examined(const QByteArray &text)
@@ -62,16 +94,23 @@ SvgGuard::Answer examined(const QByteArray &text)
     if (!danger.isEmpty())
         return refused(danger);
     SvgCensus census(text.count('&'));
+    SvgEffort effort(SvgTags::mayHold(text, "use"));
     for (Reader reader(text); !reader.atEnd();) {
         reader.readNext();
         if (!census.add(reader))
             return refused(census.problem());
+        effort.add(reader, census);
     }
     if (!census.finish())
         return refused(census.problem());
+    if (effort.isIncomplete())
+        effort = secondLook(text, effort, census);
+    const QString problem = problemOf(effort, census.elements());
+    if (!problem.isEmpty())
+        return refused(problem);
     if (census.link().isEmpty())
         return { SvgGuard::Verdict::Clean, text, {} };
-    return { SvgGuard::Verdict::Links, blanked(text, census.imagesAreLinks()), census.link() };
+    return { SvgGuard::Verdict::Links, blanked(text, census.images()), census.link() };
 }
 
 } // namespace

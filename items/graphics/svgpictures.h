@@ -17,7 +17,7 @@ public:
 
     /// Looks at one more reference.
     [[nodiscard]] Kind add(QStringView reference);
-    /// Of all embedded pictures.
+    /// Of all embedded pictures together.
     [[nodiscard]] qint64 pixels() const { return m_pixels; }
 
 private:

@@ -64,16 +64,21 @@ private:
 
     Total totalOf(const Part &own) const
     {
-        Total total { double(own.elements), double(own.levels) };
+        Total total { double(own.elements), double(own.levels), own.effort, 0.0 };
         for (const int inner : own.parts) {
             total.elements += m_totals[inner].elements;
+            total.effort += m_totals[inner].effort;
             total.levels = std::max(total.levels, m_parts[inner].begin - own.begin + m_totals[inner].levels);
         }
         for (const Reference &reference : own.references) {
             const Total &target = m_totals[m_parts.size() + reference.name];
             total.elements += target.elements;
+            // Lengths, and with them the pixels to be visited, grow with the scale twice.
+            total.effort
+                += std::max(target.effort, reference.scale * reference.scale * target.effortAtScaleOne);
             total.levels = std::max(total.levels, reference.level - own.begin + target.levels);
         }
+        total.effortAtScaleOne = total.effort / (own.scale * own.scale);
         return total;
     }
 
@@ -84,6 +89,8 @@ private:
         for (const int part : named) {
             most.elements = std::max(most.elements, m_totals[part].elements);
             most.levels = std::max(most.levels, m_totals[part].levels);
+            most.effort = std::max(most.effort, m_totals[part].effort);
+            most.effortAtScaleOne = std::max(most.effortAtScaleOne, m_totals[part].effortAtScaleOne);
         }
         return most;
     }
@@ -105,14 +112,14 @@ int SvgReferences::nameOf(const QString &id)
     return m_names.insert(id, int(m_named.size()) - 1).value();
 }
 
-void SvgReferences::beginElement(const QString &id)
+void SvgReferences::beginElement(const QString &id, double scale)
 {
     m_isPart.append(!id.isEmpty());
     const int level = int(m_isPart.size());
     if (!id.isEmpty()) {
         const int part = int(m_parts.size());
         m_parts[m_open.last()].parts.append(part);
-        m_parts.append(Part { level });
+        m_parts.append(Part { .begin = level, .scale = scale });
         m_named[nameOf(id)].append(part);
         m_open.append(part);
     }
@@ -121,10 +128,10 @@ void SvgReferences::beginElement(const QString &id)
     part.levels = std::max(part.levels, level - part.begin + 1);
 }
 
-void SvgReferences::refer(const QString &id)
+void SvgReferences::refer(const QString &id, double scale)
 {
     m_hasReferences = true;
-    m_parts[m_open.last()].references.append({ nameOf(id), int(m_isPart.size()) + 1 });
+    m_parts[m_open.last()].references.append({ nameOf(id), int(m_isPart.size()) + 1, scale });
 }
 
 void SvgReferences::endElement()

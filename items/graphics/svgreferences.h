@@ -18,13 +18,18 @@ public:
     {
         double elements = 0.0;
         double levels = 0.0;
+        double effort = 0.0;
+        double effortAtScaleOne = 0.0; ///< of what is referred to
     };
 
     SvgReferences() { m_parts.append(Part {}); }
 
-    void beginElement(const QString &id);
-    /// The element that has just begun draws the one of that id.
-    void refer(const QString &id);
+    /// An element that stands in a transform of this scale.
+    void beginElement(const QString &id, double scale);
+    /// What it takes to draw the element that has just begun, without what is in it.
+    void addEffort(double effort) { m_parts[m_open.last()].effort += effort; }
+    /// The element that has just begun draws the one of that id, at this scale.
+    void refer(const QString &id, double scale);
     void endElement();
 
     [[nodiscard]] bool hasReferences() const { return m_hasReferences; }
@@ -37,6 +42,7 @@ private:
     {
         int name;
         int level;
+        double scale;
     };
 
     /// An element with an id, and what it holds besides other parts.
@@ -45,6 +51,8 @@ private:
         int begin = 0; // the level of the element in the drawing
         int elements = 0;
         int levels = 0;
+        double scale = 1.0;
+        double effort = 0.0;
         QList<int> parts {};
         QList<Reference> references {};
     };

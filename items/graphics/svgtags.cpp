@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/graphics/svgtags.h"
 
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -50,4 +53,26 @@ bool SvgTags::beginsWithin(const QByteArray &text, qsizetype bytes)
     }
     // Anything but the end of these bytes stops the renderer as well.
     return reader.error() != QXmlStreamReader::PrematureEndOfDocumentError;
+}
+
+bool SvgTags::isInKnownEncoding(const QByteArray &text)
+{
+    constexpr qsizetype longestDeclaration = 4'096;
+    QXmlStreamReader reader(
+        QByteArray::fromRawData(text.constData(), std::min(text.size(), longestDeclaration)));
+    reader.setNamespaceProcessing(false);
+    if (reader.readNext() != QXmlStreamReader::StartDocument)
+        return text.size() <= longestDeclaration
+            || reader.error() != QXmlStreamReader::PrematureEndOfDocumentError;
+    const QString encoding = reader.documentEncoding().toString().toLower();
+    static const QRegularExpression known(
+        u"^(|utf-?(8|16|16le|16be|32|32le|32be)|(us-)?ascii|iso-?8859-?[0-9]+|latin-?1|windows-125[0-9])$"_s);
+    return known.match(encoding).hasMatch();
+}
+
+bool SvgTags::mayHold(const QByteArray &text, const char *word)
+{
+    // Zeros are between the letters of wide characters, and an entity may hold anything.
+    const QByteArrayView begin = QByteArrayView(text).first(std::min<qsizetype>(text.size(), 4));
+    return begin.contains('\0') || begin.contains('\xFE') || text.contains("<!ENTITY") || text.contains(word);
 }
