@@ -34,6 +34,14 @@ bool isRaster(const QByteArray &bytes)
     return std::ranges::any_of(marks, [&](std::string_view mark) { return bytes.startsWith(mark); });
 }
 
+/// Whether Qt refuses to decode an image of that size, and says so aloud.
+bool exceedsMemory(QSize size)
+{
+    constexpr qint64 bytesOfPixel = 4;
+    const qint64 mebibytes = QImageReader::allocationLimit();
+    return mebibytes > 0 && size.width() * bytesOfPixel * size.height() > mebibytes * 1024 * 1024;
+}
+
 } // namespace
 
 SvgPictures::Kind SvgPictures::add(QStringView reference)
@@ -54,5 +62,7 @@ SvgPictures::Kind SvgPictures::add(QStringView reference)
     if (m_pixels > Limits::MaxSvgImagePixels)
         return Kind::TooLarge;
     // What cannot be decoded the renderer looks for as a file of that long name.
+    if (exceedsMemory(size))
+        return Kind::Link;
     return reader.read().isNull() ? Kind::Link : Kind::Embedded;
 }

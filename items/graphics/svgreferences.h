@@ -22,7 +22,7 @@ public:
         double effortAtScaleOne = 0.0; ///< of what is referred to
     };
 
-    SvgReferences() { m_parts.append(Part {}); }
+    SvgReferences() { m_parts.append(Part { .begin = 1 }); }
 
     /// An element that stands in a transform of this scale.
     void beginElement(const QString &id, double scale);

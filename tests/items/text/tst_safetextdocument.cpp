@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/text/richtextitem.h"
 #include "items/text/safetextdocument.h"
+#include "tests/support/tracedrun.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>
@@ -11,7 +12,6 @@
 #include <QFont>
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -177,8 +177,6 @@ private Q_SLOTS:
     void newTextHasANewBudget();
 
 private:
-    QByteArray openCalls(const QString &mode);
-
     QTemporaryDir m_folder;
 };
 
@@ -198,27 +196,11 @@ void tst_SafeTextDocument::initTestCase()
     QVERIFY(folder.mkdir(u"sub"_s));
 }
 
-QByteArray tst_SafeTextDocument::openCalls(const QString &mode)
-{
-    const QString log = m_folder.filePath(mode + u".log"_s);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(VX_OPEN_CALLS_LIBRARY));
-    environment.insert(u"VX_OPEN_CALLS"_s, log);
-    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), { mode, m_folder.path() + u'/' });
-    const bool ended = process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit;
-    QFile file(log);
-    return ended && process.exitCode() == 0 && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 void tst_SafeTextDocument::opensNoFile()
 {
     // What is counted is seen where a file is opened.
-    QVERIFY(openCalls(u"--show-unsafely"_s).contains(secret.toLatin1()));
-    const QByteArray safe = openCalls(u"--show-all"_s);
+    QVERIFY(TracedRun::openCalls(u"--show-unsafely"_s, m_folder.path()).contains(secret.toLatin1()));
+    const QByteArray safe = TracedRun::openCalls(u"--show-all"_s, m_folder.path());
     QVERIFY(safe.contains("open"));
     QVERIFY(!safe.contains(secret.toLatin1()));
     QVERIFY(!safe.contains("connect"));
