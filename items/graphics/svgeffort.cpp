@@ -242,5 +242,6 @@ void SvgEffort::addOutline(const SvgOutline &outline)
         const double sides = 2.0 * pages + 4.0 * strokeWidth * (outline.points() + dashes);
         effort += dashes * dashEffort + filling(sides, width + strokeWidth, height + strokeWidth);
     }
-    m_references.addEffort(effort);
+    // To find out the page, the renderer goes through everything once more.
+    m_references.addEffort(m_page.isEmpty() ? 2.0 * effort : effort);
 }

@@ -30,7 +30,9 @@ double SvgOutline::extent() const
 QPointF SvgOutline::placed(QPointF point)
 {
     constexpr double far = 50.0;
-    const QPointF page = m_toPage.map(point);
+    // Faster than QTransform, which asks for its kind first.
+    const QPointF page(m_toPage.m11() * point.x() + m_toPage.m21() * point.y() + m_toPage.dx(),
+        m_toPage.m12() * point.x() + m_toPage.m22() * point.y() + m_toPage.dy());
     // Written so that it is true of what is no number.
     if (!(std::abs(page.x()) < far && std::abs(page.y()) < far))
         ++m_farPoints;

@@ -129,27 +129,16 @@ QString unescaped(QStringView text)
 SvgStyleText::SvgStyleText(QStringView text)
     : m_text(unescaped(text))
 {
-}
-
-void SvgStyleText::forEach(QLatin1StringView property, const std::function<void(QStringView)> &see) const
-{
-    const QStringView text = m_text;
-    for (qsizetype at = text.indexOf(property); at >= 0; at = text.indexOf(property, at + 1)) {
-        const QStringView before = text.first(at).trimmed();
-        const bool begins = before.isEmpty() || QStringView(u";{}").contains(before.back());
-        const QStringView behind = text.sliced(at + property.size()).trimmed();
-        if (!begins || !behind.startsWith(u':'))
-            continue;
-        const auto end = std::ranges::find_if(behind, [](QChar c) { return c == u';' || c == u'}'; });
-        see(behind.first(end - behind.cbegin()).sliced(1).trimmed());
+    const auto ends = [](QChar c) { return c == u';' || c == u'{' || c == u'}'; };
+    auto begin = m_text.cbegin();
+    while (begin != m_text.cend()) {
+        const auto end = std::find_if(begin, m_text.cend(), ends);
+        const auto colon = std::find(begin, end, u':');
+        if (colon != end)
+            m_declarations.append(
+                { QStringView(begin, colon).trimmed(), QStringView(colon + 1, end).trimmed() });
+        begin = end == m_text.cend() ? end : end + 1;
     }
-}
-
-bool SvgStyleText::has(QLatin1StringView property) const
-{
-    bool found = false;
-    forEach(property, [&found](QStringView) { found = true; });
-    return found;
 }
 
 void SvgStyleText::addTo(SvgStyle &style) const

@@ -3,10 +3,8 @@
 
 #include <QString>
 #include <QTransform>
+#include <QVarLengthArray>
 #include <QXmlStreamAttributes>
-
-#include <functional>
-#include <optional>
 
 /// What of an element's style matters for the time that it takes to draw. Where several values could apply,
 /// the most expensive one.
@@ -33,16 +31,29 @@ class SvgStyleText
 {
 public:
     explicit SvgStyleText(QStringView text);
+    Q_DISABLE_COPY_MOVE(SvgStyleText)
 
     /// Each value of the property.
-    void forEach(QLatin1StringView property, const std::function<void(QStringView)> &see) const;
+    template <typename See> void forEach(QLatin1StringView property, See &&see) const
+    {
+        for (const Declaration &declaration : m_declarations) {
+            if (declaration.property == property)
+                see(declaration.value);
+        }
+    }
+
     /// Adds what its rules could make of the style of any element.
     void addTo(SvgStyle &style) const;
-    /// Whether the property occurs.
-    [[nodiscard]] bool has(QLatin1StringView property) const;
 
 private:
+    struct Declaration
+    {
+        QStringView property;
+        QStringView value;
+    };
+
     QString m_text;
+    QVarLengthArray<Declaration, 16> m_declarations;
 };
 
 namespace SvgValues {

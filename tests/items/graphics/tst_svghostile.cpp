@@ -212,7 +212,7 @@ void tst_SvgHostile::acceptedDrawingsAreDrawnInTime_data()
     QTest::newRow("elements at the deepest") << drawing(QByteArray("<g>").repeated(500)
         + QByteArray("<rect width='1' height='1'/>").repeated(199'000) + QByteArray("</g>").repeated(500));
     QTest::newRow("attributes") << drawing(("<g" + attributes(2'000) + "/>").repeated(12));
-    QTest::newRow("references") << referring(4, 12);
+    QTest::newRow("references") << referring(4, 8);
     QTest::newRow("pictures") << drawing(Drawings::embedded(Drawings::blackPng(8'000, 4'000)).repeated(2));
     QTest::newRow("crossing lines") << drawing("<polygon points='" + zigzag(450) + "'/>", wide);
     QTest::newRow("small crossing lines")

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What looking at a drawing costs, beside the renderer's reading it afterwards.
+#include "bench/pair.h"
+#include "bench/support.h"
+#include "items/graphics/svgguard.h"
+
+#include <QByteArray>
+#include <QSvgRenderer>
+
+namespace {
+
+/// As people draw: curves with styles of their own in groups, each path of some 600 bytes.
+QByteArray clipArt(qsizetype bytes)
+{
+    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+                      "width=\"400\" height=\"300\" viewBox=\"0 0 400 300\">\n";
+    for (int i = 0; text.size() < bytes; ++i) {
+        text += "<g id=\"layer" + QByteArray::number(i) + "\" transform=\"translate("
+            + QByteArray::number(i % 40) + ",3.5)\">\n<path style=\"fill:#d4"
+            + QByteArray::number(1000 + i % 9000)
+            + ";fill-opacity:1;fill-rule:evenodd;stroke:#000000;stroke-width:0.75;stroke-linecap:round\" "
+              "d=\"M "
+            + QByteArray::number(i % 300) + ".25,120.5";
+        for (int curve = 0; curve < 12; ++curve)
+            text += " c 1.25,-0.5 2.75,3.125 " + QByteArray::number(curve - 6) + ".5,0.875";
+        text += " z\"/>\n<rect x=\"10.5\" y=\"20\" width=\"4\" height=\"3.25\" fill=\"none\"/>\n</g>\n";
+    }
+    return text + "</svg>\n";
+}
+
+/// The time of the guard as a part of that of reading the drawing.
+void guard(benchmark::State &state)
+{
+    const QByteArray drawing = clipArt(qsizetype(state.range(0)));
+    const auto look = [&] { benchmark::DoNotOptimize(SvgGuard::check(drawing)); };
+    const auto read = [&] { benchmark::DoNotOptimize(QSvgRenderer(drawing).isValid()); };
+    if (SvgGuard::check(drawing).verdict != SvgGuard::Verdict::Clean || !QSvgRenderer(drawing).isValid()) {
+        state.SkipWithError("the drawing is not clean");
+        return;
+    }
+    Pair::compare(state, 1.0, 1.0, look, read);
+}
+
+BENCHMARK(guard)->Arg(20'000)->Arg(200'000)->Iterations(101)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+VX_BENCHMARK_MAIN
