@@ -116,8 +116,10 @@ QString unescaped(QStringView text)
     qsizetype at = 0;
     for (const QRegularExpressionMatch &match : escape.globalMatch(plain)) {
         result += QStringView(plain).sliced(at, match.capturedStart() - at);
+        // No letter of a property is beyond ASCII.
+        const uint code = match.captured(1).toUInt(nullptr, 16);
         if (match.hasCaptured(1))
-            result += QChar(match.captured(1).toUInt(nullptr, 16));
+            result += code < 0x80 ? QChar(code) : QChar(QChar::ReplacementCharacter);
         at = match.capturedEnd();
     }
     result += QStringView(plain).sliced(at);

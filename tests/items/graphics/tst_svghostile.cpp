@@ -240,6 +240,7 @@ void tst_SvgHostile::acceptedDrawingsAreDrawnInTime_data()
         QTest::addRow("numbers of %s", number) << drawing("<g transform='scale(" + QByteArray(number)
             + ")'><path d='M0 0L" + number + " 9A9 " + number + " 0 0 1 5 5'/><rect width='" + number
             + "' height='9' stroke-width='" + number + "' stroke='red'/></g>");
+    QTest::newRow("escapes beyond Unicode") << drawing("<rect style='\\222222:\\ffffff;\\:\\'/>");
     QTest::newRow("things that are not drawn") << drawing(
         QByteArray("<pattern id='a'><mask><filter><marker><rect/></marker></filter></mask></pattern>")
             .repeated(5'000));
