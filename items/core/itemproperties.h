@@ -36,6 +36,13 @@
     Q_PROPERTY(int itemDatasourceId READ getDatasourceId WRITE setDatasourceId)                              \
     Q_PROPERTY(QString itemDatasourceField READ getDatasourceField WRITE setDatasourceField)
 
+// Of items that scale a content: the translation of their transform.
+#define VX_OLD_TRANSFORM_PROPERTIES                                                                          \
+    Q_PROPERTY(double oldTransformCoefficientM31 READ getOldTransformCoefficientM31 WRITE                    \
+            setOldTransformCoefficientM31)                                                                   \
+    Q_PROPERTY(double oldTransformCoefficientM32 READ getOldTransformCoefficientM32 WRITE                    \
+            setOldTransformCoefficientM32)
+
 #define VX_PEN_COLOR_PROPERTY                                                                                \
     Q_PROPERTY(QString itemPenColor READ getItemPenColorString WRITE setItemPenColorString)
 

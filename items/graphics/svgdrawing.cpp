@@ -2,7 +2,9 @@
 #include "items/graphics/svgdrawing.h"
 
 #include "items/core/item.h"
+#include "items/core/limits.h"
 #include "items/core/mirrorscope.h"
+#include "items/graphics/svgguard.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,12 +16,14 @@
 
 namespace {
 
-constexpr qint64 maxFileSize = qint64(32) << 20;
-
-/// Whether the renderer has taken the drawing. A refused one does not reach it.
+/// Whether the renderer has taken the drawing. What is refused does not reach it, and links to files are
+/// taken out.
 bool loadGuarded(QSvgRenderer &renderer, const QByteArray &svg)
 {
-    return !svg.isEmpty() && renderer.load(svg);
+    if (svg.isEmpty())
+        return false;
+    const SvgGuard::Answer answer = SvgGuard::check(svg);
+    return answer.verdict != SvgGuard::Verdict::Refused && renderer.load(answer.drawing);
 }
 
 } // namespace
@@ -39,8 +43,8 @@ std::optional<QByteArray> SvgDrawing::read(const QByteArray &path)
     // Opening a pipe would wait for its other end.
     if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    const QByteArray contents = file.read(maxFileSize + 1);
-    if (contents.size() > maxFileSize)
+    const QByteArray contents = file.read(Limits::MaxSvgBytes + 1);
+    if (contents.size() > Limits::MaxSvgBytes)
         return std::nullopt;
     return contents;
 }

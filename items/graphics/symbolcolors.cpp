@@ -2,6 +2,7 @@
 #include "items/graphics/symbolcolors.h"
 
 #include "items/core/itemcolors.h"
+#include "items/core/limits.h"
 #include "items/graphics/stopfixer.h"
 
 #include <QByteArrayMatcher>
@@ -59,7 +60,7 @@ QByteArray replaced(const QByteArray &text, QByteArrayView before, QByteArrayVie
 QByteArray replacedWithin(const QByteArray &text, const QByteArray &before, const QByteArray &after)
 {
     const qsizetype growth = after.size() - before.size();
-    if (growth > 0 && text.size() + text.count(before) * growth > SymbolColors::maxTextSize)
+    if (growth > 0 && text.size() + text.count(before) * growth > Limits::MaxSvgBytes)
         return {};
     return replaced(text, before, after);
 }

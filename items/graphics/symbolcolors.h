@@ -20,9 +20,6 @@ struct Inks
     bool hasFill = false;
 };
 
-/// The largest text that an exchange may result in: 32 MiB.
-inline constexpr qsizetype maxTextSize = qsizetype(32) << 20;
-
 /// "#RRGGBB" in capitals; the alpha is dropped, and an invalid colour is black.
 [[nodiscard]] VX_EXPORT QByteArray textOf(const QColor &color);
 /// The inks of two colours. Qt::transparent alone is no fill: what else does not show is a colour too.
@@ -47,7 +44,8 @@ inline constexpr qsizetype maxTextSize = qsizetype(32) << 20;
 [[nodiscard]] VX_EXPORT QByteArray withFixedStops(const QByteArray &svg);
 
 /// Exchanges black and white for the inks, at once: a white pen and a black fill swap them. What the text
-/// holds of the placeholder #MMMMMM takes the pen. Empty if the result were larger than maxTextSize.
+/// holds of the placeholder #MMMMMM takes the pen. Empty if the
+/// result were larger than a drawing may be.
 [[nodiscard]] VX_EXPORT QByteArray colored(const QByteArray &svg, const Inks &inks);
 /// Turns the inks back into black and white. Where both inks are the same, all of it becomes black.
 [[nodiscard]] VX_EXPORT QByteArray uncolored(const QByteArray &svg, const Inks &inks);

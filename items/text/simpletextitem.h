@@ -18,6 +18,7 @@ class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, pu
     Q_PROPERTY(bool itemWasResized READ getItemWasResized WRITE setItemWasResized)
     Q_PROPERTY(int itemSizeLimiting READ getItemSizeLimitingInt WRITE setItemSizeLimitingInt)
     Q_PROPERTY(double itemDocumentMargin READ getItemDocumentMargin WRITE setItemDocumentMargin)
+    VX_OLD_TRANSFORM_PROPERTIES
     VX_ROTATED_RESIZE_PROPERTIES
     Q_PROPERTY(QString itemText READ getItemText WRITE setItemText)
     Q_PROPERTY(uint itemAlignment READ getItemAlignmentInt WRITE setItemAlignmentInt)

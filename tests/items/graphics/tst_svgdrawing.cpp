@@ -61,6 +61,7 @@ private Q_SLOTS:
     void loadingKeepsTheRenderer();
     void replacingReleasesTheRendererLater();
     void rendererGoesWithTheItem();
+    void refusedDrawingLeavesNothing_data();
     void refusedDrawingLeavesNothing();
     void drawingIsPaintedMirrored();
     void selectionIsNotPainted();
@@ -163,15 +164,28 @@ void tst_SvgDrawing::rendererGoesWithTheItem()
     QVERIFY(!second);
 }
 
+void tst_SvgDrawing::refusedDrawingLeavesNothing_data()
+{
+    QTest::addColumn<QByteArray>("svg");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("too deep") << "<svg width=\"9\" height=\"9\">" + QByteArray("<g>").repeated(600)
+            + QByteArray("</g>").repeated(600) + "</svg>";
+    QTest::newRow("cut") << halfFilled(40, 20).chopped(5);
+}
+
 void tst_SvgDrawing::refusedDrawingLeavesNothing()
 {
     QGraphicsSvgItem item;
     const RectangleItem frame;
     SvgDrawing drawing(item);
     QVERIFY(drawing.load(halfFilled(40, 20)));
-    QVERIFY(!drawing.load({}));
+    QFETCH(QByteArray, svg);
+    QVERIFY(!drawing.load(svg));
     QCOMPARE(drawing.bounds(), QRectF());
     QCOMPARE(Images::coloursOf(painted(drawing, frame)), QSet<QRgb>({ 0xFFFFFFFF }));
+    QVERIFY(drawing.load(halfFilled(40, 20)));
+    QVERIFY(!drawing.replace(svg));
+    QCOMPARE(drawing.bounds(), QRectF());
 }
 
 void tst_SvgDrawing::drawingIsPaintedMirrored()
