@@ -11,6 +11,7 @@
 #include "label/labellimits.h"
 #include "label/problemlog.h"
 #include "label/recordvalues.h"
+#include "label/wording.h"
 
 #include <QIODevice>
 
@@ -175,7 +176,7 @@ std::unique_ptr<Item> BinaryReader::itemOf(quint32 shape, const QByteArray &reco
         return {};
     }
     if (!ItemRecord::load(*item, record, m_version)) {
-        m_log.add(where, u"the record of this %1 is not whole"_s.arg(item->toDescriptionString()));
+        m_log.add(where, u"the record of this %1 is not whole"_s.arg(Wording::item(*item)));
         return {};
     }
     Problems problems = RecordValues::problems(item->getItemShape(), record, m_version);

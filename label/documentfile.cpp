@@ -9,6 +9,7 @@
 #include "label/labellimits.h"
 #include "label/outputfile.h"
 #include "label/problemlog.h"
+#include "label/wording.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -60,8 +61,7 @@ Problems losses(const LabelDocument &document, const QByteArray &json)
         Item &item = *document.items()[i];
         if (ItemRecord::comparable(item) != ItemRecord::comparable(*again.document->items()[i]))
             log.add(JsonPointer::element(u"/items"_s, qsizetype(i)),
-                u"the JSON form cannot hold all of %1"_s.arg(item.toDescriptionString()),
-                u"save it as .vxb"_s);
+                u"the JSON form cannot hold all of %1"_s.arg(Wording::item(item)), u"save it as .vxb"_s);
     }
     return log.problems();
 }

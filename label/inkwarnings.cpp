@@ -6,6 +6,7 @@
 #include "items/graphics/imageableitem.h"
 #include "label/paintedcolors.h"
 #include "label/textcolors.h"
+#include "label/wording.h"
 
 #include <QStringList>
 
@@ -69,8 +70,13 @@ Problems inkWarnings(const LabelDocument &document)
         const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
         if (parts.isEmpty())
             continue;
+<<<<<<< HEAD
         warnings.append({ {}, where,
             u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), item.toDescriptionString()),
+=======
+        warnings.append({ {}, u"/items/%1"_s.arg(i),
+            u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), Wording::item(item)),
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
             u"use an ink's colour or add an ink"_s });
     }
     return warnings;

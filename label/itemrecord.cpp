@@ -4,11 +4,14 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
+#include "items/core/record.h"
+#include "items/graphics/symbolitem.h"
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
 #include "items/text/richtextitem.h"
 #include "label/labeldocument.h"
+#include "label/paintedcolors.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -33,8 +36,21 @@ void unifyTextColor(Item &item)
         text->setItemTextColor(ItemColors::transparent);
 }
 
+/// The colours of a symbol are all seen but for one, whatever their alpha.
+void unifySymbolColors(SymbolItem &symbol)
+{
+    if (isUnseen(symbol.getItemPenColor()))
+        symbol.setItemPenColor(PaintedColors::penOf(symbol));
+    if (isUnseen(symbol.getItemFillColor()))
+        symbol.setItemFillColor(PaintedColors::fillOf(symbol));
+}
+
 void unifyUnseenColors(Item &item)
 {
+    if (auto *symbol = dynamic_cast<SymbolItem *>(&item)) {
+        unifySymbolColors(*symbol);
+        return;
+    }
     auto *pen = dynamic_cast<IColorItem *>(&item);
     if (pen && isUnseen(pen->getItemPenColor()))
         pen->setItemPenColor(ItemColors::transparent);
@@ -53,6 +69,7 @@ QByteArray withoutNegativeZeros(QByteArray record)
     return record.replace(negative, zero);
 }
 
+<<<<<<< HEAD
 QByteArray written(Item &item)
 {
     QByteArray record;
@@ -86,6 +103,18 @@ QByteArray writtenInKnownWeight(RichTextItem &text)
     auto &inKnownWeight = dynamic_cast<RichTextItem &>(*copy);
     inKnownWeight.setEmptyFontWeight(known);
     return writtenForReaders(inKnownWeight);
+=======
+/// A symbol leaves a colour of its record unread: its fill, which one of a single colour has not read yet.
+void loadUnreadFill(Item &item, QDataStream &stream)
+{
+    auto *symbol = dynamic_cast<SymbolItem *>(&item);
+    if (!symbol || stream.atEnd())
+        return;
+    QColor fill;
+    Record::read(stream, std::tie(fill));
+    if (symbol->getSingleColor())
+        symbol->setItemFillColor(fill);
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 }
 
 } // namespace
@@ -101,6 +130,7 @@ bool ItemRecord::load(Item &item, const QByteArray &record, unsigned int version
     QDataStream stream(record);
     stream.setVersion(StreamVersion);
     item.loadItemFromData(stream, version);
+    loadUnreadFill(item, stream);
     return stream.status() == QDataStream::Ok && stream.atEnd();
 }
 
@@ -110,6 +140,9 @@ std::unique_ptr<Item> ItemRecord::plainCopy(Item &item)
     if (!copy || !load(*copy, of(item), LabelDocument::CurrentVersion))
         return {};
     unifyUnseenColors(*copy);
+    auto *symbol = dynamic_cast<SymbolItem *>(copy.get());
+    if (symbol && symbol->getSvgContentsOriginal().toString().isEmpty())
+        symbol->setSvgContentsOriginal({}); // JSON has no difference between none and an empty one
     if (copy->getDatasourceField().isEmpty())
         copy->setDatasourceField(QString());
     return copy;

@@ -3,6 +3,7 @@
 
 #include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
+#include "items/graphics/symbolitem.h"
 #include "items/shapes/lineitem.h"
 #include "items/style/fillableitem.h"
 
@@ -36,12 +37,19 @@ bool PaintedColors::hasEndsOnly(const Item &item)
 
 QColor PaintedColors::penOf(const Item &item)
 {
+    // A symbol drops the alpha of its colours, and takes an invalid one for black.
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item))
+        return QColor(symbol->getItemPenColor().rgb());
     const auto *colored = dynamic_cast<const ColoredItem *>(&item);
     return colored ? painted(colored->getItemPenColor(), hasPen(item)) : ItemColors::transparent;
 }
 
 QColor PaintedColors::fillOf(const Item &item)
 {
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item)) {
+        const QColor fill = symbol->getItemFillColor();
+        return fill == ItemColors::transparent ? fill : QColor(fill.rgb());
+    }
     if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
         return painted(barcode->getItemFillColor(), true);
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);

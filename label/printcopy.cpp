@@ -3,6 +3,7 @@
 
 #include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
+#include "items/graphics/symbolitem.h"
 #include "items/shapes/rectangleitem.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
@@ -105,6 +106,8 @@ void PrintCopy::prepareColors()
     }
     if (m_barcode)
         prepareBarcode();
+    if (auto *symbol = dynamic_cast<SymbolItem *>(m_item.get()))
+        symbol->setItemFillColor(PaintedColors::fillOf(*symbol));
     if (!m_fillable)
         return;
     m_fillable->setItemFillColor(PaintedColors::fillOf(*m_item));

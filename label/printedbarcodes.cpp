@@ -3,6 +3,7 @@
 
 #include "items/barcode/barcodeitem.h"
 #include "label/barcodeencoding.h"
+#include "label/wording.h"
 #include "platform/zint/dotrendering.h"
 #include "platform/zint/geometryof.h"
 #include "platform/zint/symbologies.h"
@@ -79,8 +80,8 @@ QString adviceFor(int error)
 
 QString nameOf(const BarcodeItem &item, const PrintedBarcode &barcode)
 {
-    return barcode.symbology.isEmpty() ? item.toDescriptionString()
-                                       : u"%1 (%2)"_s.arg(item.toDescriptionString(), barcode.symbology);
+    return barcode.symbology.isEmpty() ? Wording::item(item)
+                                       : u"%1 (%2)"_s.arg(Wording::item(item), barcode.symbology);
 }
 
 /// The resolutions of label printers.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/wording.h"
 
+#include "items/core/item.h"
+
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -35,4 +37,9 @@ QColor Wording::colorOf(const QString &text)
 {
     const QColor color = text.size() <= longestColor ? QColor::fromString(text) : QColor();
     return color == QColor::fromRgba(color.rgba()) ? color : QColor();
+}
+
+QString Wording::item(const Item &item)
+{
+    return item.toDescriptionString().trimmed();
 }

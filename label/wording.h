@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QString>
 
+class Item;
+
 /// How values appear in problems and in documents.
 namespace Wording {
 
@@ -18,5 +20,8 @@ namespace Wording {
 
 /// The colour of such a text. Invalid for any other text, and for one of more than 8 bits per channel.
 [[nodiscard]] QColor colorOf(const QString &text);
+
+/// The description of an item on one line.
+[[nodiscard]] QString item(const Item &item);
 
 } // namespace Wording

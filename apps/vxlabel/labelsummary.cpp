@@ -5,6 +5,7 @@
 #include "apps/vxlabel/texttable.h"
 #include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
+#include "items/graphics/symbolitem.h"
 #include "items/graphics/pixmapitem.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
@@ -20,6 +21,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Some descriptions end in a line feed.
+QString descriptionOf(const Item &item)
+{
+    return item.toDescriptionString().trimmed();
+}
+
 QString fixed(double value)
 {
     return QString::number(value, 'f', 2);
@@ -31,8 +38,16 @@ QString shortest(double value)
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
+/// The fill of an item that has no fill style.
+QString plainFillText(const QColor &color)
+{
+    return color.isValid() && color.alpha() > 0 ? u"solid "_s + StyleNames::color(color) : u"none"_s;
+}
+
 QString penText(const Item &item)
 {
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item))
+        return StyleNames::color(symbol->getItemPenColor());
     const auto *contoured = dynamic_cast<const ContouredItem *>(&item);
     if (!contoured)
         return u"-"_s;
@@ -44,10 +59,10 @@ QString penText(const Item &item)
 
 QString fillText(const Item &item)
 {
-    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item)) {
-        const QColor color = barcode->getItemFillColor();
-        return color.isValid() && color.alpha() > 0 ? u"solid "_s + StyleNames::color(color) : u"none"_s;
-    }
+    if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
+        return plainFillText(barcode->getItemFillColor());
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item))
+        return plainFillText(symbol->getItemFillColor());
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);
     if (!fillable)
         return u"-"_s;
@@ -128,10 +143,10 @@ QString itemsText(const LabelDocument &document)
         u"pen"_s, u"fill"_s, hasTexts(document) ? u"text"_s : QString() });
     qsizetype index = 0;
     for (const auto &item : document.items()) {
-        table.addRow({ QString::number(index++), item->toDescriptionString(),
-            fixed(item->getItemPositionX() * unit), fixed(item->getItemPositionY() * unit),
-            fixed(item->getItemWidth() * unit), fixed(item->getItemHeight() * unit),
-            shortest(item->getItemRotation()), penText(*item), fillText(*item), textText(*item) });
+        table.addRow({ QString::number(index++), descriptionOf(*item), fixed(item->getItemPositionX() * unit),
+            fixed(item->getItemPositionY() * unit), fixed(item->getItemWidth() * unit),
+            fixed(item->getItemHeight() * unit), shortest(item->getItemRotation()), penText(*item),
+            fillText(*item), textText(*item) });
     }
     return table.text();
 }
@@ -164,7 +179,7 @@ QJsonObject itemObject(const Item &item, int index)
     QJsonObject object {
         { u"index"_s, index },
         { u"type"_s, qint64(item.getItemShapeInt()) },
-        { u"description"_s, item.toDescriptionString() },
+        { u"description"_s, descriptionOf(item) },
         { u"position"_s,
             QJsonObject { { u"x"_s, item.getItemPositionX() }, { u"y"_s, item.getItemPositionY() } } },
         { u"size"_s, sizeObject(item.getItemWidth(), item.getItemHeight()) },
@@ -189,6 +204,11 @@ QJsonObject itemObject(const Item &item, int index)
             { u"color"_s, StyleNames::color(barcode->getItemTextColor()) },
             { u"content"_s, barcode->getBarcodeText() } };
     }
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item)) {
+        object[u"symbol"_s] = QJsonObject { { u"penColor"_s, StyleNames::color(symbol->getItemPenColor()) },
+            { u"fillColor"_s, StyleNames::color(symbol->getItemFillColor()) },
+            { u"singleColor"_s, symbol->getSingleColor() },
+            { u"background"_s, symbol->getFillBoundingRectangle() } };
     if (const auto *picture = dynamic_cast<const PixMapItem *>(&item)) {
         object[u"picture"_s] = QJsonObject { { u"width"_s, picture->pixmap().width() },
             { u"height"_s, picture->pixmap().height() },

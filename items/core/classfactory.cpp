@@ -2,7 +2,11 @@
 #include "items/core/classfactory.h"
 
 #include "items/barcode/barcodeitem.h"
+<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
+=======
+#include "items/graphics/symbolitem.h"
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -31,6 +35,7 @@ template <typename T> Item *make()
 }
 
 constexpr Registration registrations[] = {
+    { MobraTypes::SymbolShape, &make<SymbolItem> },
     { MobraTypes::LineShape, &make<LineItem> },
     { MobraTypes::RectangleShape, &make<RectangleItem> },
     { MobraTypes::RoundedRectangleShape, &make<RoundedRectangleItem> },

@@ -55,9 +55,10 @@ void SymbolItem::showRecolored(bool hasFill)
     const QRectF before = boundingRect();
     const QSizeF frame = getItemSize();
     m_shownWithFill = hasFill;
-    if (!m_drawing.load(m_contents))
+    const bool shown = m_drawing.load(m_contents);
+    if (!shown)
         showEmpty();
-    if (boundingRect() != before)
+    if (!shown || boundingRect() != before)
         setItemSizeOnUpdate(frame);
 }
 

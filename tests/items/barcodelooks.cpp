@@ -31,7 +31,7 @@ Look code39(const QByteArray &name, const Change &change, Look::Place place = Lo
     return encoded(name, 8, u"AB1"_s, change, place);
 }
 
-QList<Look> symbolLooks()
+QList<Look> symbologyLooks()
 {
     return {
         { "new", [](Item & /*item*/) {} },
@@ -119,5 +119,5 @@ QList<Look> placeLooks()
 
 QList<Look> barcodeLooks()
 {
-    return symbolLooks() + lineLooks() + placeLooks();
+    return symbologyLooks() + lineLooks() + placeLooks();
 }

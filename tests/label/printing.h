@@ -2,6 +2,7 @@
 #pragma once
 
 #include "items/barcode/barcodeitem.h"
+#include "items/graphics/symbolitem.h"
 #include "items/shapes/rectangleitem.h"
 #include "label/separation.h"
 
@@ -58,6 +59,8 @@ inline Item *addItem(
         barcode->setItemFillColor(look.fill);
         barcode->setItemTextColor(look.pen);
     }
+    if (auto *symbol = dynamic_cast<SymbolItem *>(item.get()))
+        symbol->setItemPenFillColorPrePrint(look.pen, look.fill);
     return document.addItem(std::move(item));
 }
 

@@ -45,6 +45,17 @@ bool hasGradient(ShapeType shape)
     return dynamic_cast<FillableItem *>(AllItems::made(shape).get());
 }
 
+/// A new item without a text; a symbol of which the left half is ink and the rest paper.
+std::unique_ptr<Item> madeToBeSeen(ShapeType shape)
+{
+    std::unique_ptr<Item> item = AllItems::madeWithoutText(shape);
+    if (auto *symbol = dynamic_cast<SymbolItem *>(item.get()))
+        symbol->loadItemFromData(
+            "<svg width=\"60\" height=\"45\"><rect width=\"60\" height=\"45\" fill=\"#FFFFFF\"/>"
+            "<rect width=\"30\" height=\"45\" fill=\"#000000\"/></svg>");
+    return item;
+}
+
 /// A page with an item of the class, with all that its class can paint, on a document of so many inks.
 LabelDocument documentOf(ShapeType shape, const Look &look, const Turn &turn, int inks = 2)
 {
@@ -52,7 +63,7 @@ LabelDocument documentOf(ShapeType shape, const Look &look, const Turn &turn, in
     document.setInks((document.inks() + QList<Ink> { { u"blue"_s, blue } }).first(inks));
     if (inks > 2)
         addRectangle(document, { 15, 15, 50, 100 }, { blue });
-    Item &item = *addItem(document, AllItems::madeWithoutText(shape), place, look);
+    Item &item = *addItem(document, madeToBeSeen(shape), place, look);
     if (auto *pie = dynamic_cast<PieItem *>(&item)) {
         pie->setDrawCircle(true);
         pie->setStartPieAngle(20 * 16);
@@ -133,7 +144,10 @@ void addTurnedRows(bool gradientsOnly)
     for (const ShapeType shape : AllItems::shapesWithColours()) {
         for (const Turn &turn : turns) {
             for (const double scaling : { 1.0, gradientsOnly ? 2.5 : 2.04 }) {
-                if (hasGradient(shape) || !gradientsOnly)
+                // On the screen, Qt smooths those edges of a drawing that do not lie between pixels.
+                const bool smooth
+                    = shape == MobraTypes::SymbolShape && (scaling != 1.0 || turn.rotation != 0);
+                if (!smooth && (hasGradient(shape) || !gradientsOnly))
                     QTest::addRow("%s %s x %g", nameOf(shape).constData(), turn.name, scaling)
                         << shape << turn << scaling;
             }
@@ -414,7 +428,7 @@ void tst_SeparationShapes::colourWithoutInkIsWarnedAbout()
     else if (hasFill(shape))
         parts += u" and the fill #00ff00"_s;
     QCOMPARE(warnings[0].what,
-        u"no ink prints the %1 of %2"_s.arg(parts, document.items()[0]->toDescriptionString()));
+        u"no ink prints the %1 of %2"_s.arg(parts, document.items()[0]->toDescriptionString().trimmed()));
 }
 
 void tst_SeparationShapes::picturesAreLeftOutAndWarnedAbout()

@@ -42,10 +42,16 @@ int bytesBefore(Item &item)
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item))
         return 2 + bytesOf(barcode->getBarcodeText()) + 2 + 2 + 1 + 2 + 2
             + bytesOf(barcode->getItemFontFamily()) + 2 + 5;
+<<<<<<< HEAD
     if (const auto *picture = dynamic_cast<PixMapItem *>(&item)) {
         const QByteArray bytes = QByteArray::fromBase64(picture->getPixmapItemData().toByteArray());
         return int(bytes.size()) + 2 * 8 + 2;
     }
+=======
+    if (auto *symbol = dynamic_cast<SymbolItem *>(&item))
+        return 1 + 1 + 4 + int(QByteArray::fromBase64(symbol->getSvgContentsOriginal().toByteArray()).size())
+            + 2 * 8;
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     switch (item.getItemShape()) {
     case MobraTypes::RoundedRectangleShape:
         return 2 * 8;
@@ -295,7 +301,7 @@ void tst_ShapeRecords::recordsAreWhole()
     QFETCH(ShapeType, shape);
     std::unique_ptr<Item> item = AllItems::made(shape);
     item->setItemId(7);
-    const QString description = item->toDescriptionString();
+    const QString description = item->toDescriptionString().trimmed();
     const QByteArray record = ItemRecords::saved(*item);
     const QByteArray head = BinaryFormat::write(documentOf(std::move(item))).chopped(record.size() + 4);
     for (const qsizetype size : { record.size() - 1, record.size() + 1 }) {

@@ -5,7 +5,11 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/mobratypes.h"
+<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
+=======
+#include "items/graphics/symbolitem.h"
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/interfaces/itextgenericitem.h"
 #include "items/style/fillableitem.h"
 
@@ -68,6 +72,7 @@ namespace AllItems {
     return dynamic_cast<QObject &>(item);
 }
 
+<<<<<<< HEAD
 /// A picture of one colour.
 [[nodiscard]] inline QPixmap plainPicture(const QSize &size, const QColor &colour)
 {
@@ -77,6 +82,10 @@ namespace AllItems {
 }
 
 /// A new item that draws nothing but its outline and fill: a text or barcode is empty, a picture clear.
+=======
+/// A new item that draws nothing but its outline and fill: a text or barcode is empty, and so is the drawing
+/// of a symbol.
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 [[nodiscard]] inline std::unique_ptr<Item> madeWithoutText(MobraTypes::ShapeType shape)
 {
     std::unique_ptr<Item> item = made(shape);
@@ -84,25 +93,51 @@ namespace AllItems {
         text->setItemText({});
     if (auto *barcode = dynamic_cast<IBarcodeItem *>(item.get()))
         barcode->setBarcodeText({});
+<<<<<<< HEAD
     if (auto *picture = dynamic_cast<PixMapItem *>(item.get()))
         picture->pixmapImportActions(plainPicture(QSize(100, 100), Qt::transparent));
+=======
+    if (auto *symbol = dynamic_cast<SymbolItem *>(item.get()))
+        symbol->fixInvalidSymbol("black");
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     return item;
 }
 
 /// The item's coordinates of a point that lies so far from its corner, measured along its sides in the size
+<<<<<<< HEAD
 /// in which it shows: the transforms of label texts and pictures hold their scales.
 [[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
 {
     if (item.getItemShape() != MobraTypes::LabelTextShape && !isPicture(item.getItemShape()))
+=======
+/// in which it shows: the transform of a label text or symbol holds its scales.
+[[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
+{
+    if (!dynamic_cast<const ResizeRotatedHelper *>(&item))
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
         return QPointF(x, y);
     return QPointF(x / item.getItemScaleX(), y / item.getItemScaleY());
+}
+
+/// Shows a drawing in the symbol, in the frame that it has.
+inline void draw(SymbolItem &symbol)
+{
+    symbol.reloadItemFromData(
+        "<svg width=\"30\" height=\"20\"><circle cx=\"10\" cy=\"10\" r=\"8\" stroke=\"#000000\" "
+        "fill=\"#FFFFFF\"/><rect x=\"20\" width=\"8\" height=\"6\"/></svg>");
 }
 
 /// Gives everything that the item has in common with others a value of its own.
 inline void change(Item &item)
 {
+<<<<<<< HEAD
     if (auto *picture = dynamic_cast<PixMapItem *>(&item))
         picture->pixmapImportActions(plainPicture(QSize(50, 40), QColor(0x20, 0x60, 0xA0, 0x80)));
+=======
+    auto *const symbol = dynamic_cast<SymbolItem *>(&item);
+    if (symbol)
+        draw(*symbol);
+>>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     item.setItemId(1234);
     item.setItemSize(QSizeF(60.0, 40.0));
     item.setItemRotation(30.0);
@@ -124,6 +159,10 @@ inline void change(Item &item)
     if (auto *fillable = dynamic_cast<FillableItem *>(&item)) {
         fillable->setItemFillColor(QColor(0xE0, 0x90, 0x10));
         fillable->setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    }
+    if (symbol) {
+        symbol->setItemPenColor(QColor(0x20, 0x60, 0xA0));
+        symbol->setItemFillColor(QColor(0xE0, 0x90, 0x10));
     }
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item)) {
         barcode->setItemFillColor(QColor(0xE0, 0x90, 0x10));

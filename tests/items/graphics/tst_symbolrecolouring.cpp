@@ -202,6 +202,9 @@ void tst_SymbolRecolouring::symbolThatBreaksComesBack()
     QCOMPARE(item.getItemFillColor(), transparent);
     QCOMPARE(item.getItemSize(), QSizeF(80, 20));
     QCOMPARE(item.sceneBoundingRect(), QRectF(0, 0, 80, 20));
+    item.setItemPenColor(green);
+    QCOMPARE(item.getItemSize(), QSizeF(80, 20));
+    QCOMPARE(item.sceneBoundingRect(), QRectF(0, 0, 80, 20));
     item.setItemFillColor(blue);
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 20));
     QCOMPARE(item.getItemSize(), QSizeF(80, 20));
