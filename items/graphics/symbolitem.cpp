@@ -151,8 +151,6 @@ QVariant SymbolItem::getSvgContentsOriginal() const
 void SymbolItem::setSvgContentsOriginal(const QVariant &svgContentsOriginal)
 {
     m_original = QByteArray::fromBase64(svgContentsOriginal.toByteArray());
-    if (m_original.isEmpty())
-        m_original = QByteArray(); // none, rather than an empty one
     m_shownWithFill.reset();
 }
 

@@ -15,7 +15,7 @@ constexpr unsigned int originalSinceVersion = 4;
 void SymbolItem::saveItemToData(QDataStream &stream)
 {
     Record::write(stream, m_singleColor, m_fillBoundingRectangle);
-    stream << m_original;
+    stream << (m_original.isEmpty() ? QByteArray() : m_original); // none, rather than an empty one
     Record::write(stream, getOldTransformCoefficientM31(), getOldTransformCoefficientM32());
     ColoredItem::saveItemToData(stream);
     Record::write(stream, m_fillColor);

@@ -109,6 +109,8 @@ void tst_SymbolRecord::newSymbolWritesItsRecord()
     QCOMPARE(newRecord.size(), 213);
     SymbolItem item;
     QCOMPARE(toHexText(saved(item)), toHexText(newRecord));
+    item.setSvgContentsOriginal(QByteArray("")); // none either
+    QCOMPARE(toHexText(saved(item)), toHexText(newRecord));
 }
 
 void tst_SymbolRecord::changedRecordIsReadAndWritten()
