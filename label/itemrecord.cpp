@@ -140,9 +140,6 @@ std::unique_ptr<Item> ItemRecord::plainCopy(Item &item)
     if (!copy || !load(*copy, of(item), LabelDocument::CurrentVersion))
         return {};
     unifyUnseenColors(*copy);
-    auto *symbol = dynamic_cast<SymbolItem *>(copy.get());
-    if (symbol && symbol->getSvgContentsOriginal().toString().isEmpty())
-        symbol->setSvgContentsOriginal({}); // JSON has no difference between none and an empty one
     if (copy->getDatasourceField().isEmpty())
         copy->setDatasourceField(QString());
     return copy;
