@@ -44,8 +44,7 @@ struct Inks
 [[nodiscard]] VX_EXPORT QByteArray withFixedStops(const QByteArray &svg);
 
 /// Exchanges black and white for the inks, at once: a white pen and a black fill swap them. What the text
-/// holds of the placeholder #MMMMMM takes the pen. Empty if the
-/// result were larger than a drawing may be.
+/// holds of the placeholder #MMMMMM takes the pen. Empty if the result were larger than a drawing may be.
 [[nodiscard]] VX_EXPORT QByteArray colored(const QByteArray &svg, const Inks &inks);
 /// Turns the inks back into black and white. Where both inks are the same, all of it becomes black.
 [[nodiscard]] VX_EXPORT QByteArray uncolored(const QByteArray &svg, const Inks &inks);

@@ -214,10 +214,10 @@ void tst_SymbolColors::blackAndWhiteAreExchanged_data()
                            << "a=\"red\" b=\"blue\" style=\"c:red;d:blue\""_ba;
     QTest::newRow("placeholders take the pen")
         << "a=\"#MMMMMM\" b:#MMMMMM"_ba << redOnBlue << "a=\"#FF0000\" b:#FF0000"_ba;
-    QTest::newRow("other writings stay")
-        << "a='#000000' b=\"#fff\" c = \"#000000 \" d: #000000 e=\"#ffffff\" f=\"#FFFFFf\" #000000 g=\"#000\" h=\"black\""_ba
-        << redOnBlue
-        << "a='#000000' b=\"#fff\" c = \"#000000 \" d: #000000 e=\"#ffffff\" f=\"#FFFFFf\" #000000 g=\"#000\" h=\"black\""_ba;
+    const QByteArray others
+        = "a='#000000' b=\"#fff\" c = \"#000000 \" d: #000000 e=\"#ffffff\" f=\"#FFFFFf\" "
+          "#000000 g=\"#000\" h=\"black\"";
+    QTest::newRow("other writings stay") << others << redOnBlue << others;
     QTest::newRow("styles need no end") << ":#0000000:#FFFFFFF"_ba << redOnBlue << ":#FF00000:#0000FFF"_ba;
     QTest::newRow("cut at the end") << ":#00000"_ba << redOnBlue << ":#00000"_ba;
     QTest::newRow("cut before the quote") << "=\"#000000"_ba << redOnBlue << "=\"#000000"_ba;
