@@ -21,11 +21,7 @@ CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
 
 # How many of the last common fields a class lacks: brush and fill, and the pen as well.
-<<<<<<< HEAD
-LACKING = {"line": 2, "barcode": 7, "pixmap": 7}
-=======
-LACKING = {"line": 2, "barcode": 7, "symbol": 7}
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+LACKING = {"line": 2, "barcode": 7, "svg": 7, "pixmap": 7, "symbol": 7}
 # Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
 # keys of the property map.
 RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
@@ -53,7 +49,11 @@ BARCODE_BEFORE = [("barcodeSymbol", integer("h")), ("barcodeText", string), ("li
 BARCODE_BEHIND = [("itemFillColor", colour), ("itemTextColor", colour)]
 
 
-<<<<<<< HEAD
+def data(value, order, real):
+    """A byte count and the bytes."""
+    return struct.pack(order + "I", len(value)) + value
+
+
 def picture(png, *_):
     """A marker and the file, in a record; in a map both are in Base64."""
     return struct.pack(">I", 1 if png else 0) + png
@@ -69,30 +69,26 @@ def png_file(rows):
             + chunk(b"IEND", b""))
 
 
-PIXMAP_BEFORE = [("pixmapItemData", picture), ("oldTransformCoefficientM31", real_number),
-                 ("oldTransformCoefficientM32", real_number), ("imageHasTransparency", integer("b")),
-                 ("firstResizeAfterAddedToGroup", integer("b"))]
-CLASSES = {
-    "pixmap": (0x1000C, PIXMAP_BEFORE, [],
-               [png_file([bytes.fromhex("d40000ff 000000ff 00000000"), bytes.fromhex("ffffffff d4000080 0000ffff")]),
-                10.5, -3.0, True, False]),
-=======
-def data(value, order, real):
-    """A byte count and the bytes."""
-    return struct.pack(order + "I", len(value)) + value
-
-
+COEFFICIENTS = [("oldTransformCoefficientM31", real_number), ("oldTransformCoefficientM32", real_number)]
+SVG_BEFORE = COEFFICIENTS + [("svgContents", data), ("svgIsInvalid", integer("b")),
+                             ("svgHasTransparency", integer("b"))]
+SVG = (b'<svg xmlns="http://www.w3.org/2000/svg" width="24" height="16"><circle cx="8" cy="8" r="6" fill="#d40000"/>'
+       b'<path d="M14 2h8v8z" fill-opacity="0.5"/></svg>')
+PIXMAP_BEFORE = [("pixmapItemData", picture)] + COEFFICIENTS + [("imageHasTransparency", integer("b")),
+                                                                ("firstResizeAfterAddedToGroup", integer("b"))]
 SYMBOL_BEFORE = [("hasSingleColor", integer("b")), ("fillBoundingRectangle", integer("b")),
-                 ("svgContentsOriginal", data), ("oldTransformCoefficientM31", real_number),
-                 ("oldTransformCoefficientM32", real_number)]
+                 ("svgContentsOriginal", data)] + COEFFICIENTS
 SYMBOL_BEHIND = [("itemPenColor", colour), ("itemFillColor", colour), ("itemFillColor", colour)]
 SYMBOL = (b'<svg fill="#000000" stroke="none" width="24" height="16"><rect id="background_fix" fill="#FFFFFF" '
           b'fill-opacity="0" width="24" height="16"/><linearGradient id="g"><stop offset="0" stop-color="#000000"/>'
           b'<stop offset="1" style="stop-color:#FFFFFF"/></linearGradient><path d="M4 2h8v8z" fill="url(#g)"/></svg>')
 CLASSES = {
+    "svg": (0x1000B, SVG_BEFORE, [], [10.5, -3.0, SVG, False, True]),
+    "pixmap": (0x1000C, PIXMAP_BEFORE, [],
+               [png_file([bytes.fromhex("d40000ff 000000ff 00000000"), bytes.fromhex("ffffffff d4000080 0000ffff")]),
+                10.5, -3.0, True, False]),
     "symbol": (0x1000D, SYMBOL_BEFORE, SYMBOL_BEHIND,
                [False, True, SYMBOL, 0.0, 0.0, rgb(0xD4, 0, 0), rgb(255, 255, 240), rgb(255, 255, 240)]),
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     "label_text": (0x10015, LABEL_BEFORE, LABEL_BEHIND,
                    ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
                     True, 1]),
@@ -130,11 +126,7 @@ def map_of(name):
     """A property map with a value for every kind of key."""
     code, before, behind, own = CLASSES[name]
     values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1}
-<<<<<<< HEAD
     if LACKING.get(name) != 7:
-=======
-    if name not in ("barcode", "symbol"):
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
         values |= {"itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
                    "itemPenJoinStyle": 64}
     values |= {"itemZValue": -2.5, "allowOverprint": False, "itemPositionX": -123.5, "itemPositionY": 4096.125}
@@ -146,14 +138,11 @@ def map_of(name):
         "itemDatasourceId", "itemDatasourceField")
     values |= zip(binding, (4, "Größe"))
     own_values = {key: value for (key, _), value in zip(before + behind, own) if key != "weight"}
-<<<<<<< HEAD
     if name == "pixmap":
         own_values["pixmapItemData"] = base64.b64encode(picture(own[0])).decode()
-    names = {"itemTextColor": "#d40000", "itemFillColor": "#fffff0"}
-=======
     names = {"itemTextColor": "#d40000", "itemPenColor": "#d40000", "itemFillColor": "#fffff0",
+             "svgContents": base64.b64encode(SVG).decode(),
              "svgContentsOriginal": base64.b64encode(SYMBOL).decode()}
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     own_values |= {key: names[key] for key in own_values.keys() & names.keys()}
     return values | own_values
 

@@ -51,12 +51,14 @@ QStringList unprintable(Item &item, const LabelDocument &document)
     return parts;
 }
 
-} // namespace
-
-bool isPicture(const Item &item)
+/// Whether the item is a picture that could not be loaded.
+bool isMissing(const Item &item)
 {
-    return dynamic_cast<const ImageableItem *>(&item) != nullptr;
+    const auto *picture = dynamic_cast<const ImageableItem *>(&item);
+    return picture && picture->getImageIsInvalid();
 }
+
+} // namespace
 
 Problems inkWarnings(const LabelDocument &document)
 {
@@ -64,20 +66,16 @@ Problems inkWarnings(const LabelDocument &document)
     for (std::size_t i = 0; i < document.items().size(); ++i) {
         Item &item = *document.items()[i];
         const QString where = u"/items/%1"_s.arg(i);
-        if (item.getItemIsVisible() && isPicture(item))
-            warnings.append({ {}, where, item.toDescriptionString() + u" is left out of the plates"_s,
-                u"draw it with shapes or texts in the colours of the inks"_s });
+        if (item.getItemIsVisible() && isMissing(item))
+            warnings.append({ {}, where,
+                u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(Wording::item(item)),
+                u"load it again"_s });
         const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
         if (parts.isEmpty())
             continue;
-<<<<<<< HEAD
-        warnings.append({ {}, where,
-            u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), item.toDescriptionString()),
-=======
-        warnings.append({ {}, u"/items/%1"_s.arg(i),
-            u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), Wording::item(item)),
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
-            u"use an ink's colour or add an ink"_s });
+        warnings.append(
+            { {}, where, u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), Wording::item(item)),
+                u"use an ink's colour or add an ink"_s });
     }
     return warnings;
 }

@@ -4,11 +4,9 @@
 #include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
-<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
-=======
+#include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/interfaces/fillcoloritem.h"
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
@@ -174,39 +172,27 @@ void completeScales(const Item &fresh, QVariantMap &map)
     complete(heightKey, scaleYKey, fresh.getItemHeight());
 }
 
-<<<<<<< HEAD
 /// The size of an item as people write it: by its sides or by its scales.
 QSizeF typedSize(const QVariantMap &map, const QSizeF &natural)
 {
     const auto side = [&map](const QString &key, const QString &scale, double naturalSide) {
         return map.value(key, naturalSide * map.value(scale, 1.0).toDouble()).toDouble();
-=======
-/// The size that a map gives to a content of a size of its own: by its sides, or its scales.
-QSizeF sizeIn(const QVariantMap &map, const QSizeF &natural)
-{
-    const auto side = [&map](const QString &key, const QString &scale, double length) {
-        return map.value(key, length * map.value(scale, 1.0).toDouble()).toDouble();
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     };
     return QSizeF(side(widthKey, scaleXKey, natural.width()), side(heightKey, scaleYKey, natural.height()));
 }
 
-<<<<<<< HEAD
-/// Stretches a picture to its typed size and turns it about its centre.
-void placePicture(PixMapItem &picture, const QVariantMap &map)
+/// Stretches a picture or drawing to its typed size and turns it about its centre.
+template <typename T> void placeContent(T &content, const QVariantMap &map)
 {
-    const QRectF pixels = picture.boundingRect();
-    const QSizeF size = typedSize(map, pixels.isEmpty() ? picture.getItemSize() : pixels.size());
-    picture.setItemSizeOnUpdate(size);
-    picture.updateItemPositionAfterLoading();
-    const QPointF centre = picture.pos() + QPointF(size.width() / 2.0, size.height() / 2.0);
-    picture.setPos(picture.pos() + centre - picture.mapToParent(pixels.center()));
+    const QRectF natural = content.boundingRect();
+    const QSizeF size = typedSize(map, natural.isEmpty() ? content.getItemSize() : natural.size());
+    content.setItemSizeOnUpdate(size);
+    content.updateItemPositionAfterLoading();
+    const QPointF centre = content.pos() + QPointF(size.width() / 2.0, size.height() / 2.0);
+    content.setPos(content.pos() + centre - content.mapToParent(natural.center()));
 }
 
 /// Stretches a label text to its typed size and turns it about its centre.
-=======
-/// Stretches a label text to a size or by scales, as people write them, and turns it about its centre.
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 void placeLabelText(SimpleTextItem &text, const QVariantMap &map)
 {
     const double rotation = text.getItemRotation();
@@ -214,35 +200,12 @@ void placeLabelText(SimpleTextItem &text, const QVariantMap &map)
     const signed char limiting = text.getItemSizeLimiting();
     text.setItemPinToCenter(false);
     text.resetTransform();
-<<<<<<< HEAD
     text.setItemSize(typedSize(map, text.getItemSize()));
-=======
-    const QSizeF natural = text.getItemSize();
-    text.setItemSize(sizeIn(map, natural));
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     text.setItemSizeLimiting(limiting);
     text.updateItemPen(); // the frame lies around the text in its new scales
     text.updateItemPositionAfterLoading();
     text.setItemRotation(rotation);
     text.setItemPinToCenter(pinned);
-}
-
-/// Scales the drawing of a symbol to a size or by scales, as people write them, and turns it about its
-/// centre.
-void placeSymbol(SymbolItem &symbol, const QVariantMap &map)
-{
-    const double rotation = symbol.getItemRotation();
-    const QSizeF natural = symbol.boundingRect().size();
-    if (natural.isEmpty())
-        return;
-    symbol.setItemRotation(0.0);
-    symbol.resetTransform();
-    symbol.setItemSizeOnUpdate(sizeIn(map, natural));
-    symbol.updateItemPositionAfterLoading();
-    const QPointF middle = symbol.boundingRect().center();
-    const QPointF centre = symbol.mapToParent(middle);
-    symbol.setItemRotation(rotation);
-    symbol.setPos(symbol.pos() + centre - symbol.mapToParent(middle));
 }
 
 /// The setters of a barcode leave out the option of most symbols and a part of some texts, which a record
@@ -268,13 +231,12 @@ void placeWithoutTransform(Item &item, const QVariantMap &map)
         return;
     if (auto *text = dynamic_cast<SimpleTextItem *>(&item)) {
         placeLabelText(*text, map);
-<<<<<<< HEAD
     } else if (auto *picture = dynamic_cast<PixMapItem *>(&item)) {
-        placePicture(*picture, map);
-=======
+        placeContent(*picture, map);
+    } else if (auto *drawing = dynamic_cast<SvgItem *>(&item)) {
+        placeContent(*drawing, map);
     } else if (auto *symbol = dynamic_cast<SymbolItem *>(&item)) {
-        placeSymbol(*symbol, map);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+        placeContent(*symbol, map);
     } else if (item.getItemRotation() != 0.0 || item.getItemHorizontalMirror()) {
         item.setItemRotation(item.getItemRotation());
         item.updateItemPositionAfterLoading();

@@ -69,7 +69,18 @@ QByteArray withoutNegativeZeros(QByteArray record)
     return record.replace(negative, zero);
 }
 
-<<<<<<< HEAD
+/// A symbol leaves a colour of its record unread: its fill, which one of a single colour has not read yet.
+void loadUnreadFill(Item &item, QDataStream &stream)
+{
+    auto *symbol = dynamic_cast<SymbolItem *>(&item);
+    if (!symbol || stream.atEnd())
+        return;
+    QColor fill;
+    Record::read(stream, std::tie(fill));
+    if (symbol->getSingleColor())
+        symbol->setItemFillColor(fill);
+}
+
 QByteArray written(Item &item)
 {
     QByteArray record;
@@ -103,18 +114,6 @@ QByteArray writtenInKnownWeight(RichTextItem &text)
     auto &inKnownWeight = dynamic_cast<RichTextItem &>(*copy);
     inKnownWeight.setEmptyFontWeight(known);
     return writtenForReaders(inKnownWeight);
-=======
-/// A symbol leaves a colour of its record unread: its fill, which one of a single colour has not read yet.
-void loadUnreadFill(Item &item, QDataStream &stream)
-{
-    auto *symbol = dynamic_cast<SymbolItem *>(&item);
-    if (!symbol || stream.atEnd())
-        return;
-    QColor fill;
-    Record::read(stream, std::tie(fill));
-    if (symbol->getSingleColor())
-        symbol->setItemFillColor(fill);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 }
 
 } // namespace

@@ -100,7 +100,20 @@ ItemValue transform(const QJsonValue &json, const QString &key)
         u"write m11, m12, m13, m21, m22, m23, m31 and m32"_s };
 }
 
-<<<<<<< HEAD
+/// A drawing: its bytes in Base64.
+ItemValue drawing(const QJsonValue &json)
+{
+    if (!json.isString())
+        return wrongType(json, u"text"_s);
+    const QByteArray text = json.toString().toLatin1();
+    const auto decoded = QByteArray::fromBase64Encoding(text, QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded)
+        return { {}, u"is no Base64"_s, u"encode the whole drawing in Base64, without line breaks"_s };
+    if (decoded.decoded.size() > Limits::MaxSvgBytes)
+        return { {}, u"is a drawing of more than 32 MiB"_s, u"simplify it"_s };
+    return { json.toString(), {}, {} };
+}
+
 /// A picture as QDataStream writes it, in Base64.
 ItemValue picture(const QJsonValue &json)
 {
@@ -115,20 +128,6 @@ ItemValue picture(const QJsonValue &json)
     if (stream.status() == QDataStream::ReadCorruptData)
         return { {}, u"is too large a picture"_s, u"use fewer pixels"_s };
     return { {}, u"is no picture"_s, u"write a picture's marker and its PNG file in Base64"_s };
-=======
-/// A drawing: its bytes in Base64.
-ItemValue drawing(const QJsonValue &json)
-{
-    if (!json.isString())
-        return wrongType(json, u"text"_s);
-    const QByteArray text = json.toString().toLatin1();
-    const auto decoded = QByteArray::fromBase64Encoding(text, QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return { {}, u"is no Base64"_s, u"encode the whole drawing in Base64, without line breaks"_s };
-    if (decoded.decoded.size() > Limits::MaxSvgBytes)
-        return { {}, u"is a drawing of more than 32 MiB"_s, u"simplify it"_s };
-    return { json.toString(), {}, {} };
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 }
 
 ItemValue anyOther(const QJsonValue &json, QMetaType type)
@@ -186,11 +185,7 @@ ItemValue ItemValue::from(const QJsonValue &json, const QString &key, QMetaType 
     case QMetaType::QColor:
         return colorName(json);
     case QMetaType::QVariant:
-<<<<<<< HEAD
-        return key == "pixmapItemData"_L1 ? picture(json) : anyOther(json, type);
-=======
-        return drawing(json);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+        return key == "pixmapItemData"_L1 ? picture(json) : drawing(json);
     default:
         return key == "itemTransform"_L1 ? transform(json, key) : anyOther(json, type);
     }

@@ -81,7 +81,7 @@ PrintCopy::PrintCopy(Item &original, double scaling, Mode mode, const QList<QCol
     , m_scaling(scaling)
     , m_mode(mode)
 {
-    prepareStacking();
+    makeStackable(*m_graphics);
     prepareColors();
     if (m_text)
         prepareText();
@@ -89,13 +89,12 @@ PrintCopy::PrintCopy(Item &original, double scaling, Mode mode, const QList<QCol
 
 PrintCopy::~PrintCopy() = default;
 
-void PrintCopy::prepareStacking()
+void PrintCopy::makeStackable(QGraphicsItem &copy)
 {
-    m_graphics->setSelected(false);
-    // A page has one size, and its items lie in the order of their z values, whatever a file's flags say.
-    m_graphics->setFlag(QGraphicsItem::ItemIgnoresTransformations, false);
-    m_graphics->setFlag(QGraphicsItem::ItemNegativeZStacksBehindParent, false);
-    m_graphics->setFlag(QGraphicsItem::ItemStacksBehindParent);
+    copy.setSelected(false);
+    copy.setFlag(QGraphicsItem::ItemIgnoresTransformations, false);
+    copy.setFlag(QGraphicsItem::ItemNegativeZStacksBehindParent, false);
+    copy.setFlag(QGraphicsItem::ItemStacksBehindParent);
 }
 
 void PrintCopy::prepareColors()

@@ -27,13 +27,16 @@ public:
     ~PrintCopy();
     Q_DISABLE_COPY_MOVE(PrintCopy)
 
+    /// Lets a copy lie in the order of the z values on a page of one size, whatever a file's flags say, and
+    /// without a selection frame.
+    static void makeStackable(QGraphicsItem &copy);
+
     /// Makes what prints black and the rest white. Returns whether anything prints.
     bool reduceTo(const QColor &ink);
     /// Puts the reduced copy on top of what the scene holds at its z value. The last call.
     void handTo(QGraphicsScene &scene);
 
 private:
-    void prepareStacking();
     void prepareColors();
     void prepareBarcode();
     void prepareText();

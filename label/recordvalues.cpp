@@ -14,20 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-<<<<<<< HEAD
-/// A stretch of a record: so many bytes without a number; a text, which begins with its length; a picture,
-/// which is a flag and, if that is set, a PNG file; numbers in double precision under one key; or a flag and,
-/// unless it is set, a number.
-struct Field
-{
-    enum Kind { Bytes, Text, Picture, Numbers, NumberUnless };
-=======
 /// A stretch of a record: so many bytes without a number; a text or bytes of any number, which begin with
-/// their length; numbers in double precision under one key; or a flag and, unless it is set, a number.
+/// their length; a picture, which is a flag and, if that is set, a PNG file; numbers in double precision
+/// under one key; or a flag and, unless it is set, a number.
 struct Field
 {
-    enum Kind { Bytes, Text, Data, Numbers, NumberUnless };
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+    enum Kind { Bytes, Text, Data, Picture, Numbers, NumberUnless };
 
     Kind kind;
     int count = 1;
@@ -111,17 +103,17 @@ constexpr Field behindRichText[] = { bytes(brushBytes), text(), bytes(2 + 2 + 1 
 constexpr Field beforeBarcode[]
     = { bytes(2), text("barcodeText"), bytes(2 + 2 + 1 + 2 + 2), text(), bytes(2 + 5 * 1) };
 constexpr Field behindBarcode[] = { bytes(2 * colorBytes) };
-<<<<<<< HEAD
-// The picture; the coefficients; transparency and the first resize.
-constexpr Field beforePixmap[]
-    = { picture(), number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"), bytes(1 + 1) };
-=======
+// The drawing; two flags.
+constexpr Field beforeSvg[] = { number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"),
+    { Field::Data }, bytes(1 + 1) };
 // Two flags; the drawing.
 constexpr Field beforeSymbol[] = { bytes(1 + 1, symbolFlagsSinceVersion), { Field::Data },
     number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32") };
 // The pen, and the fill once or twice, or in old documents not at all.
 constexpr Field behindSymbol[] = { bytes(3 * colorBytes) };
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+// The picture; the coefficients; transparency and the first resize.
+constexpr Field beforePixmap[]
+    = { picture(), number("oldTransformCoefficientM31"), number("oldTransformCoefficientM32"), bytes(1 + 1) };
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
@@ -131,6 +123,7 @@ constexpr Layout layouts[] = {
     { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
     { MobraTypes::PixmapShape, beforePixmap, withoutPen, {} },
     { MobraTypes::BarcodeShape, beforeBarcode, withoutPen, behindBarcode },
+    { MobraTypes::SvgShape, beforeSvg, withoutPen, {} },
     { MobraTypes::SymbolShape, beforeSymbol, withoutPen, behindSymbol },
     { MobraTypes::LineShape, {}, outlined, ofLine },
     { MobraTypes::RoundedRectangleShape, ofRoundedRectangle, outlined, brush },
@@ -173,14 +166,12 @@ private:
         case Field::Text:
             note(ItemValue::textProblem(nextText(), QString::fromLatin1(field.key)), field.key);
             return;
-<<<<<<< HEAD
+        case Field::Data:
+            static_cast<void>(nextData());
+            return;
         case Field::Picture:
             if (integer<quint32>() != 0)
                 skipPng();
-=======
-        case Field::Data:
-            static_cast<void>(nextData());
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
             return;
         case Field::NumberUnless:
             if (integer<quint8>() != 0)

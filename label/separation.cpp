@@ -7,6 +7,7 @@
 #include "label/inkwarnings.h"
 #include "label/labellimits.h"
 #include "label/onebit.h"
+#include "label/platepictures.h"
 #include "label/platerenderer.h"
 #include "label/printcopy.h"
 #include "label/printedbarcodes.h"
@@ -39,19 +40,43 @@ QList<QColor> colorsOf(const LabelDocument &document)
 /// in the ink stays out of it.
 bool takesPart(Item &item, const QColor &ink, double scaling, bool overprint, const QList<QColor> &colors)
 {
-    if (!item.getItemIsVisible() || isPicture(item))
+    if (!item.getItemIsVisible())
         return false;
     return !overprint || !item.getAllowOverprint()
         || PrintCopy(item, scaling, PrintCopy::Mode::Positive, colors).reduceTo(ink);
 }
 
-void fillScene(
-    QGraphicsScene &scene, const LabelDocument &document, const QColor &ink, const SeparationOptions &options)
+/// What all plates are made from.
+struct Source
 {
+    const LabelDocument &document;
+    const SeparationOptions &options;
+    const PlatePictures &pictures;
+};
+
+/// Puts a picture into the scene of a plate, if it takes part in it.
+void addPicture(QGraphicsScene &scene, const Source &source, qsizetype item, qsizetype ink)
+{
+    const bool mayStayOut
+        = source.options.overprint && source.document.items()[std::size_t(item)]->getAllowOverprint();
+    if (!mayStayOut || source.pictures.prints(item, ink))
+        source.pictures.place(item, ink, scene);
+}
+
+void fillScene(QGraphicsScene &scene, const Source &source, qsizetype inkIndex)
+{
+    const auto &[document, options, pictures] = source;
+    // The items compare their colours with plain RGB.
+    const QColor ink = QColor::fromRgb(document.inks()[inkIndex].color.rgb());
     const double scaling = scalingOf(document, options);
     const auto mode = options.negative ? PrintCopy::Mode::Negative : PrintCopy::Mode::Positive;
     const QList<QColor> colors = colorsOf(document);
     for (const std::unique_ptr<Item> &item : document.items()) {
+        const qsizetype index = &item - document.items().data();
+        if (pictures.contains(index)) {
+            addPicture(scene, source, index, inkIndex);
+            continue;
+        }
         if (!takesPart(*item, ink, scaling, options.overprint, colors))
             continue;
         PrintCopy copy(*item, scaling, mode, colors);
@@ -60,12 +85,12 @@ void fillScene(
     }
 }
 
-QImage plateImage(const LabelDocument &document, const QColor &ink, const SeparationOptions &options)
+QImage plateImage(const Source &source, qsizetype ink)
 {
+    const auto &[document, options, pictures] = source;
     QGraphicsScene scene(QRectF(QPointF(), document.pageSizeInUnits()));
     scene.setItemIndexMethod(QGraphicsScene::NoIndex);
-    // The items compare their colours with plain RGB.
-    fillScene(scene, document, QColor::fromRgb(ink.rgb()), options);
+    fillScene(scene, source, ink);
     const QRgb background = options.negative ? ItemColors::blackRgb : ItemColors::whiteRgb;
     QImage image = renderPlate(scene, document.pageSizeInDots(options.dpi), scalingOf(document, options),
         background, LabelLimits::BandPixels);
@@ -93,6 +118,22 @@ void keepDotsOnFirstPlate(std::vector<Plate> &plates)
     }
 }
 
+Problems makePlates(
+    const LabelDocument &document, const SeparationOptions &options, std::vector<Plate> &plates)
+{
+    const PlatePictures pictures(document, options);
+    const Source source { document, options, pictures };
+    bool complete = pictures.isValid();
+    for (qsizetype i = 0; i < document.inks().size() && complete; ++i) {
+        plates.push_back({ document.inks()[i], plateImage(source, i), 0, options.dpi });
+        complete = !plates.back().image.isNull();
+    }
+    if (complete)
+        return {};
+    return { { {}, {}, QStringLiteral("not enough memory for the plates"),
+        QStringLiteral("use a lower resolution") } };
+}
+
 } // namespace
 
 double Plate::coverage() const
@@ -110,17 +151,12 @@ double Plate::area() const
 std::optional<Separation> separate(
     const LabelDocument &document, const SeparationOptions &options, Problems &problems)
 {
+    Separation separation { {}, document.paper(), inkWarnings(document), {} };
     Problems found = document.problems();
     if (found.isEmpty())
         found = printProblems(document, options.dpi);
-    Separation separation { {}, document.paper(), inkWarnings(document), {} };
-    for (qsizetype i = 0; i < document.inks().size() && found.isEmpty(); ++i) {
-        const Ink &ink = document.inks()[i];
-        separation.plates.push_back({ ink, plateImage(document, ink.color, options), 0, options.dpi });
-        if (separation.plates.back().image.isNull())
-            found.append({ {}, {}, QStringLiteral("not enough memory for the plates"),
-                QStringLiteral("use a lower resolution") });
-    }
+    if (found.isEmpty())
+        found = makePlates(document, options, separation.plates);
     if (!found.isEmpty()) {
         problems += found;
         return {};

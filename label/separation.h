@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/dither.h"
 #include "label/labeldocument.h"
 
 #include <QImage>

@@ -5,8 +5,9 @@
 #include "apps/vxlabel/texttable.h"
 #include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
-#include "items/graphics/symbolitem.h"
 #include "items/graphics/pixmapitem.h"
+#include "items/graphics/svgitem.h"
+#include "items/graphics/symbolitem.h"
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/canonicaljson.h"
@@ -204,15 +205,21 @@ QJsonObject itemObject(const Item &item, int index)
             { u"color"_s, StyleNames::color(barcode->getItemTextColor()) },
             { u"content"_s, barcode->getBarcodeText() } };
     }
+    if (const auto *picture = dynamic_cast<const PixMapItem *>(&item)) {
+        object[u"picture"_s] = QJsonObject { { u"width"_s, picture->pixmap().width() },
+            { u"height"_s, picture->pixmap().height() },
+            { u"transparent"_s, picture->getImageHasTransparency() } };
+    }
+    if (const auto *svg = dynamic_cast<const SvgItem *>(&item)) {
+        object[u"drawing"_s] = QJsonObject { { u"width"_s, svg->boundingRect().width() },
+            { u"height"_s, svg->boundingRect().height() }, { u"valid"_s, !svg->svgIsInvalid() },
+            { u"transparent"_s, svg->getImageHasTransparency() } };
+    }
     if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item)) {
         object[u"symbol"_s] = QJsonObject { { u"penColor"_s, StyleNames::color(symbol->getItemPenColor()) },
             { u"fillColor"_s, StyleNames::color(symbol->getItemFillColor()) },
             { u"singleColor"_s, symbol->getSingleColor() },
             { u"background"_s, symbol->getFillBoundingRectangle() } };
-    if (const auto *picture = dynamic_cast<const PixMapItem *>(&item)) {
-        object[u"picture"_s] = QJsonObject { { u"width"_s, picture->pixmap().width() },
-            { u"height"_s, picture->pixmap().height() },
-            { u"transparent"_s, picture->getImageHasTransparency() } };
     }
     return object;
 }

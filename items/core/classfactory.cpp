@@ -2,11 +2,9 @@
 #include "items/core/classfactory.h"
 
 #include "items/barcode/barcodeitem.h"
-<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
-=======
+#include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -35,7 +33,6 @@ template <typename T> Item *make()
 }
 
 constexpr Registration registrations[] = {
-    { MobraTypes::SymbolShape, &make<SymbolItem> },
     { MobraTypes::LineShape, &make<LineItem> },
     { MobraTypes::RectangleShape, &make<RectangleItem> },
     { MobraTypes::RoundedRectangleShape, &make<RoundedRectangleItem> },
@@ -49,7 +46,9 @@ constexpr Registration registrations[] = {
     { MobraTypes::OctagonShape, &make<OctagonItem> },
     { MobraTypes::LabelTextShape, &make<SimpleTextItem> },
     { MobraTypes::RichTextShape, &make<RichTextItem> },
+    { MobraTypes::SvgShape, &make<SvgItem> },
     { MobraTypes::PixmapShape, &make<PixMapItem> },
+    { MobraTypes::SymbolShape, &make<SymbolItem> },
     { MobraTypes::BarcodeShape, &make<BarcodeItem> },
 };
 

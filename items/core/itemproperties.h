@@ -61,13 +61,6 @@
     Q_PROPERTY(double itemPositionX READ getItemPositionX WRITE setItemPositionX)                            \
     Q_PROPERTY(double itemPositionY READ getItemPositionY WRITE setItemPositionY)
 
-// Of items that scale a fixed content by a transform.
-#define VX_ROTATED_RESIZE_PROPERTIES                                                                         \
-    Q_PROPERTY(double oldTransformCoefficientM31 READ getOldTransformCoefficientM31 WRITE                    \
-            setOldTransformCoefficientM31)                                                                   \
-    Q_PROPERTY(double oldTransformCoefficientM32 READ getOldTransformCoefficientM32 WRITE                    \
-            setOldTransformCoefficientM32)
-
 /// What most classes begin with.
 #define VX_GEOMETRY_PROPERTIES                                                                               \
     VX_SHAPE_PROPERTY                                                                                        \

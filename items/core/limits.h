@@ -46,9 +46,10 @@ inline constexpr int MaxHtmlFontSizes = 300;
 inline constexpr qsizetype MaxHtmlRewrites = 2'000;
 inline constexpr qint64 MaxHtmlRewriteWork = 300'000'000;
 inline constexpr int MaxCombiningMarks = 64;
-/// What an SVG drawing may hold before it is refused. Beyond, Qt takes from seconds to hours, fills the memory
-/// or ends the program; the largest of thousands of ordinary drawings stay far below. The first is for the
-/// text and for its compressed form, and what an XML reader and the renderer make of it is several times that.
+/// What an SVG drawing may hold before it is refused. Beyond, Qt takes from seconds to hours, fills the
+/// memory or ends the program; the largest of thousands of ordinary drawings stay far below. The first is for
+/// the text and for its compressed form, and what an XML reader and the renderer make of it is several times
+/// that.
 inline constexpr qsizetype MaxSvgBytes = 32 * 1024 * 1024;
 /// What is before the first element, most of all definitions for all elements.
 inline constexpr qsizetype MaxSvgPrologBytes = 64 * 1024;

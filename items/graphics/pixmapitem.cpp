@@ -5,6 +5,7 @@
 #include "items/core/limits.h"
 #include "items/core/safeimage.h"
 #include "items/graphics/pictureloader.h"
+#include "items/graphics/scaledcontent.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -136,40 +137,25 @@ void PixMapItem::setItemData(const QVariant &data)
 
 // Size and place
 
-void PixMapItem::updateTransform()
-{
-    const QSizeF half = boundingRect().size() / 2.0;
-    updateTransformOnResize(
-        this, half.width(), half.height(), getItemRotation(), getItemScaleX(), getItemScaleY());
-    prepareGeometryChange();
-}
-
 void PixMapItem::itemSizeChanged()
 {
     Item::itemSizeChanged();
-    updateTransform();
+    ScaledContent::followSize(*this);
+    prepareGeometryChange();
 }
 
 bool PixMapItem::setItemSizeOnUpdate(const QSizeF &size)
 {
-    const QSizeF before = getItemSize();
-    // The scales are those of the picture that was replaced.
-    storeItemSize(naturalSize());
-    setItemScaleX(1.0);
-    setItemScaleY(1.0);
-    if (!Item::setItemSize(size))
-        updateTransform();
-    return size != before;
+    const bool changed = ScaledContent::fit(*this, size);
+    prepareGeometryChange();
+    return changed;
 }
 
 void PixMapItem::setItemRotation(double degrees)
 {
     m_rotation = BasicConversions::normalizeAngle(degrees);
     prepareGeometryChange();
-    const QSizeF half = boundingRect().size() / 2.0;
-    updateTransformOnRotation(
-        this, half.width(), half.height(), m_rotation, getItemScaleX(), getItemScaleY());
-    prepareGeometryChange();
+    ScaledContent::followRotation(*this);
 }
 
 // Printing

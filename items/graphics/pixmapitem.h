@@ -25,7 +25,7 @@ class VX_EXPORT PixMapItem : public QObject,
     Q_PROPERTY(QVariant pixmapItemData READ getPixmapItemData WRITE setPixmapItemData)
     VX_GEOMETRY_PROPERTIES
     VX_DATASOURCE_PROPERTIES
-    VX_ROTATED_RESIZE_PROPERTIES
+    VX_OLD_TRANSFORM_PROPERTIES
     Q_PROPERTY(bool imageHasTransparency READ getImageHasTransparency WRITE setImageHasTransparency)
     Q_PROPERTY(bool firstResizeAfterAddedToGroup READ getFirstResizeAfterAddedToGroup WRITE
             setFirstResizeAfterAddedToGroup)
@@ -111,5 +111,4 @@ private:
     QSizeF naturalSize() const;
     void showPicture(const QPixmap &picture);
     void showBlank(const QSizeF &size);
-    void updateTransform();
 };

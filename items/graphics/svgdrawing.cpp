@@ -11,6 +11,7 @@
 #include <QGraphicsSvgItem>
 #include <QStyleOptionGraphicsItem>
 #include <QSvgRenderer>
+#include <QVariant>
 
 #include <utility>
 
@@ -47,6 +48,11 @@ std::optional<QByteArray> SvgDrawing::read(const QByteArray &path)
     if (contents.size() > Limits::MaxSvgBytes)
         return std::nullopt;
     return contents;
+}
+
+bool SvgDrawing::isDrawing(const QVariant &data)
+{
+    return data.userType() == QMetaType::QByteArray || data.toByteArray().startsWith('<');
 }
 
 void SvgDrawing::install(QSvgRenderer *renderer)

@@ -13,6 +13,7 @@ class QGraphicsSvgItem;
 class QPainter;
 class QStyleOptionGraphicsItem;
 class QSvgRenderer;
+class QVariant;
 class QWidget;
 
 /// What an item on QGraphicsSvgItem shows: the renderer that it owns, the extent of the drawing, and its
@@ -26,6 +27,10 @@ public:
 
     /// The contents of a drawing's file; nothing for what is no plain file, cannot be read or exceeds 32 MiB.
     static std::optional<QByteArray> read(const QByteArray &path);
+
+    /// Whether data of a datasource are a drawing: bytes, or a text that begins as one. Otherwise they are
+    /// the path of a file.
+    static bool isDrawing(const QVariant &data);
 
     /// Loads a drawing into the renderer. Returns whether it can be shown: whether it is accepted, and larger
     /// than nothing.

@@ -122,7 +122,7 @@ bool SymbolItem::reloadItemFromFile(const QByteArray &path)
 void SymbolItem::setItemData(const QVariant &data)
 {
     const QByteArray bytes = data.toByteArray();
-    if (data.userType() == QMetaType::QByteArray || bytes.startsWith('<'))
+    if (SvgDrawing::isDrawing(data))
         reloadItemFromData(bytes);
     else
         reloadItemFromFile(bytes);

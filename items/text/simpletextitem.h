@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "items/core/itemproperties.h"
 #include "items/core/resizerotatedhelper.h"
 #include "items/interfaces/itextlabelitem.h"
 #include "items/text/textitem.h"
@@ -19,7 +18,6 @@ class VX_EXPORT SimpleTextItem : public TextItem, public ResizeRotatedHelper, pu
     Q_PROPERTY(int itemSizeLimiting READ getItemSizeLimitingInt WRITE setItemSizeLimitingInt)
     Q_PROPERTY(double itemDocumentMargin READ getItemDocumentMargin WRITE setItemDocumentMargin)
     VX_OLD_TRANSFORM_PROPERTIES
-    VX_ROTATED_RESIZE_PROPERTIES
     Q_PROPERTY(QString itemText READ getItemText WRITE setItemText)
     Q_PROPERTY(uint itemAlignment READ getItemAlignmentInt WRITE setItemAlignmentInt)
     Q_PROPERTY(int itemFontSize READ getItemFontSize WRITE setItemFontSize)

@@ -239,11 +239,9 @@ const QList<Subject> &subjectsWithLooks()
         { "label-text", MobraTypes::LabelTextShape, labelTextLooks() },
         { "rich-text", MobraTypes::RichTextShape, richTextLooks() },
         { "barcode", MobraTypes::BarcodeShape, barcodeLooks() },
-<<<<<<< HEAD
+        { "svg", MobraTypes::SvgShape, svgLooks() },
         { "pixmap", MobraTypes::PixmapShape, pictureLooks() },
-=======
         { "symbol", MobraTypes::SymbolShape, symbolLooks() },
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     };
     return subjects;
 }

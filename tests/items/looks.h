@@ -38,8 +38,6 @@ struct Subject
 [[nodiscard]] QList<Look> labelTextLooks();
 [[nodiscard]] QList<Look> richTextLooks();
 [[nodiscard]] QList<Look> barcodeLooks();
-<<<<<<< HEAD
+[[nodiscard]] QList<Look> svgLooks();
 [[nodiscard]] QList<Look> pictureLooks();
-=======
 [[nodiscard]] QList<Look> symbolLooks();
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)

@@ -91,7 +91,26 @@ const QStringList barcodeMethods { u"public method void itemDataChanged(QVariant
     u"public slot void setBarcodeAspectRatio(int)"_s, u"public slot void setItemData(QVariant)"_s,
     u"public slot void setItemDatasourceID(int)"_s, u"public slot void setItemDatasourceField(QString)"_s };
 
-<<<<<<< HEAD
+// A symbol has two colours, but no pen and no brush.
+const QStringList symbol = QStringList { u"bool fillBoundingRectangle"_s } + overprint
+    + QStringList { u"double oldTransformCoefficientM31"_s, u"double oldTransformCoefficientM32"_s }
+    + identity + turning + size + transform + binding + colors + position
+    + QStringList { u"bool hasSingleColor"_s, u"QVariant svgContentsOriginal"_s };
+const QStringList svg = QStringList { u"QVariant svgContents"_s, u"bool svgHasTransparency"_s,
+    u"bool svgIsInvalid"_s, u"double oldTransformCoefficientM31"_s, u"double oldTransformCoefficientM32"_s }
+    + identity + overprint + turning + size + transform + position + binding;
+const QStringList svgMethods { u"public method void itemDataChanged(QVariant,int,QString)"_s,
+    u"public method void itemDataChanged(QVariant,QString)"_s, u"public slot void setSvgContents(QVariant)"_s,
+    u"public slot void setItemData(QVariant)"_s, u"public slot void setItemDatasourceID(int)"_s,
+    u"public slot void setItemDatasourceField(QString)"_s };
+const QStringList symbolMethods { u"public method void itemDataChanged(QVariant,int,QString)"_s,
+    u"public method void itemDataChanged(QVariant,QString)"_s, u"public slot void setSingleColor(bool)"_s,
+    u"public slot void setFillBoundingRectangle(bool)"_s,
+    u"public slot void setSvgContentsOriginal(QVariant)"_s,
+    u"public slot void setItemPenColorString(QString)"_s,
+    u"public slot void setItemFillColorString(QString)"_s, u"public slot void setItemData(QVariant)"_s,
+    u"public slot void setItemDatasourceID(int)"_s, u"public slot void setItemDatasourceField(QString)"_s };
+
 const QStringList picture = QStringList { u"QVariant pixmapItemData"_s } + identity + turning + size
     + transform + overprint + binding
     + QStringList { u"double oldTransformCoefficientM31"_s, u"double oldTransformCoefficientM32"_s,
@@ -102,20 +121,6 @@ const QStringList pictureMethods { u"public method void itemDataChanged(QVariant
     u"public slot void setItemData(QVariant)"_s, u"public slot void setItemDatasourceID(int)"_s,
     u"public slot void setItemDatasourceField(QString)"_s,
     u"public slot void setPixmapItemData(QVariant)"_s };
-=======
-// A symbol has two colours, but no pen and no brush.
-const QStringList symbol = QStringList { u"bool fillBoundingRectangle"_s } + overprint
-    + QStringList { u"double oldTransformCoefficientM31"_s, u"double oldTransformCoefficientM32"_s }
-    + identity + turning + size + transform + binding + colors + position
-    + QStringList { u"bool hasSingleColor"_s, u"QVariant svgContentsOriginal"_s };
-const QStringList symbolMethods { u"public method void itemDataChanged(QVariant,int,QString)"_s,
-    u"public method void itemDataChanged(QVariant,QString)"_s, u"public slot void setSingleColor(bool)"_s,
-    u"public slot void setFillBoundingRectangle(bool)"_s,
-    u"public slot void setSvgContentsOriginal(QVariant)"_s,
-    u"public slot void setItemPenColorString(QString)"_s,
-    u"public slot void setItemFillColorString(QString)"_s, u"public slot void setItemData(QVariant)"_s,
-    u"public slot void setItemDatasourceID(int)"_s, u"public slot void setItemDatasourceField(QString)"_s };
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 
 /// How a class shows itself.
 struct Signature
@@ -148,6 +153,7 @@ const QMap<ShapeType, Signature> signatures {
                     u"public slot void setItemData(QVariant)"_s,
                     u"public slot void updateCursorPositionChanged(QTextCursor)"_s },
             { u"documentIsEmpty"_s, u"screenDpi"_s } } },
+    { MobraTypes::SvgShape, { u"Svg"_s, svg, svgMethods, {}, u"\n"_s } },
     { MobraTypes::SymbolShape, { u"Symbol"_s, symbol, symbolMethods, {}, u"\n"_s } },
     { MobraTypes::BarcodeShape, { u"barcode"_s, barcode, barcodeMethods } },
     { MobraTypes::LineShape,
@@ -373,25 +379,15 @@ void tst_ItemContract::newItemHasAHairlineUnlessATextAndNoFill()
 {
     QFETCH(const ShapeType, shape);
     const std::unique_ptr<Item> item = AllItems::made(shape);
-<<<<<<< HEAD
     // Only lines and what has no pen clip to their shape.
     const bool clips = shape == MobraTypes::LineShape || AllItems::isWithoutPen(shape);
-=======
-    const bool hasPen = shape != MobraTypes::BarcodeShape && shape != MobraTypes::SymbolShape;
-    // Only lines, barcodes and symbols clip to their shape.
-    const bool clips = shape == MobraTypes::LineShape || !hasPen;
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     QCOMPARE(item->itemQFlags(), clips ? 0x10FU : 0x107U);
     QCOMPARE(item->itemFlags(), AllItems::isPicture(shape) ? 0x03U : 0x01U);
     QCOMPARE(item->getItemScaleX(), 1.0);
     QCOMPARE(item->getItemScaleY(), 1.0);
 
     const auto *contoured = dynamic_cast<const ContouredItem *>(item.get());
-<<<<<<< HEAD
     QCOMPARE(!contoured, AllItems::isWithoutPen(shape));
-=======
-    QCOMPARE(contoured != nullptr, hasPen);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     if (!contoured)
         return;
     QCOMPARE(contoured->getItemPenColor(), black);

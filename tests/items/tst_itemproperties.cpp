@@ -49,23 +49,15 @@ MobraTypes::ShapeType anyShape()
     return shapes[*rc::gen::inRange<qsizetype>(0, shapes.size())];
 }
 
-<<<<<<< HEAD
-/// Any of the classes but pictures, which turn about the centre of their pixels as they are without scale.
-MobraTypes::ShapeType anyShapeWithoutPixels()
+/// Any of the classes but those that turn about the centre that their content has before it is scaled.
+MobraTypes::ShapeType anyShapeNotScaled()
 {
     static const QList<MobraTypes::ShapeType> shapes = [] {
         QList<MobraTypes::ShapeType> all = AllItems::shapes();
-        all.removeIf(AllItems::isPicture);
+        all.removeIf(AllItems::isScaled);
         return all;
     }();
     return shapes[*rc::gen::inRange<qsizetype>(0, shapes.size())];
-=======
-/// A symbol turns about the centre that its drawing has before it is scaled.
-MobraTypes::ShapeType anyShapeButSymbol()
-{
-    const MobraTypes::ShapeType shape = anyShape();
-    return shape == MobraTypes::SymbolShape ? MobraTypes::EllipseShape : shape;
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 }
 
 void placeAnywhere(Item &item)
@@ -96,10 +88,10 @@ void drawAnyhow(Item &item, int lowestAlpha)
     }
 }
 
-/// An item of any class with any values; colours at least as opaque as told.
-std::unique_ptr<Item> anyItem(int lowestAlpha)
+/// An item of any class, or the given one, with any values; colours at least as opaque as told.
+std::unique_ptr<Item> anyItem(int lowestAlpha, MobraTypes::ShapeType shape = anyShape())
 {
-    std::unique_ptr<Item> item = AllItems::made(anyShape());
+    std::unique_ptr<Item> item = AllItems::made(shape);
     item->setItemFlags(*rc::gen::arbitrary<unsigned int>());
     placeAnywhere(*item);
     item->setItemRotation(angle());
@@ -171,11 +163,7 @@ void tst_ItemProperties::initTestCase()
 void tst_ItemProperties::rotationsKeepTheCentre()
 {
     QVERIFY(rc::check([] {
-<<<<<<< HEAD
-        const std::unique_ptr<Item> item = AllItems::made(anyShapeWithoutPixels());
-=======
-        const std::unique_ptr<Item> item = AllItems::made(anyShapeButSymbol());
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+        const std::unique_ptr<Item> item = AllItems::made(anyShapeNotScaled());
         placeAnywhere(*item);
         const QPointF centre = sceneCentre(*item);
         for (int turns = *rc::gen::inRange(1, 5); turns > 0; --turns) {
@@ -188,11 +176,7 @@ void tst_ItemProperties::rotationsKeepTheCentre()
 void tst_ItemProperties::rotationTurnsTheCornersAboutTheCentre()
 {
     QVERIFY(rc::check([] {
-<<<<<<< HEAD
-        const std::unique_ptr<Item> item = AllItems::made(anyShapeWithoutPixels());
-=======
-        const std::unique_ptr<Item> item = AllItems::made(anyShapeButSymbol());
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+        const std::unique_ptr<Item> item = AllItems::made(anyShapeNotScaled());
         placeAnywhere(*item);
         const QPointF centre = sceneCentre(*item);
         const double degrees = angle();
@@ -256,16 +240,9 @@ void tst_ItemProperties::mapRoundTripIsIdentity()
 void tst_ItemProperties::resizingBackRestoresTheItem()
 {
     QVERIFY(rc::check([] {
-        const std::unique_ptr<Item> item = anyItem(0);
-<<<<<<< HEAD
-        // Their transform and place are calculated anew from the scales.
+        // The transform and place of what scales its content are calculated anew from the scales.
+        const std::unique_ptr<Item> item = anyItem(0, anyShapeNotScaled());
         RC_PRE(item->getItemShape() != MobraTypes::LabelTextShape);
-        RC_PRE(!AllItems::isPicture(item->getItemShape()));
-=======
-        // Its transform and place are calculated anew from the scales.
-        const bool scales = dynamic_cast<ResizeRotatedHelper *>(item.get()) != nullptr;
-        RC_PRE(!scales);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
         const QSizeF before = item->getItemSize();
         const QRectF bounds = AllItems::graphics(*item).boundingRect();
         const QVariantMap map = item->saveItemToJSON();

@@ -59,13 +59,8 @@ class tst_PrintingContract : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-<<<<<<< HEAD
     void everyItemButLineAndThoseWithoutPenIsFillable_data() { AllItems::addRows(); }
     void everyItemButLineAndThoseWithoutPenIsFillable();
-=======
-    void everyItemButLineBarcodeAndSymbolIsFillable_data() { AllItems::addRows(); }
-    void everyItemButLineBarcodeAndSymbolIsFillable();
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     void printImageIsAsLargeAsTheScaledItem_data();
     void printImageIsAsLargeAsTheScaledItem();
     void sizesWithoutPixelsHaveNoPrintImage_data();
@@ -78,19 +73,10 @@ private Q_SLOTS:
     void transparentOutlineReducedNegatively();
 };
 
-<<<<<<< HEAD
 void tst_PrintingContract::everyItemButLineAndThoseWithoutPenIsFillable()
 {
     QFETCH(const ShapeType, shape);
     QCOMPARE(!fillable(shape), shape == MobraTypes::LineShape || AllItems::isWithoutPen(shape));
-=======
-void tst_PrintingContract::everyItemButLineBarcodeAndSymbolIsFillable()
-{
-    QFETCH(const ShapeType, shape);
-    const bool fills = shape != MobraTypes::LineShape && shape != MobraTypes::BarcodeShape
-        && shape != MobraTypes::SymbolShape;
-    QCOMPARE(bool(fillable(shape)), fills);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 }
 
 void tst_PrintingContract::printImageIsAsLargeAsTheScaledItem_data()

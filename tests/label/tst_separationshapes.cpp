@@ -183,7 +183,6 @@ private Q_SLOTS:
     void lineKnocksOut();
     void colourWithoutInkIsWarnedAbout_data() { AllItems::addRows(AllItems::shapesWithColours()); }
     void colourWithoutInkIsWarnedAbout();
-    void picturesAreLeftOutAndWarnedAbout();
     void largeGradientIsRefused_data() { AllItems::addRows(AllItems::shapesWithColours()); }
     void largeGradientIsRefused();
 };
@@ -429,23 +428,6 @@ void tst_SeparationShapes::colourWithoutInkIsWarnedAbout()
         parts += u" and the fill #00ff00"_s;
     QCOMPARE(warnings[0].what,
         u"no ink prints the %1 of %2"_s.arg(parts, document.items()[0]->toDescriptionString().trimmed()));
-}
-
-void tst_SeparationShapes::picturesAreLeftOutAndWarnedAbout()
-{
-    for (const bool visible : { true, false }) {
-        LabelDocument document = blackAndRed({ 13, 13 });
-        auto picture = std::make_unique<PixMapItem>();
-        picture->pixmapImportActions(AllItems::plainPicture(QSize(40, 40), black));
-        picture->setItemIsVisible(visible);
-        document.addItem(std::move(picture));
-        const Separation separation = separatedAtDesign(document);
-        for (const Plate &plate : separation.plates)
-            QCOMPARE(plate.dots, qint64(0));
-        QCOMPARE(separation.warnings.size(), visible ? 1 : 0);
-        if (visible)
-            QCOMPARE(separation.warnings[0].what, u"Pixmap -1 is left out of the plates"_s);
-    }
 }
 
 void tst_SeparationShapes::largeGradientIsRefused()

@@ -58,6 +58,10 @@ QSet<QString> keysOf(ShapeType shape)
         return commonKeys + penKeys + fillKeys + ownBinding + textKeys + labelTextKeys;
     case MobraTypes::RichTextShape:
         return commonKeys + penKeys + fillKeys + ownBinding + textKeys + richTextKeys;
+    case MobraTypes::SvgShape:
+        return commonKeys + ownBinding
+            + QSet { u"svgContents"_s, u"svgHasTransparency"_s, u"svgIsInvalid"_s,
+                  u"oldTransformCoefficientM31"_s, u"oldTransformCoefficientM32"_s };
     case MobraTypes::SymbolShape:
         return commonKeys + ownBinding
             + QSet { u"fillBoundingRectangle"_s, u"hasSingleColor"_s, u"svgContentsOriginal"_s,
@@ -97,7 +101,20 @@ void changeOwnFields(Item &item)
         line->setItemLength(1.0 / 3.0 + 7.0);
         line->setItemArrows(0xFFFF);
     }
-<<<<<<< HEAD
+    if (auto *symbol = dynamic_cast<SymbolItem *>(&item)) {
+        AllItems::draw(*symbol);
+        symbol->setSingleColor(true);
+        symbol->setFillBoundingRectangle(true);
+        symbol->setOldTransformCoefficientM31(0.1);
+        symbol->setOldTransformCoefficientM32(-1e6);
+        symbol->setItemFillColor(QColor(4, 5, 6, 99));
+    }
+    if (auto *svg = dynamic_cast<SvgItem *>(&item)) {
+        svg->loadItemFromData("<svg width=\"3\" height=\"2\"><g/></svg>");
+        svg->setImageHasTransparency(true);
+        svg->setOldTransformCoefficientM31(0.1);
+        svg->setOldTransformCoefficientM32(-1e6);
+    }
     if (auto *picture = dynamic_cast<PixMapItem *>(&item)) {
         QImage pixels(3, 2, QImage::Format_ARGB32);
         pixels.fill(QColor(200, 100, 50, 25));
@@ -106,15 +123,6 @@ void changeOwnFields(Item &item)
         picture->setFirstResizeAfterAddedToGroup(true);
         picture->setOldTransformCoefficientM31(1.0 / 3.0);
         picture->setOldTransformCoefficientM32(-2.5);
-=======
-    if (auto *symbol = dynamic_cast<SymbolItem *>(&item)) {
-        AllItems::draw(*symbol);
-        symbol->setSingleColor(true);
-        symbol->setFillBoundingRectangle(true);
-        symbol->setOldTransformCoefficientM31(0.1);
-        symbol->setOldTransformCoefficientM32(-1e6);
-        symbol->setItemFillColor(QColor(4, 5, 6, 99));
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     }
     // A size, for which only an import asks: no setter takes it for a QR Code.
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item)) {
@@ -210,14 +218,26 @@ QStringList problemsOfItem(ShapeType shape, const QByteArray &members)
     return problemsOf(withItems(itemWith(shape, members)));
 }
 
-/// What an item of the class needs to be as large as its sides say.
+/// What an item of the class needs to be as large as its sides say: one without pixels or a drawing has no
+/// centre.
 QByteArray contentOf(ShapeType shape)
 {
-    if (shape != MobraTypes::PixmapShape)
+    const auto drawing = [](const QByteArray &key) {
+        return ", \"" + key + "\": \"" + "<svg width=\"30\" height=\"20\"><g/></svg>"_ba.toBase64() + '"';
+    };
+    switch (shape) {
+    case MobraTypes::PixmapShape: {
+        PixMapItem picture;
+        picture.pixmapImportActions(AllItems::plainPicture(QSize(60, 25), Qt::red));
+        return ", \"pixmapItemData\": \"" + picture.getPixmapItemData().toByteArray() + '"';
+    }
+    case MobraTypes::SvgShape:
+        return drawing("svgContents");
+    case MobraTypes::SymbolShape:
+        return drawing("svgContentsOriginal");
+    default:
         return {};
-    PixMapItem picture;
-    picture.pixmapImportActions(AllItems::plainPicture(QSize(60, 25), Qt::red));
-    return ", \"pixmapItemData\": \"" + picture.getPixmapItemData().toByteArray() + '"';
+    }
 }
 
 /// The item of a JSON text, which has to be sound.
@@ -694,19 +714,10 @@ void tst_ShapeFormats::whatIsNoPictureIsNamed()
 void tst_ShapeFormats::typedItemsTurnAboutTheirCentre()
 {
     QFETCH(ShapeType, shape);
-    // One without a drawing has no centre.
-    const QByteArray drawing = shape == MobraTypes::SymbolShape ? R"("svgContentsOriginal": ")"
-            + "<svg width=\"30\" height=\"20\"><g/></svg>"_ba.toBase64() + R"(", )"
-                                                                : QByteArray();
     const bool isLine = shape == MobraTypes::LineShape;
     const QByteArray size = isLine ? R"("itemLength": 600)" : R"("itemWidth": 600, "itemHeight": 250)";
-<<<<<<< HEAD
     const QByteArray place = R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)";
     const auto item = itemOf<Item>(shape, size + place + contentOf(shape));
-=======
-    const auto item = itemOf<Item>(
-        shape, drawing + size + R"(, "itemRotation": 30, "itemPositionX": 100, "itemPositionY": -40)");
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     const double middle = isLine ? 0 : 125;
     const auto mapped = [&](double x, double y) {
         return AllItems::graphics(*item).mapToParent(AllItems::pointIn(*item, x, y));

@@ -42,16 +42,15 @@ int bytesBefore(Item &item)
     if (auto *barcode = dynamic_cast<BarcodeItem *>(&item))
         return 2 + bytesOf(barcode->getBarcodeText()) + 2 + 2 + 1 + 2 + 2
             + bytesOf(barcode->getItemFontFamily()) + 2 + 5;
-<<<<<<< HEAD
+    if (auto *symbol = dynamic_cast<SymbolItem *>(&item))
+        return 1 + 1 + 4 + int(QByteArray::fromBase64(symbol->getSvgContentsOriginal().toByteArray()).size())
+            + 2 * 8;
+    if (auto *svg = dynamic_cast<SvgItem *>(&item))
+        return 2 * 8 + 4 + int(QByteArray::fromBase64(svg->getSvgContents().toByteArray()).size()) + 1 + 1;
     if (const auto *picture = dynamic_cast<PixMapItem *>(&item)) {
         const QByteArray bytes = QByteArray::fromBase64(picture->getPixmapItemData().toByteArray());
         return int(bytes.size()) + 2 * 8 + 2;
     }
-=======
-    if (auto *symbol = dynamic_cast<SymbolItem *>(&item))
-        return 1 + 1 + 4 + int(QByteArray::fromBase64(symbol->getSvgContentsOriginal().toByteArray()).size())
-            + 2 * 8;
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     switch (item.getItemShape()) {
     case MobraTypes::RoundedRectangleShape:
         return 2 * 8;

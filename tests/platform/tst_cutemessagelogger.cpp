@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/logging/cutemessagelogger.h"
+#include "tests/support/recordingsink.h"
 
 #include <QList>
 #include <QRegularExpression>
@@ -8,14 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class RecordingSink : public LogSink
-{
-public:
-    void write(const LogRecord &record) override { records.append(record); }
-
-    QList<LogRecord> records;
-};
 
 struct Message
 {

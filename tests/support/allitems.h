@@ -5,11 +5,9 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/mobratypes.h"
-<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
-=======
+#include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/interfaces/itextgenericitem.h"
 #include "items/style/fillableitem.h"
 
@@ -53,13 +51,19 @@ namespace AllItems {
 /// The classes that print through an image of their own.
 [[nodiscard]] inline bool isPicture(MobraTypes::ShapeType shape)
 {
-    return shape == MobraTypes::PixmapShape;
+    return shape == MobraTypes::PixmapShape || shape == MobraTypes::SvgShape;
+}
+
+/// The classes that scale pixels or a drawing of a size of its own.
+[[nodiscard]] inline bool isScaled(MobraTypes::ShapeType shape)
+{
+    return isPicture(shape) || shape == MobraTypes::SymbolShape;
 }
 
 /// The classes that are no shapes, with neither pen nor brush.
 [[nodiscard]] inline bool isWithoutPen(MobraTypes::ShapeType shape)
 {
-    return shape == MobraTypes::BarcodeShape || isPicture(shape);
+    return shape == MobraTypes::BarcodeShape || isScaled(shape);
 }
 
 [[nodiscard]] inline QGraphicsItem &graphics(Item &item)
@@ -72,7 +76,6 @@ namespace AllItems {
     return dynamic_cast<QObject &>(item);
 }
 
-<<<<<<< HEAD
 /// A picture of one colour.
 [[nodiscard]] inline QPixmap plainPicture(const QSize &size, const QColor &colour)
 {
@@ -81,11 +84,8 @@ namespace AllItems {
     return picture;
 }
 
-/// A new item that draws nothing but its outline and fill: a text or barcode is empty, a picture clear.
-=======
-/// A new item that draws nothing but its outline and fill: a text or barcode is empty, and so is the drawing
-/// of a symbol.
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+/// A new item that draws nothing but its outline and fill: a text or barcode is empty, a picture clear,
+/// and there is nothing in a drawing.
 [[nodiscard]] inline std::unique_ptr<Item> madeWithoutText(MobraTypes::ShapeType shape)
 {
     std::unique_ptr<Item> item = made(shape);
@@ -93,28 +93,20 @@ namespace AllItems {
         text->setItemText({});
     if (auto *barcode = dynamic_cast<IBarcodeItem *>(item.get()))
         barcode->setBarcodeText({});
-<<<<<<< HEAD
-    if (auto *picture = dynamic_cast<PixMapItem *>(item.get()))
-        picture->pixmapImportActions(plainPicture(QSize(100, 100), Qt::transparent));
-=======
     if (auto *symbol = dynamic_cast<SymbolItem *>(item.get()))
         symbol->fixInvalidSymbol("black");
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+    if (auto *svg = dynamic_cast<SvgItem *>(item.get()))
+        svg->setErrorSvg();
+    if (auto *picture = dynamic_cast<PixMapItem *>(item.get()))
+        picture->pixmapImportActions(plainPicture(QSize(100, 100), Qt::transparent));
     return item;
 }
 
 /// The item's coordinates of a point that lies so far from its corner, measured along its sides in the size
-<<<<<<< HEAD
-/// in which it shows: the transforms of label texts and pictures hold their scales.
-[[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
-{
-    if (item.getItemShape() != MobraTypes::LabelTextShape && !isPicture(item.getItemShape()))
-=======
-/// in which it shows: the transform of a label text or symbol holds its scales.
+/// in which it shows: the transforms of label texts, pictures and drawings hold their scales.
 [[nodiscard]] inline QPointF pointIn(const Item &item, double x, double y)
 {
     if (!dynamic_cast<const ResizeRotatedHelper *>(&item))
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
         return QPointF(x, y);
     return QPointF(x / item.getItemScaleX(), y / item.getItemScaleY());
 }
@@ -130,14 +122,14 @@ inline void draw(SymbolItem &symbol)
 /// Gives everything that the item has in common with others a value of its own.
 inline void change(Item &item)
 {
-<<<<<<< HEAD
-    if (auto *picture = dynamic_cast<PixMapItem *>(&item))
-        picture->pixmapImportActions(plainPicture(QSize(50, 40), QColor(0x20, 0x60, 0xA0, 0x80)));
-=======
     auto *const symbol = dynamic_cast<SymbolItem *>(&item);
     if (symbol)
         draw(*symbol);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
+    if (auto *svg = dynamic_cast<SvgItem *>(&item))
+        svg->loadItemFromData("<svg width=\"30\" height=\"20\"><circle cx=\"10\" cy=\"10\" r=\"8\" "
+                              "fill=\"#2060a0\"/></svg>");
+    if (auto *picture = dynamic_cast<PixMapItem *>(&item))
+        picture->pixmapImportActions(plainPicture(QSize(50, 40), QColor(0x20, 0x60, 0xA0, 0x80)));
     item.setItemId(1234);
     item.setItemSize(QSizeF(60.0, 40.0));
     item.setItemRotation(30.0);

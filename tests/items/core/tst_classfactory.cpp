@@ -2,11 +2,9 @@
 #include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
-<<<<<<< HEAD
 #include "items/graphics/pixmapitem.h"
-=======
+#include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
 #include "items/shapes/diamonditem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/equilateraltriangleitem.h"
@@ -111,11 +109,9 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<IsExactly>("isExactly");
 
-<<<<<<< HEAD
+    QTest::newRow("SVG") << 0x1000BU << 0x1000B << IsExactly(isExactly<SvgItem>);
     QTest::newRow("pixmap") << 0x1000CU << 0x1000C << IsExactly(isExactly<PixMapItem>);
-=======
     QTest::newRow("symbol") << 0x1000DU << 0x1000D << IsExactly(isExactly<SymbolItem>);
->>>>>>> c5ff4b7 (SymbolItem: a class of the factory, documents, plates and vxlabel)
     QTest::newRow("label text") << 0x10015U << 0x10015 << IsExactly(isExactly<SimpleTextItem>);
     QTest::newRow("rich text") << 0x10016U << 0x10016 << IsExactly(isExactly<RichTextItem>);
     QTest::newRow("barcode") << 0x1001DU << 0x1001D << IsExactly(isExactly<BarcodeItem>);
