@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What looking at a drawing costs, beside the renderer's reading it afterwards.
+// What looking at a drawing costs, beside the renderer's reading it afterwards; and SVG items beside Qt's
+// own.
 #include "bench/pair.h"
 #include "bench/support.h"
 #include "items/graphics/svgguard.h"
+#include "items/graphics/svgitem.h"
 
 #include <QByteArray>
+#include <QDomDocument>
+#include <QGraphicsSvgItem>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
 #include <QSvgRenderer>
+
+#include <memory>
 
 namespace {
 
@@ -41,6 +49,84 @@ void guard(benchmark::State &state)
     Pair::compare(state, 1.0, 1.0, look, read);
 }
 
+/// The search for pictures in a drawing that has none, beside making a tree of it and walking that.
+void walk(benchmark::State &state)
+{
+    constexpr int rounds = 10;
+    const QByteArray drawing = clipArt(qsizetype(state.range(0)));
+    SvgItem item;
+    item.setSvgContents(drawing.toBase64());
+    QDomDocument document;
+    if (!item.checkXmlOnLoad() || !document.setContent(drawing, false)) {
+        state.SkipWithError("the drawing is not clean");
+        return;
+    }
+    const auto search = [&] {
+        for (int i = 0; i < rounds; ++i)
+            benchmark::DoNotOptimize(item.checkXmlOnLoad());
+    };
+    const auto tree = [&] {
+        for (int i = 0; i < rounds; ++i) {
+            document.setContent(drawing, false);
+            const QDomNode first = document.documentElement().firstChild();
+            benchmark::DoNotOptimize(SvgItem::recursiveCheckAttributesForInvalidImages(first));
+        }
+    };
+    Pair::compare(state, 0.05, rounds, search, tree);
+}
+
+void paint(QGraphicsItem &item, QImage &paper)
+{
+    QPainter painter(&paper);
+    const QStyleOptionGraphicsItem option;
+    item.paint(&painter, &option, nullptr);
+}
+
+/// Loading a drawing and painting it once, beside Qt's item without a guard.
+void loadAndPaint(benchmark::State &state)
+{
+    const QByteArray drawing = clipArt(qsizetype(state.range(0)));
+    QImage ours(400, 300, QImage::Format_ARGB32_Premultiplied);
+    ours.fill(Qt::white);
+    QImage theirs = ours;
+    const auto guarded = [&] {
+        SvgItem item;
+        item.loadItemFromData(drawing);
+        paint(item, ours);
+    };
+    const auto bare = [&] {
+        QSvgRenderer renderer(drawing);
+        QGraphicsSvgItem item;
+        item.setSharedRenderer(&renderer);
+        paint(item, theirs);
+    };
+    guarded();
+    bare();
+    if (ours != theirs || ours.pixelColor(120, 130) == Qt::white) {
+        state.SkipWithError("not the same picture");
+        return;
+    }
+    Pair::compare(state, 1.5, 1.0, guarded, bare);
+}
+
+/// Painting it once more.
+void repaint(benchmark::State &state)
+{
+    const QByteArray drawing = clipArt(qsizetype(state.range(0)));
+    QImage paper(400, 300, QImage::Format_ARGB32_Premultiplied);
+    paper.fill(Qt::white);
+    SvgItem item;
+    item.loadItemFromData(drawing);
+    QSvgRenderer renderer(drawing);
+    QGraphicsSvgItem bare;
+    bare.setSharedRenderer(&renderer);
+    Pair::compare(
+        state, 1.05, 1.0, [&] { paint(item, paper); }, [&] { paint(bare, paper); });
+}
+
+BENCHMARK(walk)->Arg(20'000)->Arg(200'000)->Iterations(31)->Unit(benchmark::kMicrosecond);
+BENCHMARK(loadAndPaint)->Arg(20'000)->Arg(200'000)->Iterations(31)->Unit(benchmark::kMicrosecond);
+BENCHMARK(repaint)->Arg(20'000)->Arg(200'000)->Iterations(31)->Unit(benchmark::kMicrosecond);
 BENCHMARK(guard)->Arg(20'000)->Arg(200'000)->Iterations(101)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -3,8 +3,11 @@
 
 How large a text is depends on its font: the program that reads the label lays it out.
 """
+import base64
 import json
 import math
+import struct
+import zlib
 from typing import NamedTuple
 
 import blockfont
@@ -29,6 +32,7 @@ EAN, GS1_128, GS1_DATABAR, PDF417, MAXICODE, QR_CODE, DATA_MATRIX = 13, 16, 29, 
 
 LEADING = 1  # the edge at which a line of its script begins
 
+_SVG, _PIXMAP, _SYMBOL = 0x1000B, 0x1000C, 0x1000D
 _LABEL_TEXT, _RICH_TEXT, _BARCODE, _LINE = 0x10015, 0x10016, 0x1001D, 0x1001F
 _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT = 0x107
 _CLIPS_TO_SHAPE = 0x08
@@ -175,6 +179,20 @@ class Label:
                         itemFontFamily="Loma",
                         itemFontSize=round(points * self.dpi / _POINTS_PER_INCH / units_per_point), **own)
 
+    def picture(self, place, rows, **own):
+        """Pixels in x, y, width and height: rows of bytes, red, green and blue of one pixel after the other."""
+        data = struct.pack(">I", 1) + _png(rows)
+        self._add_typed(_PIXMAP, place, pixmapItemData=base64.b64encode(data).decode(), **own)
+
+    def drawing(self, place, svg, **own):
+        """An SVG text in x, y, width and height."""
+        self._add_typed(_SVG, place, svgContents=_base64(svg), svgHasTransparency=True, **own)
+
+    def symbol(self, place, svg, pen, fill=TRANSPARENT, **own):
+        """The same in black and white, which take the two colours. Parts without a colour are black."""
+        normal = svg.replace("<svg ", '<svg fill="#000000" stroke="none" ', 1)
+        self._add_typed(_SYMBOL, place, svgContentsOriginal=_base64(normal), itemPenColor=pen, itemFillColor=fill, **own)
+
     def font_size(self, points):
         """A size in points on paper as one of HTML, which takes a unit for a 96th of an inch."""
         return f"font-size:{points * self.dpi / _HTML_UNITS_PER_INCH:.2f}pt"
@@ -209,6 +227,22 @@ class Label:
             "itemWidth": width,
             "itemZValue": 0,
         } | pen.properties() | own)
+
+
+def _base64(text):
+    return base64.b64encode(text.encode()).decode()
+
+
+def _png(rows):
+    """A file of 8 bits for each colour."""
+    def chunk(name, data):
+        return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
+    header = struct.pack(">IIBBBBB", len(rows[0]) // 3, len(rows), 8, 2, 0, 0, 0)
+    # Each byte as its difference from the one above, which compresses better than the bytes.
+    above = [bytes(len(rows[0]))] + rows[:-1]
+    lines = (b"\2" + bytes((byte - up) % 256 for byte, up in zip(row, over)) for row, over in zip(rows, above))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(b"".join(lines), 9))
+            + chunk(b"IEND", b""))
 
 
 def _turn(degrees):

@@ -10,6 +10,7 @@ import bin_label
 import calibration_sheet
 import hazard_sign
 import price_sign
+import product_label
 import shelf_label
 import shipping_label
 import spine_label
@@ -23,6 +24,7 @@ SIGNS = {
     "calibration-sheet": calibration_sheet,
     "hazard-sign": hazard_sign,
     "price-sign": price_sign,
+    "product-label": product_label,
     "shelf-label": shelf_label,
     "shipping-label": shipping_label,
     "spine-label": spine_label,
