@@ -63,6 +63,17 @@ bool isEndlessJpeg(const QByteArray &bytes)
     return bytes.startsWith("\xFF\xD8") && scansOf(bytes) > Limits::MaxJpegScans;
 }
 
+/// Clears the bits behind the last pixel of each row of one-bit pixels. They hold anything, and would be
+/// saved with the picture.
+void clearPadding(QImage &image)
+{
+    const int used = image.width() % 8;
+    if (used == 0)
+        return;
+    for (int y = 0; y < image.height(); ++y)
+        image.scanLine(y)[image.width() / 8] &= uchar(0xFF << (8 - used));
+}
+
 } // namespace
 
 namespace PictureLoader {
@@ -124,14 +135,16 @@ QPixmap readPixmap(QDataStream &stream)
         stream.setStatus(QDataStream::ReadCorruptData);
         return {};
     }
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull()) {
         stream.setStatus(QDataStream::ReadPastEnd);
         return {};
     }
     // As Qt reads pixmaps: one of a single bit takes the painter's colours.
-    if (image.depth() == 1)
+    if (image.format() == QImage::Format_Mono) {
+        clearPadding(image);
         return QBitmap::fromImage(image);
+    }
     return QPixmap::fromImage(image);
 }
 

@@ -53,6 +53,17 @@ inline constexpr char newRectangle[] = "FFFF" // item id -1
                                        "0001" // brush style: solid
                                        "0100000000000000000000"; // fill colour: RGB, transparent
 
+/// The part of it that all items have, with other words of flags.
+inline QByteArray newItem(const char *itemFlags, const char *graphicsFlags)
+{
+    constexpr int itemBytes = 158;
+    constexpr int itemFlagsAt = 2;
+    constexpr int graphicsFlagsAt = 17;
+    QByteArray item = fromHexText(newRectangle).first(itemBytes);
+    item.replace(itemFlagsAt, 4, fromHexText(itemFlags));
+    return item.replace(graphicsFlagsAt, 4, fromHexText(graphicsFlags));
+}
+
 // The same to a little-endian stream.
 inline constexpr char newRectangleLittleEndian[] = "FFFF" // item id -1
                                                    "01000000" // flag word

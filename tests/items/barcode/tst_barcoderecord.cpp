@@ -21,9 +21,7 @@ constexpr int changedFieldBytes = 18;
 /// The fields of all items, new ones, with the graphics-item flags of a barcode.
 QByteArray newCommon()
 {
-    constexpr int graphicsFlags = 17;
-    QByteArray common = fromHexText(RectangleRecords::newRectangle).first(commonBytes);
-    return common.replace(graphicsFlags, 4, fromHexText("0000010F"));
+    return RectangleRecords::newItem("00000001", "0000010F");
 }
 
 /// The fields of all items, each with another value.

@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <malloc.h>
+
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -22,33 +24,8 @@ const QByteArray newRecord = fromHexText("00000000" // no picture
                                          "0000000000000000" // old m31
                                          "0000000000000000" // old m32
                                          "00" // no transparency
-                                         "00" // no first resize in a group
-                                         "FFFF" // item id -1
-                                         "00000003" // flag word: visible in print, printed through an image
-                                         "00" // horizontal mirror
-                                         "00" // vertical mirror
-                                         "01" // allow overprint
-                                         "0000000000000000" // z value
-                                         "0000010F" // graphics-item flags
-                                         "01" // visible
-                                         "0000000000000000" // rotation
-                                         "4059000000000000" // width 100
-                                         "4059000000000000" // height 100
-                                         "3FF0000000000000" // horizontal scale 1
-                                         "3FF0000000000000" // vertical scale 1
-                                         "3FF0000000000000" // m11 1
-                                         "0000000000000000" // m12
-                                         "0000000000000000" // m13
-                                         "0000000000000000" // m21
-                                         "3FF0000000000000" // m22 1
-                                         "0000000000000000" // m23
-                                         "0000000000000000" // m31
-                                         "0000000000000000" // m32
-                                         "3FF0000000000000" // m33 1
-                                         "0000000000000000" // x
-                                         "0000000000000000" // y
-                                         "FFFFFFFF" // datasource id -1
-                                         "FFFFFFFF"); // datasource field: null
+                                         "00") // no first resize in a group
+    + RectangleRecords::newItem("00000003", "0000010F"); // visible in print, printed through an image
 
 // One red pixel: header of 1 x 1 in 8-bit RGB, the packed row 00 FF 00 00, the end.
 const QByteArray redPng = fromHexText("89504E470D0A1A0A"
@@ -119,6 +96,7 @@ private Q_SLOTS:
     void loadingReplacesThePicture();
     void everyKindOfPictureIsSavedAsItWasLoaded_data();
     void everyKindOfPictureIsSavedAsItWasLoaded();
+    void bitsBehindTheRowsAreNotSaved();
 
     // The map
     void pictureIsBase64InTheMap();
@@ -239,6 +217,24 @@ void tst_PixmapRecord::everyKindOfPictureIsSavedAsItWasLoaded()
     QCOMPARE(ItemRecords::load(again, saved), QDataStream::Ok);
     QCOMPARE(toHexText(ItemRecords::saved(again)), toHexText(saved));
     QCOMPARE(again.pixmap().toImage(), item.pixmap().toImage());
+}
+
+// The decoder leaves there what it finds in memory.
+void tst_PixmapRecord::bitsBehindTheRowsAreNotSaved()
+{
+    QImage image(5, 3, QImage::Format_Mono);
+    image.fill(1);
+    const QByteArray record = fromHexText("00000001") + Pictures::encoded(image, "PNG") + newRecord.sliced(4);
+    QByteArrayList saved;
+    for (const int contents : { 0x55, 0xAA }) {
+        mallopt(M_PERTURB, contents);
+        PixMapItem item;
+        const QDataStream::Status status = ItemRecords::load(item, record);
+        saved.append(toHexText(ItemRecords::saved(item)));
+        mallopt(M_PERTURB, 0);
+        QCOMPARE(status, QDataStream::Ok);
+    }
+    QCOMPARE(saved[1], saved[0]);
 }
 
 // The map

@@ -17,16 +17,7 @@ using ItemRecords::saved;
 
 namespace {
 
-/// The fields of all items, new ones, with the flags of an SVG item.
-QByteArray newCommon()
-{
-    constexpr int commonBytes = 158; // with a null datasource field
-    constexpr int itemFlags = 2;
-    constexpr int graphicsFlags = 17;
-    QByteArray common = fromHexText(RectangleRecords::newRectangle).first(commonBytes);
-    common.replace(itemFlags, 4, fromHexText("00000003"));
-    return common.replace(graphicsFlags, 4, fromHexText("0000010F"));
-}
+const QByteArray newItem = RectangleRecords::newItem("00000003", "0000010F");
 
 // 8 + 8 + 4 + 1 + 1 + 158 = 180 bytes
 const QByteArray newRecord = fromHexText("0000000000000000" // old m31
@@ -34,7 +25,7 @@ const QByteArray newRecord = fromHexText("0000000000000000" // old m31
                                          "FFFFFFFF" // contents: null
                                          "00" // valid
                                          "00") // without transparency
-    + newCommon();
+    + newItem;
 
 /// A record with old coefficients of 3.5 and -2.
 QByteArray recordOf(const QByteArray &contents, const char *flags)
@@ -42,7 +33,7 @@ QByteArray recordOf(const QByteArray &contents, const char *flags)
     QByteArray length(4, '\0');
     qToBigEndian(quint32(contents.size()), length.data());
     return fromHexText("400C000000000000 C000000000000000") + length + contents + fromHexText(flags)
-        + newCommon();
+        + newItem;
 }
 
 QByteArray contentsOf(const SvgItem &item)

@@ -18,7 +18,6 @@ using ItemRecords::saved;
 
 namespace {
 
-constexpr int commonBytes = 158; // with a null datasource field
 constexpr int mirrorsAt = 6;
 constexpr int mirrorBytes = 3;
 constexpr int colorBytes = 11;
@@ -26,9 +25,7 @@ constexpr int colorBytes = 11;
 /// The fields of all items, new ones, with the graphics-item flags of a symbol.
 QByteArray newCommon()
 {
-    constexpr int graphicsFlags = 17;
-    QByteArray common = fromHexText(RectangleRecords::newRectangle).first(commonBytes);
-    return common.replace(graphicsFlags, 4, fromHexText("0000010F"));
+    return RectangleRecords::newItem("00000001", "0000010F");
 }
 
 /// The same as records before version 6 have them.
