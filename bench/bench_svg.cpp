@@ -88,6 +88,7 @@ void loadAndPaint(benchmark::State &state)
     const QByteArray drawing = clipArt(qsizetype(state.range(0)));
     QImage ours(400, 300, QImage::Format_ARGB32_Premultiplied);
     ours.fill(Qt::white);
+    const QImage blank = ours;
     QImage theirs = ours;
     const auto guarded = [&] {
         SvgItem item;
@@ -102,7 +103,7 @@ void loadAndPaint(benchmark::State &state)
     };
     guarded();
     bare();
-    if (ours != theirs || ours.pixelColor(120, 130) == Qt::white) {
+    if (ours != theirs || ours == blank) {
         state.SkipWithError("not the same picture");
         return;
     }

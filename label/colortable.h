@@ -31,11 +31,13 @@ public:
         for (unsigned int byte = 0; byte < m_reds.size(); ++byte) {
             const unsigned int place = (byte * cells * fine + 127) / 255;
             const unsigned int cell = std::min(place / fine, cells - 1);
-            const unsigned int offset = (place - cell * fine) << stepBits;
-            m_reds[byte] = { cell * redStep, offset | redStep };
-            m_greens[byte] = { cell * greenStep, offset | greenStep };
-            m_blues[byte] = { cell * blueStep, offset | blueStep };
+            const int offset = int(place - cell * fine);
+            m_reds[byte] = { cell * redStep, offset };
+            m_greens[byte] = { cell * greenStep, offset };
+            m_blues[byte] = { cell * blueStep, offset };
         }
+        for (unsigned int i = 0; i <= fine; ++i)
+            m_weights[i].all = float(i) - typename Reals::Vector {};
         for (unsigned int i = 0; i <= cells; ++i)
             m_lights[i] = Oklab::lightOf(double(i) / cells);
     }
@@ -48,21 +50,20 @@ public:
         const unsigned int first = red.cell + green.cell + blue.cell;
         if (!m_ready[first]) [[unlikely]]
             prepare(first);
-        // From the corner of the cell, first along the axis on which the colour is farthest.
-        unsigned int steps[] = { red.step, green.step, blue.step };
-        order(steps[0], steps[1]);
-        order(steps[1], steps[2]);
-        order(steps[0], steps[1]);
-        const unsigned int second = first + (steps[0] & stepMask);
-        const unsigned int third = second + (steps[1] & stepMask);
+        // From the corner of the cell, first along the axis on which the colour is farthest. Its order says
+        // which, without a branch that noise would make the processor guess wrong every other time.
+        const unsigned int order = (red.offset >= green.offset ? 1U : 0U)
+            | (green.offset >= blue.offset ? 2U : 0U) | (red.offset >= blue.offset ? 4U : 0U);
+        const unsigned int second = first + firstSteps[order];
+        const unsigned int third = first + firstSteps[order] + secondSteps[order];
         const unsigned int last = first + redStep + greenStep + blueStep;
-        const auto most = float(int(steps[0] >> stepBits));
-        const auto middle = float(int(steps[1] >> stepBits));
-        const auto least = float(int(steps[2] >> stepBits));
+        const int most = std::max(std::max(red.offset, green.offset), blue.offset);
+        const int least = std::min(std::min(red.offset, green.offset), blue.offset);
+        const int middle = red.offset + green.offset + blue.offset - most - least;
         // Whole numbers below 2^24, which floats hold exactly.
-        const typename Reals::Vector sum = m_numbers[first].all * (float(fine) - most)
-            + m_numbers[second].all * (most - middle) + m_numbers[third].all * (middle - least)
-            + m_numbers[last].all * least;
+        const typename Reals::Vector sum = m_numbers[first].all * weight(int(fine) - most)
+            + m_numbers[second].all * weight(most - middle) + m_numbers[third].all * weight(middle - least)
+            + m_numbers[last].all * weight(least);
         numbers.all = (__builtin_convertvector(sum, typename Numbers::Vector) + int(fine) / 2) >> fineBits;
     }
 
@@ -74,8 +75,12 @@ private:
     static constexpr unsigned int greenStep = cells + 1;
     static constexpr unsigned int redStep = greenStep * (cells + 1);
     static constexpr unsigned int nodes = redStep * (cells + 1);
-    static constexpr unsigned int stepBits = 16;
-    static constexpr unsigned int stepMask = (1U << stepBits) - 1;
+    /// By the order of the offsets, as lookUp() numbers it: the axes of the first and the second step. Two of
+    /// the numbers are of no order.
+    static constexpr unsigned int firstSteps[]
+        = { blueStep, blueStep, greenStep, 0, 0, redStep, greenStep, redStep };
+    static constexpr unsigned int secondSteps[]
+        = { greenStep, redStep, blueStep, 0, 0, blueStep, redStep, greenStep };
 
     struct Reals
     {
@@ -86,14 +91,13 @@ private:
     struct Place
     {
         unsigned int cell; ///< its part of the number of the cell's first node
-        unsigned int step; ///< 0 to fine of the way to the next node, and the step to its number
+        int offset; ///< 0 to fine of the way to the next node
     };
 
-    static void order(unsigned int &larger, unsigned int &smaller)
+    /// The number for all that are worked on together.
+    [[nodiscard]] const typename Reals::Vector &weight(int number) const
     {
-        const unsigned int most = std::max(larger, smaller);
-        smaller = std::min(larger, smaller);
-        larger = most;
+        return m_weights[std::size_t(number)].all;
     }
 
     void prepare(unsigned int cell)
@@ -124,6 +128,7 @@ private:
     std::array<Place, 256> m_greens;
     std::array<Place, 256> m_blues;
     std::array<double, cells + 1> m_lights;
+    std::array<Reals, fine + 1> m_weights;
     std::vector<Reals> m_numbers;
     std::vector<uchar> m_known;
     std::vector<uchar> m_ready;

@@ -55,8 +55,7 @@ QByteArray SvgWalk::problemOf(const QDomNode &node)
 
 bool SvgWalk::mayHaveImages(const QByteArray &text)
 {
-    // In other encodings than those that begin as ASCII the name has other bytes, and an entity of the
-    // document may hold the element in disguise.
-    return text.contains("<image") || text.contains('\0') || text.contains("<!ENTITY")
-        || text.contains("encoding=");
+    // Of the encodings that are read, those that do not begin as ASCII have zeros in the name. An entity of
+    // the document may hold the element in disguise.
+    return text.contains("<image") || text.contains('\0') || text.contains("<!ENTITY");
 }

@@ -210,12 +210,14 @@ void tst_ImageableItem::transparencyIsForgottenWithTheNextImage()
 
 void tst_ImageableItem::transparencyIsSeenAtEveryPlace()
 {
-    // Widths around those of vectors, at whose ends a last pixel is easily left out.
+    // Widths around those of vectors and heights around a few rows, at whose ends a last pixel is easily left
+    // out.
+    constexpr int height = 6;
     for (int width = 1; width <= 40; ++width) {
         for (int x = 0; x < width; ++x) {
             ImageableItem imageable;
             imageable.checkTransparency(
-                opaqueBut(QSize(width, 2), QImage::Format_ARGB32, { x, x % 2 }, 0xFEFFFFFF));
+                opaqueBut(QSize(width, height), QImage::Format_ARGB32, { x, x % height }, 0xFEFFFFFF));
             QVERIFY2(imageable.getImageHasTransparency(), qPrintable(u"%1 of %2"_s.arg(x).arg(width)));
         }
     }
