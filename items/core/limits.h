@@ -71,10 +71,10 @@ inline constexpr qint64 MaxSvgStyleWork = 3'000'000;
 /// The pixels of all pictures within a drawing: half a gibibyte while one of them is converted.
 inline constexpr qint64 MaxSvgImagePixels = 64'000'000;
 /// Elements that are drawn because others refer to them, each as often as that, and how deep they are then.
-inline constexpr qint64 MaxSvgReferred = 100'000;
+inline constexpr qint64 MaxSvgReferred = 50'000;
 inline constexpr int MaxSvgLevels = 1'500;
 /// What drawing takes, in units of some 8 microseconds for a picture of 400 x 400 pixels.
-inline constexpr double MaxSvgEffort = 250'000.0;
+inline constexpr double MaxSvgEffort = 100'000.0;
 /// The largest scale at which text is drawn, and the largest ratio of its widest to its narrowest direction.
 inline constexpr double MaxTextScale = 1e6;
 inline constexpr double MaxTextStretch = 1e4;

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/graphics/svgguard.h"
+#include "items/graphics/svgitem.h"
+#include "items/graphics/symbolitem.h"
 #include "tests/support/drawings.h"
 #include "tests/support/images.h"
+#include "tests/support/itemrecords.h"
 #include "tests/support/tracedrun.h"
 
 #include <QApplication>
@@ -11,6 +14,9 @@
 #include <QStringConverter>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <cstdlib>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using Drawings::compressed;
@@ -154,6 +160,43 @@ int showAll(const QString &folder)
     return 0;
 }
 
+/// Shows the drawing in an item of the class, in each way in which it can get there.
+template <typename ItemClass> void showIn(const char *contentsProperty, const QByteArray &bytes)
+{
+    const QSize size(40, 40);
+    QFile file(u"shown.svg"_s);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        std::exit(2);
+    file.close();
+    ItemClass fromFile;
+    fromFile.loadItemFromFile("shown.svg");
+    Images::painted(fromFile, size);
+    ItemClass fromDatasource;
+    fromDatasource.setItemData(bytes);
+    Images::painted(fromDatasource, size);
+
+    ItemClass holder;
+    holder.setProperty(contentsProperty, QString::fromLatin1(bytes.toBase64()));
+    ItemClass fromRecord;
+    ItemRecords::load(fromRecord, ItemRecords::saved(holder));
+    Images::painted(fromRecord, size);
+    ItemClass fromMap;
+    fromMap.loadItemFromJSON(holder.saveItemToJSON(), 6);
+    Images::painted(fromMap, size);
+    const std::unique_ptr<Item> copy(fromMap.createItemCopy());
+    Images::painted(dynamic_cast<QGraphicsItem &>(*copy), size);
+}
+
+int showInItems(const QString &folder)
+{
+    QDir::setCurrent(folder);
+    for (const Spelling &spelling : spellings(folderIn(folder))) {
+        showIn<SvgItem>("svgContents", spelling.bytes);
+        showIn<SymbolItem>("svgContentsOriginal", spelling.bytes);
+    }
+    return 0;
+}
+
 /// For comparison: the renderer without the guard.
 int showUnsafely(const QString &folder)
 {
@@ -209,12 +252,14 @@ void tst_SvgLinks::noFileIsOpened()
     const QByteArray unsafe = TracedRun::openCalls(u"--show-unsafely"_s, m_folder.path());
     for (const char *suffix : { ".png", ".svg", ".css" })
         QVERIFY2(unsafe.contains(secret + suffix), suffix);
-    const QByteArray safe = TracedRun::openCalls(u"--show-all"_s, m_folder.path());
-    QVERIFY(safe.contains("open"));
-    QVERIFY2(
-        !safe.contains(secret), safe.sliced(std::max<qsizetype>(safe.indexOf(secret) - 40, 0)).first(80));
-    QVERIFY(!safe.contains(" data"));
-    QVERIFY(!safe.contains("connect"));
+    for (const QString &mode : { u"--show-all"_s, u"--show-in-items"_s }) {
+        const QByteArray safe = TracedRun::openCalls(mode, m_folder.path());
+        QVERIFY(safe.contains("open"));
+        const qsizetype found = safe.indexOf(secret);
+        QVERIFY2(found < 0, safe.sliced(std::max<qsizetype>(found - 40, 0)).first(80));
+        QVERIFY(!safe.contains(" data"));
+        QVERIFY(!safe.contains("connect"));
+    }
 }
 
 void tst_SvgLinks::linksAreFound_data()
@@ -319,6 +364,8 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == u"--show-all"_s)
         return showAll(arguments.value(2));
+    if (arguments.value(1) == u"--show-in-items"_s)
+        return showInItems(arguments.value(2));
     if (arguments.value(1) == u"--show-unsafely"_s)
         return showUnsafely(arguments.value(2));
     tst_SvgLinks test;

@@ -61,10 +61,10 @@ const QByteArray redColor = fromHexText("01FFFFFFFF000000000000");
 const QByteArray blueColor = fromHexText("01FFFF00000000FFFF0000");
 
 /// A record of the drawing with a background, old coefficients of 3.5 and -2, and the colours given.
-QByteArray recordOf(bool singleColor, const QByteArray &colors)
+QByteArray recordOf(bool singleColor, const QByteArray &colors, const QByteArray &common = newCommon())
 {
     return fromHexText(singleColor ? "01 01" : "00 01") + lengthOf(drawing) + drawing
-        + fromHexText("400C000000000000 C000000000000000") + newCommon() + colors;
+        + fromHexText("400C000000000000 C000000000000000") + common + colors;
 }
 
 /// A record of a version before 4, with the recoloured drawing.
@@ -91,6 +91,8 @@ private Q_SLOTS:
 
     void newSymbolWritesItsRecord();
     void changedRecordIsReadAndWritten();
+    void recordsBeforeMirrorsHoldTheOriginal_data();
+    void recordsBeforeMirrorsHoldTheOriginal();
     void lastColourIsLeftUnread();
     void singleColourKeepsTheFillOfTheItem();
     void oldRecordIsTurnedBack_data();
@@ -132,6 +134,42 @@ void tst_SymbolRecord::changedRecordIsReadAndWritten()
     QCOMPARE(load(item, newRecord), QDataStream::Ok);
     QCOMPARE(toHexText(saved(item)), toHexText(newRecord));
     QCOMPARE(item.boundingRect(), QRectF());
+}
+
+void tst_SymbolRecord::recordsBeforeMirrorsHoldTheOriginal_data()
+{
+    QTest::addColumn<unsigned int>("version");
+    QTest::addColumn<bool>("singleColor");
+    for (const unsigned int version : { 4U, 5U }) {
+        QTest::addRow("version %u, two colours", version) << version << false;
+        QTest::addRow("version %u, single colour", version) << version << true;
+    }
+}
+
+void tst_SymbolRecord::recordsBeforeMirrorsHoldTheOriginal()
+{
+    QFETCH(unsigned int, version);
+    QFETCH(bool, singleColor);
+    const QByteArray fill = singleColor ? QByteArray() : blueColor;
+    QDataStream stream(recordOf(singleColor, redColor + fill + blueColor, oldCommon()));
+    SymbolItem item;
+    item.setItemFillColor(yellow);
+    item.setItemHorizontalMirror(true);
+    item.loadItemFromData(stream, version);
+    QCOMPARE(stream.status(), QDataStream::Ok);
+    QCOMPARE(stream.device()->bytesAvailable(), colorBytes);
+    QCOMPARE(item.getSingleColor(), singleColor);
+    QVERIFY(item.getFillBoundingRectangle());
+    QCOMPARE(originalOf(item), drawing);
+    QCOMPARE(item.getItemPenColor(), red);
+    QCOMPARE(item.getItemFillColor(), singleColor ? yellow : blue);
+    QVERIFY(!item.getItemHorizontalMirror());
+    QCOMPARE(item.getOldTransformCoefficientM32(), -2.0);
+    QCOMPARE(item.getSvgContents(),
+        "<svg fill=\"#FF0000\" stroke=\"none\" width=\"2\" height=\"1\"><rect id=\"background_fix\" "
+        "fill=\""_ba
+            + (singleColor ? "#FFFF00" : "#0000FF")
+            + "\" fill-opacity=\"1\" width=\"2\" height=\"1\"/><g/></svg>");
 }
 
 void tst_SymbolRecord::lastColourIsLeftUnread()
