@@ -3,14 +3,20 @@
 
 #include "items/barcode/barcodeitem.h"
 #include "items/core/itemcolors.h"
+#include "items/graphics/emptysvg.h"
 #include "items/graphics/imageableitem.h"
+#include "items/graphics/symbolitem.h"
 #include "label/paintedcolors.h"
 #include "label/textcolors.h"
 #include "label/wording.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QStringList>
+#include <QSvgRenderer>
 
 #include <algorithm>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -51,11 +57,37 @@ QStringList unprintable(Item &item, const LabelDocument &document)
     return parts;
 }
 
-/// Whether the item is a picture that could not be loaded.
+/// Whether the item is a picture, or holds a drawing, that could not be loaded.
 bool isMissing(const Item &item)
 {
+    if (const auto *symbol = dynamic_cast<const SymbolItem *>(&item))
+        return !symbol->getSvgContents().isEmpty()
+            && (symbol->getSvgContents() == EmptySvg::getEmptySvg() || !symbol->renderer()->isValid());
     const auto *picture = dynamic_cast<const ImageableItem *>(&item);
     return picture && picture->getImageIsInvalid();
+}
+
+/// Whether the drawing of the symbol, in black on white, shows another colour: one that neither its pen nor
+/// its fill takes the place of.
+bool showsOwnColors(Item &item)
+{
+    if (item.getItemShape() != MobraTypes::SymbolShape)
+        return false;
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    auto &symbol = dynamic_cast<SymbolItem &>(*copy);
+    symbol.setItemPenFillColorPrePrint(ItemColors::black, ItemColors::white);
+    constexpr int side = 128;
+    QImage image(side, side, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    symbol.renderer()->render(&painter);
+    painter.end();
+    for (int y = 0; y < side; ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        if (!std::all_of(row, row + side, qIsGray))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -70,6 +102,11 @@ Problems inkWarnings(const LabelDocument &document)
             warnings.append({ {}, where,
                 u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(Wording::item(item)),
                 u"load it again"_s });
+        if (item.getItemIsVisible() && showsOwnColors(item))
+            warnings.append({ {}, where,
+                u"each ink prints what %1 holds besides its pen and its fill colour"_s.arg(
+                    Wording::item(item)),
+                u"draw it in #000000 and #FFFFFF alone, or show it as an SVG drawing"_s });
         const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
         if (parts.isEmpty())
             continue;

@@ -130,6 +130,7 @@ QString headText(const LabelDocument &document)
     head.addRow({ u"page"_s, pageText(document) });
     head.addRow({ u"paper"_s, StyleNames::color(document.paper()) });
     head.addRow({ u"inks"_s, inksText(document) });
+    head.addRow({ u"dither"_s, DitherNames::of(document.dither()) });
     head.addRow({ u"items"_s, QString::number(document.items().size()) });
     return head.text();
 }
@@ -246,9 +247,9 @@ QByteArray asTable(const LabelDocument &document)
 
 QByteArray asJson(const LabelDocument &document)
 {
-    return CanonicalJson::write(
-        { { u"page"_s, pageObject(document) }, { u"paper"_s, StyleNames::color(document.paper()) },
-            { u"inks"_s, inksArray(document) }, { u"items"_s, itemsArray(document) } });
+    return CanonicalJson::write({ { u"page"_s, pageObject(document) },
+        { u"paper"_s, StyleNames::color(document.paper()) }, { u"inks"_s, inksArray(document) },
+        { u"dither"_s, DitherNames::of(document.dither()) }, { u"items"_s, itemsArray(document) } });
 }
 
 } // namespace LabelSummary

@@ -211,10 +211,11 @@ void tst_VxLabelCommands::inspectsForPeople()
     QCOMPARE(result.err, QByteArray());
     QCOMPARE(result.out,
         QByteArray(
-            "page   25.4 x 12.7 mm, 100 x 50 dots at 100 dpi\n"
-            "paper  #ffffff\n"
-            "inks   black #000000, red #ff0000\n"
-            "items  2\n"
+            "page    25.4 x 12.7 mm, 100 x 50 dots at 100 dpi\n"
+            "paper   #ffffff\n"
+            "inks    black #000000, red #ff0000\n"
+            "dither  diffusion\n"
+            "items   2\n"
             "\n"
             "index  item         x mm  y mm  width mm  height mm  rotation  pen             fill\n"
             "    0  rectangle 1  2.54  2.54      5.08       2.54         0  dash 3 #000000  solid #000000\n"
@@ -236,11 +237,11 @@ void tst_VxLabelCommands::inspectsTexts()
     const ProgramResult result = run({ u"inspect"_s, u"texts.vxl"_s });
     QCOMPARE(result.err, QByteArray());
     const QByteArrayList lines = result.out.split('\n');
-    QCOMPARE(lines.size(), 10);
-    QVERIFY2(lines[5].endsWith("fill               text"), lines[5]);
-    QVERIFY2(lines[6].endsWith("solid #000000"), lines[6]);
-    QVERIFY2(lines[7].contains("Label Text 3") && lines[7].endsWith("  #ff0000 \"two lines\""), lines[7]);
-    QVERIFY2(lines[8].endsWith("  #000000 \"a box with twenty-five …\""), lines[8]);
+    QCOMPARE(lines.size(), 11);
+    QVERIFY2(lines[6].endsWith("fill               text"), lines[6]);
+    QVERIFY2(lines[7].endsWith("solid #000000"), lines[7]);
+    QVERIFY2(lines[8].contains("Label Text 3") && lines[8].endsWith("  #ff0000 \"two lines\""), lines[8]);
+    QVERIFY2(lines[9].endsWith("  #000000 \"a box with twenty-five …\""), lines[9]);
 
     const ProgramResult json = run({ u"inspect"_s, u"texts.vxl"_s, u"--json"_s });
     const QJsonArray items = QJsonDocument::fromJson(json.out)["items"_L1].toArray();
@@ -272,10 +273,12 @@ void tst_VxLabelCommands::inspectsForPrograms()
     const QJsonObject translucent { { u"itemFillColor"_s, u"#80ff0000"_s }, { u"itemBrushStyle"_s, 2 } };
     QJsonObject label = smallLabelWith(translucent);
     label[u"items"_s] = QJsonArray { label[u"items"_s].toArray()[0] };
+    label[u"dither"_s] = u"ordered"_s;
     write(u"small.vxl"_s, toJson(label));
     const ProgramResult result = run({ u"inspect"_s, u"--json"_s, u"small.vxl"_s });
     QCOMPARE(result.err, QByteArray());
     QCOMPARE(result.out, QByteArray(R"({
+  "dither": "ordered",
   "inks": [
     {
       "color": "#000000",

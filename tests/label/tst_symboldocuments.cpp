@@ -68,6 +68,9 @@ private Q_SLOTS:
     void drawingsAreBase64();
     void typedSymbolsHaveTheSizeOfTheirDrawing();
     void coloursGoToTheirPlates();
+    void coloursOfTheDrawingAreReported_data();
+    void coloursOfTheDrawingAreReported();
+    void drawingsThatDoNotLoadAreReported();
     void negativePlatesLeaveTheInkOut();
     void symbolWithoutFillLetsThingsThrough();
 
@@ -145,6 +148,47 @@ void tst_SymbolDocuments::coloursGoToTheirPlates()
     QVERIFY(isEmpty(other.plates[0].image));
     QCOMPARE(other.warnings.size(), 1);
     QCOMPARE(other.warnings[0].what, u"no ink prints the pen #0000ff of Symbol -1"_s);
+}
+
+void tst_SymbolDocuments::coloursOfTheDrawingAreReported_data()
+{
+    QTest::addColumn<QByteArray>("elements");
+    QTest::addColumn<bool>("reported");
+    const QByteArray half = "<rect width=\"20\" height=\"20\" ";
+    QTest::newRow("ink and paper") << half + "fill=\"#000000\"/>" << false;
+    QTest::newRow("grey edges") << QByteArray("<circle cx=\"20\" cy=\"10\" r=\"9\"/>") << false;
+    QTest::newRow("other attribute") << half + "fill=\"#00AA00\"/>" << true;
+    QTest::newRow("named colour") << half + "style=\"fill:green\"/>" << true;
+    QTest::newRow("other stop") << "<linearGradient id=\"a\"><stop offset=\"0\" stop-color=\"#000000\"/>"
+                                   "<stop offset=\"1\" stop-color=\"#00AA00\"/></linearGradient>"
+            + half + "fill=\"url(#a)\"/>"
+                                << true;
+    QTest::newRow("never drawn") << "<defs>" + half + "fill=\"#00AA00\"/></defs>" << false;
+}
+
+void tst_SymbolDocuments::coloursOfTheDrawingAreReported()
+{
+    QFETCH(QByteArray, elements);
+    QFETCH(bool, reported);
+    const QByteArray drawing = Symbols::root + "width=\"40\" height=\"20\">" + elements + "</svg>";
+    const Separation separation = separatedAtDesign(documentOf(symbolWith(drawing, red, nothing)));
+    QCOMPARE(separation.warnings.size(), reported ? 1 : 0);
+    if (!reported)
+        return;
+    QCOMPARE(separation.warnings[0].where, u"/items/0"_s);
+    QCOMPARE(separation.warnings[0].what,
+        u"each ink prints what Symbol -1 holds besides its pen and its fill colour"_s);
+}
+
+void tst_SymbolDocuments::drawingsThatDoNotLoadAreReported()
+{
+    const Separation separation = separatedAtDesign(documentOf(
+        symbolWith("<svg>" + QByteArray("<g>").repeated(600) + QByteArray("</g>").repeated(600) + "</svg>",
+            black, red)));
+    QCOMPARE(separation.warnings.size(), 1);
+    QCOMPARE(separation.warnings[0].what,
+        u"Symbol -1 prints nothing: its picture or drawing could not be loaded"_s);
+    QVERIFY(separatedAtDesign(documentOf(std::make_unique<SymbolItem>())).warnings.isEmpty());
 }
 
 void tst_SymbolDocuments::negativePlatesLeaveTheInkOut()
