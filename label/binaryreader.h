@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/contentbudget.h"
 #include "label/documentfile.h"
 
 #include <QBuffer>
@@ -50,6 +51,7 @@ private:
     BrokenItems m_broken;
     ProblemLog &m_log;
     LabelDocument m_document;
+    ContentBudget m_budget;
     quint32 m_version = 0;
     QHash<QString, qint64> m_offsets;
 };

@@ -137,6 +137,7 @@ void JsonReader::readItem(const QJsonValue &json, const QString &pointer)
 {
     if (!json.isObject())
         m_log.add(pointer, u"is %1, not an object"_s.arg(JsonMembers::typeName(json.type())));
-    else if (auto item = ItemMap::fromJson(json.toObject(), m_version, pointer, m_log))
+    else if (auto item = ItemMap::fromJson(json.toObject(), m_version, pointer, m_log);
+             item && m_budget.take(*item, pointer, m_log))
         m_document.addItem(std::move(item));
 }

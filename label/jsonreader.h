@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/contentbudget.h"
 #include "label/documentfile.h"
 #include "label/jsonmembers.h"
 
@@ -33,5 +34,6 @@ private:
     BrokenItems m_broken;
     ProblemLog &m_log;
     LabelDocument m_document;
+    ContentBudget m_budget;
     unsigned int m_version = 0;
 };

@@ -12,6 +12,9 @@ inline constexpr qint64 MaxFileBytes = 64 * 1024 * 1024;
 /// for each.
 inline constexpr qint64 MaxJsonValues = 2'000'000;
 inline constexpr int MaxItems = 20'000;
+/// What the pixels of all pictures and the parts of all drawings of a document take in bytes: 256 million
+/// pixels.
+inline constexpr qint64 MaxContentBytes = 1'024'000'000;
 /// Containers within containers.
 inline constexpr int MaxNesting = 64;
 /// A proof holds one bit of each pixel's byte for each ink.

@@ -34,6 +34,8 @@ public:
     [[nodiscard]] QString link() const { return m_link; }
     [[nodiscard]] qint64 elements() const { return m_elements; }
     [[nodiscard]] const QList<Image> &images() const { return m_images; }
+    /// Of all embedded pictures together.
+    [[nodiscard]] qint64 pixels() const { return m_pictures.pixels(); }
 
 private:
     bool exceeds(qint64 count, qint64 limit, const char *what);

@@ -15,20 +15,6 @@
 
 #include <utility>
 
-namespace {
-
-/// Whether the renderer has taken the drawing. What is refused does not reach it, and links to files are
-/// taken out.
-bool loadGuarded(QSvgRenderer &renderer, const QByteArray &svg)
-{
-    if (svg.isEmpty())
-        return false;
-    const SvgGuard::Answer answer = SvgGuard::check(svg);
-    return answer.verdict != SvgGuard::Verdict::Refused && renderer.load(answer.drawing);
-}
-
-} // namespace
-
 SvgDrawing::SvgDrawing(QGraphicsSvgItem &item)
     : m_item(item)
     , m_renderer(new QSvgRenderer(&item))
@@ -53,6 +39,18 @@ std::optional<QByteArray> SvgDrawing::read(const QByteArray &path)
 bool SvgDrawing::isDrawing(const QVariant &data)
 {
     return data.userType() == QMetaType::QByteArray || data.toByteArray().startsWith('<');
+}
+
+/// Whether the renderer has taken the drawing. What is refused does not reach it, and links to files are
+/// taken out.
+bool SvgDrawing::loadGuarded(QSvgRenderer &renderer, const QByteArray &svg)
+{
+    m_memory = 0;
+    if (svg.isEmpty())
+        return false;
+    const SvgGuard::Answer answer = SvgGuard::check(svg);
+    m_memory = answer.memory;
+    return answer.verdict != SvgGuard::Verdict::Refused && renderer.load(answer.drawing);
 }
 
 void SvgDrawing::install(QSvgRenderer *renderer)

@@ -40,6 +40,9 @@ public:
     /// Loads a drawing of which the extent is known when it is painted, or its renderer asked for.
     void loadWhenSeen(const QByteArray &svg, const QRectF &bounds);
 
+    /// About as many bytes as the loaded drawing takes; 0 without one.
+    qint64 memory() const { return m_memory; }
+
     /// The extent of the drawing, in whole units; empty, never negative, without one.
     QRectF bounds() const { return m_bounds; }
     /// The renderer with the drawing in it.
@@ -48,6 +51,7 @@ public:
     void paint(const Item &item, QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget);
 
 private:
+    bool loadGuarded(QSvgRenderer &renderer, const QByteArray &svg);
     void install(QSvgRenderer *renderer);
     void loadWhatWaits();
 
@@ -55,4 +59,5 @@ private:
     QSvgRenderer *m_renderer;
     QRectF m_bounds;
     std::optional<QByteArray> m_waiting;
+    qint64 m_memory = 0;
 };

@@ -27,6 +27,8 @@ struct Answer
     /// Why the drawing is not clean, for people: what it holds, and how much of it is allowed. Otherwise
     /// empty.
     QString reason;
+    /// About as many bytes as the renderer takes for the drawing, with its pictures.
+    qint64 memory = 0;
 };
 
 /// Examines a drawing, plain or compressed. Opens no file. A text that is no SVG may be clean as well: the

@@ -54,6 +54,8 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
     /// A copy is loaded when it is painted: what QGraphicsSvgItem::renderer() returns may still be empty.
     QSvgRenderer *renderer() const { return m_drawing.renderer(); }
+    /// About as many bytes as the loaded drawing takes, with its pictures; 0 as long as it is not loaded.
+    qint64 drawingMemory() const { return m_drawing.memory(); }
 
     // The drawing
     /// Shows a drawing at its own size. False for one that is refused; the item is then invalid and shows the

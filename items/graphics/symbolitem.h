@@ -56,6 +56,8 @@ public:
     /// New colours are drawn when the item is painted: what QGraphicsSvgItem::renderer() returns may still
     /// hold the old ones.
     QSvgRenderer *renderer() const { return m_drawing.renderer(); }
+    /// About as many bytes as the loaded drawing takes, with its pictures; 0 as long as it is not loaded.
+    qint64 drawingMemory() const { return m_drawing.memory(); }
 
     // The drawing
     /// Loads a drawing at its own size, in colours given as texts: those of the item stay as they are.

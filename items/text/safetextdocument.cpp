@@ -99,6 +99,12 @@ void SafeTextDocument::forgetPictures()
     m_decodedPixels = 0;
 }
 
+qint64 SafeTextDocument::pictureMemory() const
+{
+    constexpr qint64 bytesOfPixel = 4;
+    return m_decodedPixels * bytesOfPixel;
+}
+
 QImage SafeTextDocument::decoded(const QUrl &url)
 {
     QByteArray bytes = dataOf(url);

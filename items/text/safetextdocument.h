@@ -21,6 +21,9 @@ public:
     /// Before another text replaces the present one: each has the whole budget.
     void forgetPictures();
 
+    /// How many bytes the pictures take that the text has shown.
+    qint64 pictureMemory() const;
+
     /// Until the last of as many calls of resumeLayout(), nothing is laid out.
     void pauseLayout();
     /// A text that Qt's layout would not come to an end with is kept, but not shown.
