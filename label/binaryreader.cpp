@@ -163,8 +163,7 @@ bool BinaryReader::readFrame()
     m_stream >> shape >> record;
     if (!isWhole(start))
         return false;
-    if (auto item = itemOf(shape, record, byteAt(start));
-        item && m_budget.take(*item, byteAt(start), m_log))
+    if (auto item = itemOf(shape, record, byteAt(start)); item && m_budget.take(*item, byteAt(start), m_log))
         m_document.addItem(std::move(item));
     return true;
 }

@@ -158,11 +158,14 @@ QImage ImageableItem::createItemImage(QGraphicsItem *item, const unsigned int &r
         return {};
     QImage image
         = SafeImage::create(area.width() * scale, area.height() * scale, QImage::Format_ARGB32_Premultiplied);
+    // Even an image of no size has a place, and nothing of the last one stays.
+    m_imageSize = image.size();
+    m_rgbFillColor = rgbFill;
+    m_calculatedItemPosition = area.topLeft() * scale;
+    m_imageTransform = QTransform();
     if (image.isNull())
         return image;
 
-    m_imageSize = image.size();
-    m_rgbFillColor = rgbFill;
     image.fill(qPremultiply(rgbFill));
     {
         BorrowedScene scene(item->scene(), area);
@@ -172,8 +175,6 @@ QImage ImageableItem::createItemImage(QGraphicsItem *item, const unsigned int &r
         QPainter painter(&image);
         scene.render(painter);
     }
-    m_calculatedItemPosition = area.topLeft() * scale;
-    m_imageTransform = QTransform();
     return image;
 }
 

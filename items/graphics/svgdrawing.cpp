@@ -12,6 +12,7 @@
 #include <QStyleOptionGraphicsItem>
 #include <QSvgRenderer>
 #include <QVariant>
+#include <QXmlStreamReader>
 
 #include <utility>
 
@@ -41,16 +42,19 @@ bool SvgDrawing::isDrawing(const QVariant &data)
     return data.userType() == QMetaType::QByteArray || data.toByteArray().startsWith('<');
 }
 
-/// Whether the renderer has taken the drawing. What is refused does not reach it, and links to files are
-/// taken out.
-bool SvgDrawing::loadGuarded(QSvgRenderer &renderer, const QByteArray &svg)
+/// What is refused does not reach the renderer, and links to files are taken out.
+void SvgDrawing::loadGuarded(QSvgRenderer &renderer, const QByteArray &svg)
 {
-    m_memory = 0;
-    if (svg.isEmpty())
-        return false;
-    const SvgGuard::Answer answer = SvgGuard::check(svg);
+    m_waiting.reset();
+    m_loaded = svg;
+    const SvgGuard::Answer answer = svg.isEmpty() ? SvgGuard::Answer() : SvgGuard::check(svg);
     m_memory = answer.memory;
-    return answer.verdict != SvgGuard::Verdict::Refused && renderer.load(answer.drawing);
+    if (answer.verdict != SvgGuard::Verdict::Refused) {
+        renderer.load(answer.drawing);
+        return;
+    }
+    QXmlStreamReader nothing; // of which Qt does not warn
+    renderer.load(&nothing);
 }
 
 void SvgDrawing::install(QSvgRenderer *renderer)
@@ -65,21 +69,16 @@ void SvgDrawing::install(QSvgRenderer *renderer)
 
 bool SvgDrawing::load(const QByteArray &svg)
 {
-    if (!loadGuarded(*m_renderer, svg))
-        return replace({});
-    m_waiting.reset();
+    loadGuarded(*m_renderer, svg);
     install(m_renderer);
     return !m_bounds.isEmpty();
 }
 
 bool SvgDrawing::replace(const QByteArray &svg)
 {
-    m_waiting.reset();
     m_renderer->deleteLater();
-    auto *renderer = new QSvgRenderer(&m_item);
-    loadGuarded(*renderer, svg);
-    install(renderer);
-    return !m_bounds.isEmpty();
+    m_renderer = new QSvgRenderer(&m_item);
+    return load(svg);
 }
 
 void SvgDrawing::loadWhenSeen(const QByteArray &svg, const QRectF &bounds)

@@ -32,14 +32,16 @@ public:
     /// the path of a file.
     static bool isDrawing(const QVariant &data);
 
-    /// Loads a drawing into the renderer. Returns whether it can be shown: whether it is accepted, and larger
-    /// than nothing.
+    /// Loads a drawing into the renderer, which is empty if it is refused. Returns whether it can be shown:
+    /// whether it is accepted, and larger than nothing.
     bool load(const QByteArray &svg);
     /// The same with another renderer. The old one lives until control returns to the event loop.
     bool replace(const QByteArray &svg);
     /// Loads a drawing of which the extent is known when it is painted, or its renderer asked for.
     void loadWhenSeen(const QByteArray &svg, const QRectF &bounds);
 
+    /// Whether this is the drawing that was last loaded, or waits to be.
+    bool holds(const QByteArray &svg) const { return svg == m_waiting.value_or(m_loaded); }
     /// About as many bytes as the loaded drawing takes; 0 without one.
     qint64 memory() const { return m_memory; }
 
@@ -51,13 +53,14 @@ public:
     void paint(const Item &item, QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget);
 
 private:
-    bool loadGuarded(QSvgRenderer &renderer, const QByteArray &svg);
+    void loadGuarded(QSvgRenderer &renderer, const QByteArray &svg);
     void install(QSvgRenderer *renderer);
     void loadWhatWaits();
 
     QGraphicsSvgItem &m_item;
     QSvgRenderer *m_renderer;
     QRectF m_bounds;
+    QByteArray m_loaded;
     std::optional<QByteArray> m_waiting;
     qint64 m_memory = 0;
 };

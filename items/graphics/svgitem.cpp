@@ -248,7 +248,7 @@ QImage SvgItem::ownImage(QRgb fill, double scale)
         getItemWidth() * scale, getItemHeight() * scale, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return image;
-    image.fill(fill);
+    image.fill(qPremultiply(fill));
     QPainter painter(&image);
     const MirrorScope mirrored(*this, painter, image.width(), image.height());
     renderer()->render(&painter, image.rect());

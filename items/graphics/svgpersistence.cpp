@@ -7,7 +7,9 @@ Item *SvgItem::createItemCopy()
     auto copy = copyAs<SvgItem>();
     copy->takeState(m_contents, getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
         getFirstResizeAfterAddedToGroup(), getImageIsInvalid(), getImageHasTransparency());
-    if (!m_contents.isEmpty())
+    if (!m_drawing.holds(m_contents))
+        copy->showLoaded();
+    else if (!m_contents.isEmpty())
         copy->m_drawing.loadWhenSeen(m_contents, boundingRect());
     return copy.release();
 }

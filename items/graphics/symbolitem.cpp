@@ -161,7 +161,9 @@ Item *SymbolItem::createItemCopy()
         getOldTransformCoefficientM32(), getFirstResizeAfterAddedToGroup(), getItemPenColor(), m_fillColor,
         m_singleColor, m_fillBoundingRectangle);
     // Most copies are printed in other colours: only those need to be loaded.
-    if (!m_contents.isEmpty())
+    if (!m_drawing.holds(m_contents))
+        copy->m_drawing.load(m_contents);
+    else if (!m_contents.isEmpty())
         copy->m_drawing.loadWhenSeen(m_contents, boundingRect());
     copy->m_shownWithFill = m_shownWithFill;
     return copy.release();

@@ -108,7 +108,7 @@ public:
     QVariant getItemData() const override { return {}; }
     int getItemDatasourceID() const override { return getDatasourceId(); }
     QString getItemDatasourceField() const override { return getDatasourceField(); }
-    bool isDatasourceConnected() const override { return getDatasourceId() >= 0; }
+    bool isDatasourceConnected() const override { return getDatasourceId() != -1; }
 
     // Item
     [[nodiscard]] Item *createItemCopy() override;

@@ -46,8 +46,9 @@ void SymbolItem::recolor(const QColor &pen, const QColor &fill)
 bool SymbolItem::canWait(bool hasFill) const
 {
     // The same drawing in other colours is as large, and as sound, as the last one: except that colours look
-    // like references to parts of a drawing.
-    return m_shownWithFill == hasFill && !m_original.contains("href") && !m_original.contains("<!ENTITY");
+    // like references to parts of a drawing, and that a text may show their letters.
+    return m_shownWithFill == hasFill && !m_original.contains("href") && !m_original.contains("<!ENTITY")
+        && !m_original.contains("text");
 }
 
 void SymbolItem::showRecolored(bool hasFill)

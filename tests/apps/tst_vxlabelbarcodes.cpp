@@ -96,8 +96,8 @@ void tst_VxLabelBarcodes::inspectsBarcodes()
         labelWith({ barcode(qrCode, u"a text of thirty letters or so"_s, 40, 40),
             barcode(ean, u"590123412345"_s, 100, 40, { { u"itemFillColor"_s, u"#ff0000"_s } }) }));
     const QByteArrayList lines = run({ u"inspect"_s, u"a.vxl"_s }).out.split('\n');
-    QVERIFY(lines[6].endsWith("-    none           QR Code #000000 \"a text of thirty letter…\""));
-    QVERIFY(lines[7].endsWith("-    solid #ff0000  EAN #000000 \"590123412345\""));
+    QVERIFY(lines[7].endsWith("-    none           QR Code #000000 \"a text of thirty letter…\""));
+    QVERIFY(lines[8].endsWith("-    solid #ff0000  EAN #000000 \"590123412345\""));
 
     const ProgramResult json = run({ u"inspect"_s, u"a.vxl"_s, u"--json"_s });
     const QJsonArray items = QJsonDocument::fromJson(json.out)["items"_L1].toArray();

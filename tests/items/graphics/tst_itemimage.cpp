@@ -106,6 +106,7 @@ private Q_SLOTS:
     void oddRectanglesAndScalesGiveNoImage_data();
     void oddRectanglesAndScalesGiveNoImage();
     void hugeImagesAreRefused();
+    void imageOfNoSizeReplacesTheLastOne();
     void noItemGivesNoImage();
 
     // What shows
@@ -266,10 +267,24 @@ void tst_ItemImage::hugeImagesAreRefused()
     const auto render
         = [&](const QRectF &rect) { return imageable.createItemImage(&item, 0U, rect, everything, 1.0); };
     QVERIFY(!render(QRectF(0, 0, 65535, 1)).isNull());
+    QCOMPARE(imageable.getImageSize(), QSize(65535, 1));
     QVERIFY(render(QRectF(0, 0, 65536, 1)).isNull());
     QVERIFY(render(QRectF(0, 0, 1, 1e9)).isNull());
     QVERIFY(render(QRectF(0, 0, 30'000, 30'000)).isNull());
-    QCOMPARE(imageable.getImageSize(), QSize(65535, 1));
+}
+
+// The next pass must not put the last image's block where this one would have been.
+void tst_ItemImage::imageOfNoSizeReplacesTheLastOne()
+{
+    Block item;
+    ImageableItem imageable;
+    QVERIFY(!imageable.createItemImage(&item, whiteGround, QRectF(0, 0, 10, 10), page, 1.0).isNull());
+    QVERIFY(imageable.createItemImage(&item, 0xFF123456U, QRectF(10, 20, 10, 10), page, 0.04).isNull());
+    QCOMPARE(imageable.getImageSize(), QSize(0, 0));
+    QCOMPARE(imageable.getRgbFillColor(), 0xFF123456U);
+    QCOMPARE(imageable.getCalculatedItemPosition(), QPointF(10 * 0.04, 20 * 0.04));
+    QVERIFY(imageable.createItemImage(&item, whiteGround, QRectF(-20, 0, 10, 10), page, 1.0).isNull());
+    QCOMPARE(imageable.getRgbFillColor(), 0xFF123456U); // without a common area nothing changes
 }
 
 void tst_ItemImage::noItemGivesNoImage()

@@ -137,6 +137,16 @@ void tst_SvgDrawing::loadingKeepsTheRenderer()
     QCOMPARE(drawing.renderer(), renderer);
     QCOMPARE(item.renderer(), renderer);
     QCOMPARE(item.boundingRect(), QRectF(0, 0, 20, 10));
+    // Refused by the guard, and nothing at all.
+    const QByteArray deep
+        = "<svg>" + QByteArray("<g>").repeated(600) + QByteArray("</g>").repeated(600) + "</svg>";
+    for (const QByteArray &refused : { deep, QByteArray() }) {
+        QVERIFY(drawing.load(halfFilled(20, 10)));
+        QVERIFY(!drawing.load(refused));
+        QCOMPARE(drawing.renderer(), renderer);
+        QVERIFY(!renderer->isValid());
+        QCOMPARE(drawing.bounds(), QRectF());
+    }
 }
 
 void tst_SvgDrawing::replacingReleasesTheRendererLater()

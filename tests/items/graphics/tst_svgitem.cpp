@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/graphics/emptysvg.h"
 #include "items/graphics/svgitem.h"
+#include "items/graphics/symbolitem.h"
 #include "tests/support/colours.h"
+#include "tests/support/drawings.h"
 #include "tests/support/images.h"
+#include "tests/support/recordingsink.h"
 #include "tests/support/svgtexts.h"
 
 #include <QFile>
@@ -71,6 +74,11 @@ private Q_SLOTS:
     void refusedDrawingsLeaveTheEmptyOne_data();
     void refusedDrawingsLeaveTheEmptyOne();
     void filesAreLoaded();
+    void prefixesOfDataAreRemoved();
+    void drawingsWithLinksAreRefused_data();
+    void drawingsWithLinksAreRefused();
+    void anyNumberConnectsADatasource_data();
+    void anyNumberConnectsADatasource();
     void compressedFilesAreKeptCompressed_data();
     void compressedFilesAreKeptCompressed();
     void unreadableFilesAreRefused_data();
@@ -197,6 +205,72 @@ void tst_SvgItem::filesAreLoaded()
     QVERIFY(!item.getImageHasTransparency());
 }
 
+void tst_SvgItem::prefixesOfDataAreRemoved()
+{
+    for (const QByteArray prefixes : { "#000000", "#12aB9f#000000" }) {
+        SvgItem item;
+        QVERIFY(item.loadItemFromData(prefixes + SvgTexts::redAndBlue));
+        QCOMPARE(contentsOf(item), SvgTexts::redAndBlue);
+    }
+}
+
+void tst_SvgItem::drawingsWithLinksAreRefused_data()
+{
+    QTest::addColumn<QByteArray>("svg");
+    QTest::addColumn<QString>("message");
+    const QString link = u"Unable to load svg, it contains an image link"_s;
+    QTest::newRow("link") << SvgTexts::linked << link;
+    QTest::newRow("compressed link") << Drawings::compressed(SvgTexts::linked) << link;
+    const QByteArray giant = Drawings::embedded(Drawings::blackPng(2, 2))
+                                 .replace("width='20'", "width='600'")
+                                 .replace("height='20'", "height='500'");
+    QTest::newRow("giant picture") << drawing(
+        40, 20, giant) << u"Unable to load svg, it contains a giant embedded image: 600.00 500.00"_s;
+}
+
+// From a file as well as from data, whichever way the item was filled before.
+void tst_SvgItem::drawingsWithLinksAreRefused()
+{
+    QFETCH(QByteArray, svg);
+    QFETCH(QString, message);
+    const QTemporaryDir folder;
+    const QByteArray path = written(folder, svg.startsWith('<') ? u"linked.svg"_s : u"linked.svgz"_s, svg);
+    for (const bool fromFile : { true, false }) {
+        SvgItem item;
+        fill(item);
+        RecordingSink sink;
+        installLogSink(&sink);
+        const bool loaded = fromFile ? item.loadItemFromFile(path) : item.loadItemFromData(svg);
+        installLogSink(nullptr);
+        QVERIFY(!loaded);
+        QVERIFY(item.svgIsInvalid() && item.getImageHasTransparency());
+        QCOMPARE(contentsOf(item), EmptySvg::getEmptySvg());
+        QCOMPARE(sink.records.size(), 1);
+        QCOMPARE(sink.records[0].text, message);
+    }
+}
+
+void tst_SvgItem::anyNumberConnectsADatasource_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<bool>("connected");
+    QTest::newRow("none") << -1 << false;
+    QTest::newRow("first") << 0 << true;
+    QTest::newRow("negative") << -2 << true;
+}
+
+void tst_SvgItem::anyNumberConnectsADatasource()
+{
+    QFETCH(int, id);
+    QFETCH(bool, connected);
+    SvgItem svg;
+    svg.setItemDatasourceID(id);
+    QCOMPARE(svg.isDatasourceConnected(), connected);
+    SymbolItem symbol;
+    symbol.setItemDatasourceID(id);
+    QCOMPARE(symbol.isDatasourceConnected(), connected);
+}
+
 void tst_SvgItem::compressedFilesAreKeptCompressed_data()
 {
     QTest::addColumn<QString>("name");
@@ -230,6 +304,8 @@ void tst_SvgItem::unreadableFilesAreRefused_data()
     QTest::newRow("empty, compressed") << written(folder, u"empty.svgz"_s, {});
     QTest::newRow("prefix in a compressed file")
         << written(folder, u"prefix.svgz"_s, "#000000" + SvgTexts::redAndBlue);
+    QTest::newRow("the same in capitals")
+        << written(folder, u"PREFIX.SVGZ"_s, "#000000" + SvgTexts::redAndBlue);
 }
 
 void tst_SvgItem::unreadableFilesAreRefused()

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void opaqueDrawingPrintsRaw();
+    void rawImageShowsItsGround();
     void rawImageIsMirrored();
     void rawImageOfAStretchedDrawing();
     void transparentDrawingIsComposed();
@@ -72,6 +73,20 @@ void tst_SvgPrinting::opaqueDrawingPrintsRaw()
     QCOMPARE(image.pixel(90, 40), bluePixel);
     // Sides are rounded away from zero at halves: 40 × 0.1125 = 4.5
     QCOMPARE(page1.item->createItemImage(page1.item, greenGround, page, 0.1125).size(), QSize(5, 2));
+}
+
+// Nothing has looked for transparency in data, so they print raw.
+void tst_SvgPrinting::rawImageShowsItsGround()
+{
+    Page open(SvgTexts::halfRed);
+    QCOMPARE(open.item->createItemImage(open.item, greenGround, page, 1.0).pixel(30, 10), greenGround);
+    QVERIFY(open.item->getShouldPrintRaw());
+    // 255, 0 and 0 times 128 / 255
+    const QImage image = open.item->createItemImage(open.item, 0x80FF0000U, page, 1.0);
+    QCOMPARE(reinterpret_cast<const QRgb *>(image.constScanLine(10))[30], 0x80800000U);
+    // A page of exactly the item's place holds it.
+    QVERIFY(!open.item->createItemImage(open.item, greenGround, QRectF(50, 60, 40, 20), 1.0).isNull());
+    QVERIFY(open.item->getShouldPrintRaw());
 }
 
 void tst_SvgPrinting::rawImageIsMirrored()

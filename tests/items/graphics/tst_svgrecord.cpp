@@ -62,6 +62,9 @@ private Q_SLOTS:
     void mapHoldsTheContentsInBase64();
     void mapOverAnotherItemReplacesIt();
     void copiesAreAlike();
+    void copiesOfInvalidItemsAreInvalid();
+    void copiesShowWhatWasSet();
+    void linkedDrawingsOfMapsStay();
 };
 
 void tst_SvgRecord::newItemWritesItsRecord()
@@ -181,6 +184,46 @@ void tst_SvgRecord::copiesAreAlike()
     QCOMPARE(same.boundingRect(), item.boundingRect());
     QCOMPARE(Images::painted(same, canvas), Images::painted(item, canvas));
     QCOMPARE(Images::painted(same, canvas).pixel(10, 10), Colours::bluePixel);
+}
+
+void tst_SvgRecord::copiesOfInvalidItemsAreInvalid()
+{
+    SvgItem item;
+    QVERIFY(item.loadItemFromData(SvgTexts::redAndBlue));
+    item.setImageIsInvalid(true);
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    QVERIFY(dynamic_cast<SvgItem &>(*copy).svgIsInvalid());
+}
+
+// What was only set is shown by copies, at once in its own extent.
+void tst_SvgRecord::copiesShowWhatWasSet()
+{
+    SvgItem item;
+    QVERIFY(item.loadItemFromData(SvgTexts::redAndBlue));
+    item.setSvgContents(SvgTexts::drawing(10, 12, "<g/>").toBase64());
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 20));
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    QCOMPARE(dynamic_cast<SvgItem &>(*copy).boundingRect(), QRectF(0, 0, 10, 12));
+
+    item.setSvgContents(("<svg>" + QByteArray("<g>").repeated(600)).toBase64());
+    const std::unique_ptr<Item> refused(item.createItemCopy());
+    QVERIFY(dynamic_cast<SvgItem &>(*refused).svgIsInvalid());
+}
+
+void tst_SvgRecord::linkedDrawingsOfMapsStay()
+{
+    SvgItem item;
+    QVERIFY(item.loadItemFromData(SvgTexts::redAndBlue));
+    QVariantMap map = item.saveItemToJSON();
+    map.insert(u"svgContents"_s, SvgTexts::linked.toBase64());
+    SvgItem again;
+    again.loadItemFromJSON(map, 6);
+    QVERIFY(!again.svgIsInvalid());
+    QCOMPARE(contentsOf(again), SvgTexts::linked);
+    QCOMPARE(again.boundingRect(), QRectF(0, 0, 30, 10));
+    map.insert(u"svgIsInvalid"_s, true);
+    again.loadItemFromJSON(map, 6);
+    QVERIFY(again.svgIsInvalid());
 }
 
 QTEST_MAIN(tst_SvgRecord)

@@ -65,6 +65,8 @@ private Q_SLOTS:
     void mirrorsAndSelectionArePainted();
     void opaqueAreaNeedsAFill();
     void copiesAreLikeTheirOriginal();
+    void recolouredTextsHaveTheirExtent();
+    void copiesShowWhatWasReplaced();
     void copyOfPrivateProperties();
 };
 
@@ -457,6 +459,34 @@ void tst_SymbolItem::copiesAreLikeTheirOriginal()
     copy.setItemFillColor(transparent);
     QCOMPARE(halvesOf(copy), QList<QRgb>({ redPixel, whitePixel }));
     QCOMPARE(halvesOf(item), QList<QRgb>({ redPixel, bluePixel }));
+}
+
+// A text may show the letters of a colour, which are wide or narrow.
+void tst_SymbolItem::recolouredTextsHaveTheirExtent()
+{
+    SymbolItem item;
+    QVERIFY(item.loadItemFromData("<svg><text y=\"20\">:#000000</text></svg>"));
+    QSet<int> widths;
+    for (const QColor &pen :
+        { QColor(0x11, 0x11, 0x11), QColor(0xDD, 0xDD, 0xDD), QColor(0x11, 0x1D, 0xDD) }) {
+        item.setItemPenColor(pen);
+        const QSize extent = QSvgRenderer(item.getSvgContents()).defaultSize();
+        QCOMPARE(item.boundingRect(), QRectF(QPointF(0, 0), extent));
+        widths.insert(extent.width());
+    }
+    QVERIFY(widths.size() > 1);
+}
+
+void tst_SymbolItem::copiesShowWhatWasReplaced()
+{
+    SymbolItem item;
+    QVERIFY(item.loadItemFromData(halves));
+    item.setSvgContentsOriginal(
+        QByteArray(Symbols::root + "width=\"10\" height=\"12\"><g/></svg>").toBase64());
+    item.replacePenFillColors(red, blue, true); // which does not show it
+    QCOMPARE(item.boundingRect(), QRectF(0, 0, 40, 20));
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    QCOMPARE(dynamic_cast<SymbolItem &>(*copy).boundingRect(), QRectF(0, 0, 10, 12));
 }
 
 void tst_SymbolItem::copyOfPrivateProperties()
