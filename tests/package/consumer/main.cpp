@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/barcode/barcodeitem.h"
 #include "items/core/classfactory.h"
+#include "items/graphics/pixmapitem.h"
+#include "items/graphics/svgitem.h"
+#include "items/graphics/symbolitem.h"
 #include "items/shapes/rectangleitem.h"
 #ifdef HOST_HAS_LOGGER
 #include "platform/logging/cutemessagelogger.h"
@@ -52,6 +55,24 @@ void checkBarcode()
     check(barcode != nullptr && !barcode->getBarcodeText().isEmpty(), "a copy has a text of its own");
 }
 
+/// The classes whose bases are items of Qt's SVG library, which a consumer gets with ours.
+void checkGraphics()
+{
+    const QByteArray drawing = "<svg width=\"30\" height=\"20\"><rect width=\"9\" height=\"9\"/></svg>";
+    SvgItem svg;
+    check(svg.loadItemFromData(drawing), "a drawing is loaded");
+    check(svg.boundingRect() == QRectF(0, 0, 30, 20), "a drawing has its size");
+    SymbolItem symbol;
+    check(symbol.loadItemFromData(drawing), "a symbol is loaded");
+    symbol.setItemPenColor(Qt::red);
+    check(symbol.getSvgContents().contains("#FF0000"), "a symbol takes a colour");
+    QPixmap pixels(3, 2);
+    pixels.fill(Qt::red);
+    PixMapItem picture;
+    picture.pixmapImportActions(pixels);
+    check(picture.pixmap().size() == QSize(3, 2), "a picture has its pixels");
+}
+
 #ifdef HOST_HAS_LOGGER
 void checkHostLogger()
 {
@@ -68,6 +89,7 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     checkRectangle();
     checkBarcode();
+    checkGraphics();
 #ifdef HOST_HAS_LOGGER
     checkHostLogger();
 #endif
