@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace Colours;
 using Images::imageOf;
@@ -62,6 +64,8 @@ private Q_SLOTS:
 
     // Placing
     void imageIsPlaced();
+    void imageOfOneBitPerPixelIsPlacedInItsColours_data();
+    void imageOfOneBitPerPixelIsPlacedInItsColours();
     void placedImageIsReleasedOnlyIfTold_data();
     void placedImageIsReleasedOnlyIfTold();
     void blockTakesThePlaceOfAMissingImage_data();
@@ -239,6 +243,51 @@ void tst_ImageableItem::imageIsPlaced()
     QCOMPARE(placed->flags(), QGraphicsItem::ItemStacksBehindParent);
     QCOMPARE(placed->pixmap().toImage().pixel(0, 0), redPixel);
     QCOMPARE(placed->pixmap().toImage().pixel(1, 0), bluePixel);
+}
+
+void tst_ImageableItem::imageOfOneBitPerPixelIsPlacedInItsColours_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<QList<QRgb>>("colours");
+    for (const auto &[bits, format] :
+        { std::pair("first bit left", QImage::Format_Mono), { "first bit right", QImage::Format_MonoLSB } }) {
+        QTest::addRow("%s, black and white", bits) << format << QList<QRgb> { blackPixel, whitePixel };
+        QTest::addRow("%s, white and black", bits) << format << QList<QRgb> { whitePixel, blackPixel };
+        QTest::addRow("%s, an ink on nothing", bits) << format << QList<QRgb> { clearPixel, redPixel };
+    }
+}
+
+void tst_ImageableItem::imageOfOneBitPerPixelIsPlacedInItsColours()
+{
+    QFETCH(const QImage::Format, format);
+    QFETCH(const QList<QRgb>, colours);
+    // One more than a byte holds.
+    constexpr QSize size(9, 2);
+    const QList<QPoint> ones { { 0, 0 }, { 6, 0 }, { 8, 0 }, { 1, 1 } };
+    QImage image(size, format);
+    image.setColorTable(colours);
+    image.fill(0);
+    // Nothing of a clear pixel shows.
+    QImage expected = Images::pictureOf(size, {});
+    const auto seen = [&](int bit) { return qAlpha(colours[bit]) ? colours[bit] : whitePixel; };
+    expected.fill(seen(0));
+    for (const QPoint &place : ones) {
+        image.setPixel(place, 1);
+        expected.setPixel(place, seen(1));
+    }
+    ImageableItem imageable;
+    imageable.setItemImageList({ image }, false);
+    QGraphicsScene scene;
+    QVERIFY(imageable.addItemImageToScene(&scene, 0.0, 0));
+    QImage printed = Images::pictureOf(size, {});
+    {
+        QPainter painter(&printed);
+        scene.render(&painter, printed.rect(), printed.rect());
+    }
+    const QString difference = Images::difference(printed, expected, u"bits"_s);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    // What is handed over to the next pass is still of one bit.
+    QCOMPARE(imageable.getListOfMonoImages()[0].format(), format);
 }
 
 void tst_ImageableItem::placedImageIsReleasedOnlyIfTold_data()

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/graphics/imageableitem.h"
-#include "items/shapes/rectangleitem.h"
-#include "items/text/simpletextitem.h"
 #include "tests/support/block.h"
+#include "tests/support/boxes.h"
 #include "tests/support/colours.h"
-#include "tests/support/fillableshape.h"
 #include "tests/support/images.h"
-#include "tests/support/oddnumbers.h"
 #include "tests/support/standins.h"
 
 #include <QGraphicsItemGroup>
@@ -17,65 +14,17 @@
 #include <QTest>
 
 #include <limits>
-#include <memory>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
+using Boxes::addBox;
+using Boxes::addContainer;
 
 namespace {
 
 constexpr unsigned int whiteGround = 0xFFFFFFFFU;
 const QRectF page(0, 0, 100, 100);
-
-/// A rectangle of one colour without outline, which stacks like the items of the library.
-QGraphicsRectItem *addBox(QGraphicsScene &scene, const QRectF &rect, const QColor &colour, double z)
-{
-    auto *box = new QGraphicsRectItem(rect);
-    box->setPen(Qt::NoPen);
-    box->setBrush(colour);
-    box->setZValue(z);
-    box->setFlags(QGraphicsItem::ItemStacksBehindParent | QGraphicsItem::ItemIsSelectable
-        | QGraphicsItem::ItemIsFocusable);
-    scene.addItem(box);
-    return box;
-}
-
-/// A parent that stacks like the containers of the library.
-ParentStandIn *addContainer(QGraphicsScene &scene, MobraTypes::ShapeType shape)
-{
-    auto *container = new ParentStandIn(shape);
-    container->setFlag(QGraphicsItem::ItemStacksBehindParent);
-    scene.addItem(container);
-    return container;
-}
-
-/// A gradient that is laid down in two inks. Its print image is a single black dot.
-FillableShape *addGradient(QGraphicsScene &scene, const QPointF &position)
-{
-    auto *gradient = new FillableShape;
-    gradient->setFlag(QGraphicsItem::ItemStacksBehindParent);
-    gradient->setItemPenStyle(Qt::NoPen);
-    gradient->setItemFillColor(red);
-    gradient->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    gradient->setItemPalette({ red, yellow });
-    gradient->setPos(position);
-    gradient->setZValue(1);
-    scene.addItem(gradient);
-    return gradient;
-}
-
-/// The rectangle around all pixels that are not white.
-QRect boundsOfContent(const QImage &image)
-{
-    QRect bounds;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != whitePixel)
-                bounds |= QRect(x, y, 1, 1);
-        }
-    }
-    return bounds;
-}
 
 QString orderOf(const QGraphicsScene &scene)
 {
@@ -98,9 +47,12 @@ private Q_SLOTS:
     // Size and place
     void imageCoversWholeUnits_data();
     void imageCoversWholeUnits();
+    void contentIsScaledAlikeInBothDirections_data();
+    void contentIsScaledAlikeInBothDirections();
     void emptyIntersectionChangesNothing_data();
     void emptyIntersectionChangesNothing();
     void invalidContentIsNotRendered();
+    void invalidContentIsRenderedInAGivenRectangle();
     void groundIsTheFillColour_data();
     void groundIsTheFillColour();
     void oddRectanglesAndScalesGiveNoImage_data();
@@ -115,6 +67,8 @@ private Q_SLOTS:
     void neighboursAboveAndBesideAreLeftOut();
     void firstNeighbourThatIsNotBelowEndsTheWalk();
     void neighbourOutsideThePrintRectangleStaysWhereItIs();
+    void neighbourInTheLastUnitShowsOnlyBeneathTheItem_data();
+    void neighbourInTheLastUnitShowsOnlyBeneathTheItem();
     void itemIsPaintedLast();
     void membersOfContainersShowWhereTheyLie_data();
     void membersOfContainersShowWhereTheyLie();
@@ -123,9 +77,6 @@ private Q_SLOTS:
     void hiddenNeighbourDoesNotShow();
     void selectionFramesDoNotShow();
     void itemWithoutSceneIsRenderedAlone();
-    void gradientShowsInItsInks();
-    void gradientInTurnedContainerLiesWhereItLies();
-    void renderingOfATextIsShiftedByItsPads();
 
     // What stays
     void orderOfEqualNeighboursStays();
@@ -150,6 +101,8 @@ void tst_ItemImage::imageCoversWholeUnits_data()
     // 11 columns: 27.5 dots.
     QTest::newRow("from 0.2 to 10.1")
         << QRectF(0.2, 0, 9.9, 4) << wide << 2.5 << QSize(28, 10) << QPointF(0, 0);
+    QTest::newRow("between two dots")
+        << QRectF(3, -5, 4, 4) << wide << 2.5 << QSize(10, 10) << QPointF(7.5, -12.5);
     QTest::newRow("negative") << QRectF(-3.5, -0.5, 2, 1) << wide << 2.0 << QSize(6, 4) << QPointF(-8, -2);
     QTest::newRow("cut by the print rectangle")
         << QRectF(0, 0, 50, 50) << QRectF(10, 20, 100, 10) << 0.5 << QSize(20, 5) << QPointF(5, 10);
@@ -172,6 +125,36 @@ void tst_ItemImage::imageCoversWholeUnits()
     QCOMPARE(imageable.getImageSize(), size);
     QCOMPARE(imageable.getCalculatedItemPosition(), position);
     QCOMPARE(imageable.getRgbFillColor(), 0xFF123456U);
+}
+
+void tst_ItemImage::contentIsScaledAlikeInBothDirections_data()
+{
+    QTest::addColumn<QRectF>("itemRect");
+    QTest::addColumn<QRectF>("neighbour");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRect>("seen");
+    // 11 units give 28 dots, half a dot more than they need. The edge at 9.7 lies at 24.25 dots, and would
+    // lie at 24.7, beyond the middle of the next dot, if the content were stretched over all of them.
+    QTest::newRow("wide") << QRectF(0, 0, 11, 4) << QRectF(0, 0, 9.7, 4) << QSize(28, 10)
+                          << QRect(0, 0, 24, 10);
+    QTest::newRow("high") << QRectF(0, 0, 4, 11) << QRectF(0, 0, 4, 9.7) << QSize(10, 28)
+                          << QRect(0, 0, 10, 24);
+}
+
+void tst_ItemImage::contentIsScaledAlikeInBothDirections()
+{
+    QFETCH(const QRectF, itemRect);
+    QFETCH(const QRectF, neighbour);
+    QFETCH(const QSize, size);
+    QFETCH(const QRect, seen);
+    QGraphicsScene scene;
+    addBox(scene, neighbour, blue, 1);
+    QGraphicsRectItem *item = addBox(scene, itemRect, transparent, 2);
+    ImageableItem imageable;
+    const QImage image = imageable.createItemImage(item, whiteGround, page, 2.5);
+    const QString difference
+        = Images::difference(image, Images::pictureOf(size, { { seen, blue } }), u"scaled"_s);
+    QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
 void tst_ItemImage::emptyIntersectionChangesNothing_data()
@@ -206,6 +189,17 @@ void tst_ItemImage::invalidContentIsNotRendered()
     QVERIFY(imageable.createItemImage(item, whiteGround, page, 1.0).isNull());
     imageable.setImageIsInvalid(false);
     QCOMPARE(imageable.createItemImage(item, whiteGround, page, 1.0).pixel(5, 5), redPixel);
+}
+
+void tst_ItemImage::invalidContentIsRenderedInAGivenRectangle()
+{
+    QGraphicsScene scene;
+    QGraphicsRectItem *item = addBox(scene, QRectF(0, 0, 10, 10), red, 0);
+    ImageableItem imageable;
+    imageable.setImageIsInvalid(true);
+    const QImage image = imageable.createItemImage(item, whiteGround, QRectF(5, 0, 10, 10), page, 1.0);
+    QCOMPARE(image, Images::pictureOf(QSize(10, 10), { { QRect(0, 0, 5, 10), red } }));
+    QVERIFY(imageable.getImageIsInvalid());
 }
 
 void tst_ItemImage::groundIsTheFillColour_data()
@@ -362,6 +356,36 @@ void tst_ItemImage::neighbourOutsideThePrintRectangleStaysWhereItIs()
     QCOMPARE(outside->scene(), &scene);
 }
 
+void tst_ItemImage::neighbourInTheLastUnitShowsOnlyBeneathTheItem_data()
+{
+    QTest::addColumn<QRectF>("itemRect");
+    QTest::addColumn<QRectF>("printRect");
+    QTest::addColumn<double>("left");
+    QTest::addColumn<bool>("shows");
+    const QRectF cut(0, 0, 10.1, 10);
+    for (const auto &[name, left, shows] :
+        { std::tuple("beneath", 10.05, true), { "beside", 10.4, false } }) {
+        QTest::addRow("%s the item", name) << cut << page << left << shows;
+        QTest::addRow("%s the part that prints", name) << page << cut << left << shows;
+    }
+}
+
+// The image reaches up to the next whole unit, what is beneath the item only to its edge.
+void tst_ItemImage::neighbourInTheLastUnitShowsOnlyBeneathTheItem()
+{
+    QFETCH(const QRectF, itemRect);
+    QFETCH(const QRectF, printRect);
+    QFETCH(const double, left);
+    QFETCH(const bool, shows);
+    QGraphicsScene scene;
+    addBox(scene, QRectF(QPointF(left, 0), QPointF(10.9, 10)), blue, 1);
+    QGraphicsRectItem *item = addBox(scene, itemRect, transparent, 2);
+    ImageableItem imageable;
+    const QImage image = imageable.createItemImage(item, whiteGround, printRect, 1.0);
+    const QRect column(10, 0, 1, 10);
+    QCOMPARE(image, Images::pictureOf(QSize(11, 10), { { column, shows ? blue : white } }));
+}
+
 void tst_ItemImage::itemIsPaintedLast()
 {
     QGraphicsScene scene;
@@ -467,60 +491,6 @@ void tst_ItemImage::itemWithoutSceneIsRenderedAlone()
     QCOMPARE(image.size(), QSize(20, 20));
     QCOMPARE(Images::coloursOf(image), QSet<QRgb> { redPixel });
     QCOMPARE(imageable.getCalculatedItemPosition(), QPointF(14, 6));
-}
-
-void tst_ItemImage::gradientShowsInItsInks()
-{
-    QGraphicsScene scene;
-    FillableShape *gradient = addGradient(scene, QPointF(3, 4));
-    QGraphicsRectItem *item = addBox(scene, QRectF(0, 0, 20, 20), transparent, 2);
-    ImageableItem imageable;
-    const QImage image = imageable.createItemImage(item, whiteGround, page, 1.0);
-    // The palette makes the dot red.
-    QCOMPARE(image, Images::pictureOf(QSize(20, 20), { { QRect(3, 4, 1, 1), red } }));
-    QCOMPARE(gradient->scene(), &scene);
-    QCOMPARE(gradient->getItemFillColor(), red);
-
-    gradient->setItemPalette({});
-    QVERIFY(imageable.createItemImage(item, whiteGround, page, 1.0) != image);
-}
-
-void tst_ItemImage::gradientInTurnedContainerLiesWhereItLies()
-{
-    QGraphicsScene scene;
-    ParentStandIn *container = addContainer(scene, MobraTypes::LayerShape);
-    container->setRotation(90);
-    container->setPos(50, 0);
-    addGradient(scene, QPointF(10, 20))->setParentItem(container);
-    QGraphicsRectItem *item = addBox(scene, QRectF(0, 0, 40, 40), transparent, 2);
-    ImageableItem imageable;
-    const QImage image = imageable.createItemImage(item, whiteGround, page, 1.0);
-    // The dot from (10, 20) to (11, 21) of the layer.
-    QCOMPARE(image, Images::pictureOf(QSize(40, 40), { { QRect(29, 10, 1, 1), red } }));
-}
-
-void tst_ItemImage::renderingOfATextIsShiftedByItsPads()
-{
-    QGraphicsScene scene;
-    auto *text = new SimpleTextItem;
-    text->setItemText(u"x"_s);
-    text->setItemFillColor(red);
-    text->setItemPenColor(red);
-    text->setItemPenWidth(6);
-    text->setItemBrushStyle(MobraTypes::BrushLinearGradient);
-    text->setItemPalette({ red, yellow });
-    text->setPos(20, 20);
-    text->setZValue(1);
-    scene.addItem(text);
-    QGraphicsRectItem *item = addBox(scene, QRectF(0, 0, 90, 90), transparent, 2);
-    ImageableItem imageable;
-    const QImage image = imageable.createItemImage(item, whiteGround, page, 1.0);
-    QVERIFY(Images::coloursOf(image) == (QSet<QRgb> { redPixel, yellowPixel, whitePixel }));
-
-    // The outline of six units lies outside the text, whose corner is at (20, 20).
-    const QRect seen = boundsOfContent(image);
-    QCOMPARE(seen.topLeft(), QPoint(14, 14));
-    QCOMPARE(seen.size(), text->getItemSize().toSize() + QSize(12, 12));
 }
 
 // What stays

@@ -9,7 +9,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
+#include <algorithm>
+#include <cmath>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 using namespace Colours;
@@ -52,6 +54,7 @@ private Q_SLOTS:
     void bitmapFilesOf32BitsAreRefused();
     void largePictureIsMadeSmaller_data();
     void largePictureIsMadeSmaller();
+    void columnsOfALargePictureMerge();
     void transparencyIsLookedFor_data();
     void transparencyIsLookedFor();
     void refusedFileChangesNothing();
@@ -62,6 +65,8 @@ private Q_SLOTS:
     // Reloading
     void reloadedPictureFillsTheFrame();
     void reloadedPictureFillsTheTurnedFrame();
+    void reloadedTurnedPictureKeepsItsPlace_data();
+    void reloadedTurnedPictureKeepsItsPlace();
     void failedReloadLeavesABlankOfTheSameSize_data();
     void failedReloadLeavesABlankOfTheSameSize();
     void goodReloadAfterAFailedOne();
@@ -78,6 +83,9 @@ private Q_SLOTS:
     void resizingToTheSameSizeChangesNothing();
     void rotationTurnsAboutTheCentreOfThePixels();
     void resizingATurnedPictureKeepsItsPlace();
+    void firstResizeInAGroupTakesTheWholeTranslation_data();
+    void firstResizeInAGroupTakesTheWholeTranslation();
+    void reloadInAGroupTakesTheWholeTranslation();
     void rotationIsNormalised();
 
     // Datasource
@@ -148,7 +156,8 @@ void tst_PixMapItem::largePictureIsMadeSmaller_data()
     QTest::newRow("high") << QSize(100, 20'000) << QSize(69, 13'824);
     QTest::newRow("at the limit") << QSize(13'824, 50) << QSize(13'824, 50);
     QTest::newRow("one more") << QSize(13'825, 50) << QSize(13'824, 49);
-    QTest::newRow("a line of pixels") << QSize(1, 20'000) << QSize(1, 13'824);
+    QTest::newRow("a column of pixels") << QSize(1, 20'000) << QSize(1, 13'824);
+    QTest::newRow("a line of pixels") << QSize(20'000, 1) << QSize(13'824, 1);
     QTest::newRow("square") << QSize(40, 40) << QSize(40, 40);
     QTest::newRow("one pixel") << QSize(1, 1) << QSize(1, 1);
 }
@@ -162,6 +171,29 @@ void tst_PixMapItem::largePictureIsMadeSmaller()
     QVERIFY(item.loadItemFromFile(written(m_folder, u"large.png"_s, encoded(image, "PNG"))));
     QCOMPARE(item.pixmap().size(), expected);
     QCOMPARE(item.getItemSize(), QSizeF(expected));
+}
+
+void tst_PixMapItem::columnsOfALargePictureMerge()
+{
+    QImage image(20'000, 100, QImage::Format_Grayscale8);
+    for (int y = 0; y < image.height(); ++y) {
+        uchar *row = image.scanLine(y);
+        for (int x = 0; x < image.width(); ++x)
+            row[x] = x % 2 ? 255 : 0;
+    }
+    PixMapItem item;
+    QVERIFY(item.loadItemFromFile(written(m_folder, u"columns.png"_s, encoded(image, "PNG"))));
+    const QImage merged = item.pixmap().toImage().convertToFormat(QImage::Format_Grayscale8);
+    QCOMPARE(merged.size(), QSize(13'824, 69));
+    // A pixel covers 20,000 / 13,824 = 1.4468 columns. The one that it covers least of gives it at least
+    // 0.4468 / 1.4468 of its grey: 78.7 of 255. Fixed point arithmetic may be off by a few.
+    constexpr int least = 74;
+    const uchar *row = merged.constScanLine(merged.height() / 2);
+    const auto [darkest, lightest] = std::minmax_element(row, row + merged.width());
+    QVERIFY2(*darkest >= least, qPrintable(QString::number(*darkest)));
+    QVERIFY2(*lightest <= 255 - least, qPrintable(QString::number(*lightest)));
+    const double average = double(std::accumulate(row, row + merged.width(), 0)) / merged.width();
+    QVERIFY2(std::abs(average - 127.5) <= 2, qPrintable(QString::number(average)));
 }
 
 void tst_PixMapItem::transparencyIsLookedFor_data()
@@ -267,6 +299,37 @@ void tst_PixMapItem::reloadedPictureFillsTheTurnedFrame()
     const QSizeF after = item.sceneBoundingRect().size();
     QVERIFY(std::abs(before.width() - 100) < 1e-9 && std::abs(before.height() - 200) < 1e-9);
     QVERIFY(std::abs(after.width() - 100) < 1e-9 && std::abs(after.height() - 200) < 1e-9);
+}
+
+void tst_PixMapItem::reloadedTurnedPictureKeepsItsPlace_data()
+{
+    QTest::addColumn<double>("degrees");
+    QTest::addColumn<QString>("file");
+    const QString other = u"other.png"_s;
+    QVERIFY(!written(m_folder, other, encoded(plain({ 20, 24 }, blue), "PNG")).isEmpty());
+    const QString same = u"same.png"_s;
+    QVERIFY(!written(m_folder, same, encoded(plain({ 100, 50 }, blue), "PNG")).isEmpty());
+    for (const double degrees : { 30.0, 90.0, 180.0, 305.0 }) {
+        QTest::addRow("another size at %g", degrees) << degrees << other;
+        QTest::addRow("the same size at %g", degrees) << degrees << same;
+        QTest::addRow("no picture at %g", degrees) << degrees << u"missing.png"_s;
+    }
+}
+
+void tst_PixMapItem::reloadedTurnedPictureKeepsItsPlace()
+{
+    QFETCH(const double, degrees);
+    QFETCH(const QString, file);
+    PixMapItem item;
+    item.pixmapImportActions(pixmapOf({ 100, 50 }));
+    item.setPos(7, 9);
+    item.setItemRotation(degrees);
+    item.setItemSize(QSizeF(200, 120));
+    const QPointF corner = item.mapToScene(0, 0);
+    const QRectF bounds = item.sceneBoundingRect();
+    QVERIFY(item.reloadItemFromFile(m_folder.filePath(file).toUtf8()));
+    QVERIFY((item.mapToScene(0, 0) - corner).manhattanLength() < 1e-9);
+    compareRects(item.sceneBoundingRect(), bounds);
 }
 
 void tst_PixMapItem::failedReloadLeavesABlankOfTheSameSize_data()
@@ -446,6 +509,45 @@ void tst_PixMapItem::resizingATurnedPictureKeepsItsPlace()
     const QLineF side(item.mapToScene(0, 0), item.mapToScene(40, 0));
     QVERIFY(std::abs(side.length() - 80) < 1e-9);
     QVERIFY(std::abs(side.angleTo(QLineF(0, 0, 1, 0)) - 30) < 1e-9);
+}
+
+void tst_PixMapItem::firstResizeInAGroupTakesTheWholeTranslation_data()
+{
+    Resizing::addRows();
+}
+
+void tst_PixMapItem::firstResizeInAGroupTakesTheWholeTranslation()
+{
+    QFETCH(const int, parameters);
+    PixMapItem item;
+    item.pixmapImportActions(pixmapOf({ 40, 20 }));
+    item.setPos(100, 100);
+    item.setItemRotation(90);
+    item.itemWasJustAddedToGroup();
+    QVERIFY(Resizing::resize(item, parameters, QSizeF(80, 60)));
+    // About (20, 10): (x, y), twice as wide and three times as high, lies at (30 - 3y, 2x - 10).
+    compareRects(QRectF(item.pos(), QSizeF(1, 1)), QRectF(70, 110, 1, 1));
+    compareRects(item.sceneBoundingRect(), QRectF(40, 100, 60, 80));
+    QVERIFY(!item.getFirstResizeAfterAddedToGroup());
+
+    // The next one keeps the place.
+    QVERIFY(Resizing::resize(item, parameters, QSizeF(40, 20)));
+    compareRects(item.sceneBoundingRect(), QRectF(80, 100, 20, 40));
+}
+
+void tst_PixMapItem::reloadInAGroupTakesTheWholeTranslation()
+{
+    PixMapItem item;
+    item.pixmapImportActions(pixmapOf({ 40, 20 }));
+    item.setPos(100, 100);
+    item.setItemRotation(90);
+    item.itemWasJustAddedToGroup();
+    QVERIFY(
+        item.reloadItemFromFile(written(m_folder, u"group.png"_s, encoded(plain({ 10, 10 }, blue), "PNG"))));
+    // About (5, 5), four times as wide and twice as high: (10 - 2y, 4x).
+    compareRects(QRectF(item.pos(), QSizeF(1, 1)), QRectF(90, 100, 1, 1));
+    compareRects(item.sceneBoundingRect(), QRectF(80, 100, 20, 40));
+    QVERIFY(!item.getFirstResizeAfterAddedToGroup());
 }
 
 void tst_PixMapItem::rotationIsNormalised()

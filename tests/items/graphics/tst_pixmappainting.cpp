@@ -243,8 +243,12 @@ void tst_PixmapPainting::otherPlacesCanBeRendered()
 {
     PixMapItem item;
     item.pixmapImportActions(QPixmap::fromImage(Pictures::plain({ 10, 10 }, red)));
-    const QImage image = item.createItemImage(&item, whiteGround, QRectF(5, 0, 10, 10), page, 1.0);
-    QCOMPARE(image, Images::pictureOf({ 10, 10 }, { { QRect(0, 0, 5, 10), red } }));
+    // Only the item's own place is left empty for one that is invalid.
+    for (const bool invalid : { false, true }) {
+        item.setImageIsInvalid(invalid);
+        const QImage image = item.createItemImage(&item, whiteGround, QRectF(5, 0, 10, 10), page, 1.0);
+        QCOMPARE(image, Images::pictureOf({ 10, 10 }, { { QRect(0, 0, 5, 10), red } }));
+    }
 }
 
 void tst_PixmapPainting::hostsDriveItByTheMixin()

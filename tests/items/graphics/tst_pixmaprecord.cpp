@@ -34,15 +34,14 @@ const QByteArray redPng = fromHexText("89504E470D0A1A0A"
                                       "00000000 49454E44 AE426082");
 
 /// The record of a picture with the given fields of its own, and those of all items changed.
-QByteArray changedRecord()
+QByteArray changedRecord(const char *transparencyAndFirstResize = "01 01")
 {
     constexpr int commonBytes = 158;
     constexpr int fieldBytes = 18;
     return fromHexText("00000001") + redPng
         + fromHexText("4025000000000000" // old m31 10.5
-                      "C008000000000000" // old m32 -3
-                      "01" // transparency
-                      "01") // first resize in a group
+                      "C008000000000000") // old m32 -3
+        + fromHexText(transparencyAndFirstResize) // one byte each
         + fromHexText(RectangleRecords::changedRectangle).first(commonBytes + fieldBytes);
 }
 
@@ -90,6 +89,8 @@ private Q_SLOTS:
     // The record
     void newRecordHas180Bytes();
     void changedRecordIsReadFieldByField();
+    void transparencyComesBeforeTheFirstResize_data();
+    void transparencyComesBeforeTheFirstResize();
     void recordOfAnOlderVersionHasNoMirrors();
     void recordRoundTrip();
     void pictureBeyondTheLimitsIsCorrupt();
@@ -108,6 +109,8 @@ private Q_SLOTS:
     void copyHasEverything();
     void copyOfAnInvalidItemIsInvalid();
     void privatePropertiesAreCopied();
+    void privateFlagsAreToldApart_data();
+    void privateFlagsAreToldApart();
 };
 
 // The record
@@ -142,6 +145,32 @@ void tst_PixmapRecord::changedRecordIsReadFieldByField()
     // Behind the picture, which another version of Qt may pack otherwise, the same bytes are written.
     const QByteArray behind = changedRecord().sliced(4 + redPng.size());
     QCOMPARE(toHexText(ItemRecords::saved(item).last(behind.size())), toHexText(behind));
+}
+
+void tst_PixmapRecord::transparencyComesBeforeTheFirstResize_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("transparency");
+    QTest::addColumn<bool>("firstResize");
+    QTest::newRow("transparent") << QByteArray("01 00") << true << false;
+    QTest::newRow("just joined a group") << QByteArray("00 01") << false << true;
+}
+
+void tst_PixmapRecord::transparencyComesBeforeTheFirstResize()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const bool, transparency);
+    QFETCH(const bool, firstResize);
+    const QByteArray record = changedRecord(bytes.constData());
+    PixMapItem item;
+    QCOMPARE(ItemRecords::load(item, record), QDataStream::Ok);
+    QCOMPARE(item.getImageHasTransparency(), transparency);
+    QCOMPARE(item.getFirstResizeAfterAddedToGroup(), firstResize);
+
+    const qsizetype behindPicture = record.size() - 4 - redPng.size();
+    constexpr int place = 16; // behind the two coefficients
+    const QByteArray saved = ItemRecords::saved(item).last(behindPicture).sliced(place, 2);
+    QCOMPARE(toHexText(saved), toHexText(fromHexText(bytes.constData())));
 }
 
 void tst_PixmapRecord::recordOfAnOlderVersionHasNoMirrors()
@@ -330,6 +359,29 @@ void tst_PixmapRecord::privatePropertiesAreCopied()
     item.copyPrivatePropeties(45.0, QSizeF(7, 8), 2.0, 3.0, true, 5, u"Field"_s);
     QCOMPARE(item.getItemSize(), QSizeF(7, 8));
     QCOMPARE(item.getItemRotation(), 45.0);
+}
+
+void tst_PixmapRecord::privateFlagsAreToldApart_data()
+{
+    QTest::addColumn<bool>("firstResize");
+    QTest::addColumn<bool>("transparency");
+    QTest::newRow("first resize") << true << false;
+    QTest::newRow("transparency") << false << true;
+}
+
+void tst_PixmapRecord::privateFlagsAreToldApart()
+{
+    QFETCH(const bool, firstResize);
+    QFETCH(const bool, transparency);
+    PixMapItem item;
+    item.copyPrivatePropeties(1.5, -2.5, firstResize, transparency);
+    QCOMPARE(item.getFirstResizeAfterAddedToGroup(), firstResize);
+    QCOMPARE(item.getImageHasTransparency(), transparency);
+
+    const std::unique_ptr<Item> copy(item.createItemCopy());
+    const auto &picture = dynamic_cast<const PixMapItem &>(*copy);
+    QCOMPARE(picture.getFirstResizeAfterAddedToGroup(), firstResize);
+    QCOMPARE(picture.getImageHasTransparency(), transparency);
 }
 
 QTEST_MAIN(tst_PixmapRecord)
