@@ -89,6 +89,9 @@ inline constexpr qsizetype MaxWordLength = 20'000;
 inline constexpr double MaxGeometry = 1e7;
 /// The widest pen handed to the painter: a dashed pen of unbounded width never finishes.
 inline constexpr double MaxPenWidth = 1e4;
+/// The levels in which items lie within one another, layers and groups included. Qt's scene goes through them
+/// by recursion, and building a tree takes quadratic time.
+inline constexpr int MaxNesting = 64;
 /// The smallest divisor: a scale closer to zero is taken as this.
 inline constexpr double MinDivisor = 1e-9;
 

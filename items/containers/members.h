@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QList>
+
+class QGraphicsItem;
+
+/// What containers do alike with the items in them.
+namespace Members {
+
+struct Copy
+{
+    const QGraphicsItem *original;
+    QGraphicsItem *copy;
+};
+
+/// Copies of the container's direct members that are items, from the bottom, without parents. A
+/// member that only its container hides is not hidden in its copy.
+[[nodiscard]] QList<Copy> copiesOf(const QGraphicsItem &container);
+
+} // namespace Members
