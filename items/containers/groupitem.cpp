@@ -8,6 +8,7 @@
 #include "items/core/resizerotatedhelper.h"
 
 #include <QGraphicsScene>
+#include <QtMath>
 
 #include <algorithm>
 #include <cmath>
@@ -51,6 +52,20 @@ bool areParallel(const QTransform &a, const QTransform &b)
         && near(a.m22(), b.m22());
 }
 
+/// How far a transform turns, in degrees.
+double angleOf(const QTransform &transform)
+{
+    return qRadiansToDegrees(std::atan2(transform.m12(), transform.m11()));
+}
+
+/// Adds to the rotation that the item says it has; its transform has been turned already.
+void turnNominally(Item &item, double degrees)
+{
+    item.copyPrivatePropeties(BasicConversions::normalizeAngle(item.getItemRotation() + degrees),
+        item.getItemSize(), item.getItemScaleX(), item.getItemScaleY(), false, item.getDatasourceId(),
+        item.getDatasourceField());
+}
+
 /// Qt gives a former member a transform that moves nothing and a position for it: an item that scales a
 /// content goes on from a transform about its centre. It may land elsewhere.
 void restoreTransform(QGraphicsItem &graphics, ResizeRotatedHelper &helper, const Item &item, bool turned)
@@ -66,6 +81,26 @@ void restoreTransform(QGraphicsItem &graphics, ResizeRotatedHelper &helper, cons
     graphics.setTransform(combined
         * QTransform::fromTranslate(
             helper.getOldTransformCoefficientM31(), helper.getOldTransformCoefficientM32()));
+}
+
+/// Sides below this no member is asked to have while it can shrink the less.
+constexpr double leastSide = 1.0;
+
+bool isUsableScale(double scale)
+{
+    return std::isfinite(scale) && scale > 0.0;
+}
+
+/// Resizes a member of a group that shrinks.
+void shrink(Item &member, QSizeF size)
+{
+    const bool narrow = size.width() < leastSide;
+    const bool low = !narrow && size.height() < leastSide;
+    if (narrow)
+        size.setWidth(leastSide);
+    else if (low)
+        size.setHeight(leastSide);
+    member.setItemSize(size, true, low);
 }
 
 /// Lays a member's copy in the group's copy where the member lies in the group.
@@ -163,11 +198,16 @@ void GroupItem::addToGroup(QGraphicsItem *item)
         take(*item);
 }
 
-void GroupItem::take(QGraphicsItem &item)
+void GroupItem::take(QGraphicsItem &graphics)
 {
-    item.setSelected(false);
-    leaveOtherScene(item, scene());
-    QGraphicsItemGroup::addToGroup(&item);
+    graphics.setSelected(false);
+    const QTransform before = graphics.transform();
+    leaveOtherScene(graphics, scene());
+    QGraphicsItemGroup::addToGroup(&graphics);
+    const QTransform after = graphics.transform();
+    auto *item = dynamic_cast<Item *>(&graphics);
+    if (item && !areParallel(before, after))
+        turnNominally(*item, angleOf(after) - angleOf(before));
 }
 
 void GroupItem::removeFromGroup()
@@ -188,7 +228,7 @@ void GroupItem::release(QGraphicsItem &member)
     auto *item = dynamic_cast<Item *>(&member);
     const bool turned = item && m_rotation != 0.0;
     if (turned)
-        addRotationTo(*item);
+        turnNominally(*item, m_rotation);
     if (auto *group = dynamic_cast<GroupItem *>(&member))
         group->restoreRotation();
     if (auto *helper = dynamic_cast<ResizeRotatedHelper *>(&member); helper && item) {
@@ -196,14 +236,6 @@ void GroupItem::release(QGraphicsItem &member)
         restoreTransform(member, *helper, *item, turned);
     }
     member.setPos(Limits::geometry(member.pos() + place - member.mapToParent(QPointF())));
-}
-
-/// The member has left with the transforms of both: its rotation becomes the one of those.
-void GroupItem::addRotationTo(Item &member) const
-{
-    const double sum = BasicConversions::normalizeAngle(member.getItemRotation() + m_rotation);
-    member.copyPrivatePropeties(sum, member.getItemSize(), member.getItemScaleX(), member.getItemScaleY(),
-        false, member.getDatasourceId(), member.getDatasourceField());
 }
 
 /// The group has left another, from which Qt gave it a transform that moves nothing.
@@ -236,6 +268,129 @@ void GroupItem::turnAbout(const QPointF &centre)
     transform.rotate(m_rotation);
     transform.translate(-centre.x(), -centre.y());
     setTransform(transform);
+}
+
+bool GroupItem::keepsWidth(const QSizeF &size) const
+{
+    constexpr double epsilon = 0.0005;
+    return BasicConversions::almostEqual(size.width(), getItemWidth(), epsilon);
+}
+
+bool GroupItem::setItemSize(QSizeF size)
+{
+    return Item::setItemSize(size, true, keepsWidth(size));
+}
+
+bool GroupItem::setItemSize(QSizeF size, bool /*keepRatio*/, bool /*heightLeads*/)
+{
+    return setItemSize(size);
+}
+
+bool GroupItem::setItemSize(QSizeF size, bool /*keepRatio*/, double minWidth, double minHeight,
+    double maxWidth, double maxHeight, bool /*heightLeads*/, bool force)
+{
+    return Item::setItemSize(size, true, minWidth, minHeight, maxWidth, maxHeight, keepsWidth(size), force);
+}
+
+bool GroupItem::applySize(const QSizeF &size)
+{
+    constexpr double noLimit = 1000000.0;
+    if (childItems().isEmpty())
+        return false;
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    Item::applySize(size);
+    return updateSize(true, noLimit);
+}
+
+void GroupItem::updateItemSize(const QSizeF &size)
+{
+    const double scale = size.width() / getItemWidth();
+    if (childItems().isEmpty() || !isUsableScale(scale))
+        return;
+    setItemScaleX(scale);
+    storeItemSize(size);
+    updateSize(false, 0.0);
+}
+
+bool GroupItem::updateSize(bool checkShrinking, double limit)
+{
+    constexpr double noChange = 1e-12;
+    constexpr double tolerance = 0.001;
+    const QSizeF wanted = getItemSize();
+    double scale = getItemScaleX();
+    if (!isUsableScale(scale))
+        return refuseSize();
+    const bool shrinking = checkShrinking && (scale < 1.0 || getItemScaleY() < 1.0);
+    if (shrinking && (limit < 1.0 || determineMaxShrink(limit))) {
+        scale = std::max(scale, limit);
+        if (std::abs(scale - 1.0) <= noChange)
+            return refuseSize();
+    }
+    scaleMembers(scale, shrinking);
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    turnAbout(sizeRect().center());
+    const QSizeF size = childrenBoundingRect().size();
+    storeItemSize(size);
+    const double rest = wanted.width() / size.width();
+    if (!shrinking || BasicConversions::almostEqual(size, wanted, tolerance) || !isUsableScale(rest))
+        return true;
+    // Once and no more: without a check nothing counts as shrinking.
+    setItemScaleX(rest);
+    setItemScaleY(rest);
+    storeItemSize(wanted);
+    return updateSize(false, 0.0);
+}
+
+bool GroupItem::determineMaxShrink(double &limit) const
+{
+    const double scale = leastScale();
+    if (scale == 0.0)
+        return false;
+    limit = std::min({ limit, scale, 1.0 });
+    return true;
+}
+
+/// The scale at which the first side of a member becomes as short as can be, 0 if there are no sides. The
+/// members of groups in the group count as its own: what one refuses, the rest must not go on with.
+double GroupItem::leastScale() const
+{
+    double least = 0.0;
+    for (const QGraphicsItem *member : childItems()) {
+        const auto *item = dynamic_cast<const Item *>(member);
+        const QSizeF size = item ? item->getItemSize() : QSizeF();
+        if (size.width() > 0.0)
+            least = std::max(least, leastSide / size.width());
+        if (size.height() > 0.0)
+            least = std::max(least, leastSide / size.height());
+        if (const auto *group = dynamic_cast<const GroupItem *>(member))
+            least = std::max(least, group->leastScale());
+    }
+    return least;
+}
+
+void GroupItem::scaleMembers(double scale, bool shrinking)
+{
+    for (QGraphicsItem *member : childItems()) {
+        const QPointF place = member->mapToParent(QPointF());
+        auto *item = dynamic_cast<Item *>(member);
+        if (item && shrinking)
+            shrink(*item, item->getItemSize() * scale);
+        else if (item)
+            item->updateItemSize(item->getItemSize() * scale);
+        // Members may move themselves when they are resized: all places grow from the group's origin.
+        member->setPos(Limits::geometry(member->pos() + scale * place - member->mapToParent(QPointF())));
+    }
+}
+
+/// Has the group as large as its members are.
+bool GroupItem::refuseSize()
+{
+    setItemScaleX(1.0);
+    setItemScaleY(1.0);
+    storeItemSize(childrenBoundingRect().size());
+    return false;
 }
 
 Item *GroupItem::createItemCopy()

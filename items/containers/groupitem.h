@@ -50,7 +50,8 @@ public:
     ///
     /// Of items with one z value only the last joins: give them values of their own first. All members end
     /// with z 0. A group in no scene takes them out of theirs, until it is added to it. Items that the group
-    /// lies in, or that would nest deeper than Limits::MaxNesting, do not join.
+    /// lies in, or that would nest deeper than Limits::MaxNesting, do not join. What turns an item on the
+    /// page by way of its parents no longer does, or does so anew: its own rotation makes up for it.
     void addToGroup(const QList<QGraphicsItem *> &items);
     /// Takes in one item as QGraphicsItemGroup does: it keeps its z value, and the group its origin, size and
     /// selection. A list of one item in braces means this form, too.
@@ -62,6 +63,18 @@ public:
     void removeFromGroup(QGraphicsItem *item);
 
     // Item
+    /// Resizes all members by one factor, that of the group's width. Only a width that stays within 0.0005
+    /// leaves the height to lead; ratio and leading side of the callers are ignored. Members whose sides
+    /// would become shorter than 1 let the group become no smaller than that if they can, and give way where
+    /// the size asked for is smaller still. Afterwards the group has the size that its members have, with
+    /// both scales at 1, and is turned about the centre of the size asked for. False, changing nothing, for
+    /// the present size, where nothing can shrink, and without members.
+    bool setItemSize(QSizeF size) override;
+    bool setItemSize(QSizeF size, bool keepRatio, bool heightLeads) override;
+    bool setItemSize(QSizeF size, bool keepRatio, double minWidth, double minHeight, double maxWidth,
+        double maxHeight, bool heightLeads, bool force) override;
+    /// The same, however small the members become.
+    void updateItemSize(const QSizeF &size) override;
     /// A group of copies of the members that are items, each where its original lies in this group.
     [[nodiscard]] Item *createItemCopy() override;
     QString toDescriptionString() const override;
@@ -78,14 +91,23 @@ public Q_SLOTS:
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }
+    bool applySize(const QSizeF &size) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
     bool canTake(const QGraphicsItem *item) const;
-    void take(QGraphicsItem &item);
+    void take(QGraphicsItem &graphics);
     void release(QGraphicsItem &member);
-    void addRotationTo(Item &member) const;
     void restoreRotation();
+    bool keepsWidth(const QSizeF &size) const;
+    /// Brings the members to the scale that the group has been given, within what they can shrink by.
+    bool updateSize(bool checkShrinking, double limit);
+    /// Lowers the limit to the smallest scale at which no side of a member is shorter than 1. False, leaving
+    /// it, without such a scale.
+    bool determineMaxShrink(double &limit) const;
+    double leastScale() const;
+    void scaleMembers(double scale, bool shrinking);
+    bool refuseSize();
     void turnAbout(const QPointF &centre);
 
     int m_storedChildrenCount = 0;

@@ -73,6 +73,7 @@ public:
     // Item
     /// Stretches a picture that has just been replaced over the size. Returns whether that is another size.
     bool setItemSizeOnUpdate(const QSizeF &size);
+    void updateItemSize(const QSizeF &size) override { setItemSize(size); }
     [[nodiscard]] Item *createItemCopy() override;
     using Item::copyPrivatePropeties;
     void copyPrivatePropeties(double m31, double m32, bool firstResize, bool transparency);

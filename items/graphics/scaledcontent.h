@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/item.h"
+
 #include <QPointF>
 #include <QSizeF>
 
@@ -29,7 +31,7 @@ template <typename T> void followRotation(T &item)
 template <typename T> bool fit(T &item, const QSizeF &frame)
 {
     const QSizeF before = item.getItemSize();
-    item.updateItemSize(item.boundingRect().size());
+    item.Item::updateItemSize(item.boundingRect().size()); // stores it only
     item.setItemScaleX(1.0);
     item.setItemScaleY(1.0);
     item.setItemSize(frame);

@@ -98,6 +98,7 @@ public:
     // Item
     /// Scales a drawing that has just been loaded into a frame. Returns whether the item's size has changed.
     bool setItemSizeOnUpdate(const QSizeF &size);
+    void updateItemSize(const QSizeF &size) override { setItemSize(size); }
     void setItemRotation(double degrees) override;
     [[nodiscard]] Item *createItemCopy() override;
     using Item::copyPrivatePropeties;

@@ -102,6 +102,7 @@ public:
     void setItemRotation(double degrees) override;
     /// Scales a drawing that has just been loaded into a frame. Returns whether the item's size has changed.
     bool setItemSizeOnUpdate(const QSizeF &size);
+    void updateItemSize(const QSizeF &size) override { setItemSize(size); }
     void resetTransform();
 
     // Datasource

@@ -49,6 +49,8 @@ private Q_SLOTS:
     void itemsJoinFromTurnedParentsInPlace();
     void groupInATurnedParentBeginsAtTheCorner();
     void itemsJoinAGroupThatHasMembers();
+    void itemsThatJoinATurnedGroupAreTurnedBack_data() { AllItems::addRows(); }
+    void itemsThatJoinATurnedGroupAreTurnedBack();
     void groupWithoutASceneTakesItemsOutOfTheirs();
     void itemsJoinFromAnotherScene();
     void itemsJoinFromALayerOfAnotherScene();
@@ -270,6 +272,26 @@ void tst_GroupMembership::itemsJoinAGroupThatHasMembers()
     QCOMPARE(second->pos(), QPointF(30, 50));
     QCOMPARE(group.getItemSize(), QSizeF(40, 60));
     QCOMPARE(group.childItems(), (QList<QGraphicsItem *> { first, second }));
+}
+
+void tst_GroupMembership::itemsThatJoinATurnedGroupAreTurnedBack()
+{
+    QFETCH(const ShapeType, shape);
+    Item *item = AllItems::made(shape).release();
+    AllItems::change(*item);
+    QGraphicsItem &graphics = AllItems::graphics(*item);
+    const QPolygonF place = corners(graphics);
+    GroupItem group;
+    takeIn(group, rectangle({ -40, -50, 10, 10 }));
+    group.setItemRotation(50);
+    takeIn(group, &graphics);
+    QVERIFY(stayed(place, corners(graphics)));
+    QVERIFY(isNear(item->getItemRotation(), 340));
+
+    group.removeFromGroup();
+    const std::unique_ptr<QGraphicsItem> owner(&graphics);
+    QVERIFY(stayed(place, corners(graphics)));
+    QVERIFY(isNear(item->getItemRotation(), 30));
 }
 
 void tst_GroupMembership::groupWithoutASceneTakesItemsOutOfTheirs()
