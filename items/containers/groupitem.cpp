@@ -23,7 +23,7 @@ void moveInScene(QGraphicsItem &item, const QPointF &distance)
     QPointF difference = distance;
     if (const QGraphicsItem *parent = item.parentItem())
         difference = parent->mapFromScene(distance) - parent->mapFromScene(QPointF());
-    item.setPos(Limits::geometry(item.pos() + difference));
+    Members::place(item, item.pos() + difference);
 }
 
 /// Takes the item out of a scene that is not to be its own, without moving it on the page: Qt cannot move an
@@ -107,7 +107,7 @@ void shrink(Item &member, QSizeF size)
 void copyPlace(const QGraphicsItem &member, QGraphicsItem &copy)
 {
     copy.setTransform(member.transform());
-    copy.setPos(member.pos());
+    Members::place(copy, member.pos());
     const auto *from = dynamic_cast<const ResizeRotatedHelper *>(&member);
     auto *to = dynamic_cast<ResizeRotatedHelper *>(&copy);
     if (from && to)
@@ -235,7 +235,7 @@ void GroupItem::release(QGraphicsItem &member)
         helper->fixPositionOnUngroup(&member);
         restoreTransform(member, *helper, *item, turned);
     }
-    member.setPos(Limits::geometry(member.pos() + place - member.mapToParent(QPointF())));
+    Members::place(member, member.pos() + place - member.mapToParent(QPointF()));
 }
 
 /// The group has left another, from which Qt gave it a transform that moves nothing.
@@ -380,7 +380,7 @@ void GroupItem::scaleMembers(double scale, bool shrinking)
         else if (item)
             item->updateItemSize(item->getItemSize() * scale);
         // Members may move themselves when they are resized: all places grow from the group's origin.
-        member->setPos(Limits::geometry(member->pos() + scale * place - member->mapToParent(QPointF())));
+        Members::place(*member, member->pos() + scale * place - member->mapToParent(QPointF()));
     }
 }
 

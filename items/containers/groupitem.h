@@ -75,6 +75,8 @@ public:
         double maxHeight, bool heightLeads, bool force) override;
     /// The same, however small the members become.
     void updateItemSize(const QSizeF &size) override;
+    /// Turns the group about the centre of its size; its position stays as it is.
+    void setItemRotation(double degrees) override;
     /// A group of copies of the members that are items, each where its original lies in this group.
     [[nodiscard]] Item *createItemCopy() override;
     QString toDescriptionString() const override;
@@ -86,8 +88,6 @@ public:
 public Q_SLOTS:
     /// Notes a number for the host; the group counts for itself.
     void setChildrenCount(int newChildrenCount) { m_storedChildrenCount = newChildrenCount; }
-    /// Turns the group about the centre of its size; its position stays as it is.
-    void setItemRotation(double degrees) override;
 
 protected:
     void announceGeometryChange() override { prepareGeometryChange(); }

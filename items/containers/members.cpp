@@ -2,6 +2,7 @@
 #include "items/containers/members.h"
 
 #include "items/core/item.h"
+#include "items/core/limits.h"
 
 #include <QGraphicsItem>
 
@@ -17,4 +18,12 @@ QList<Members::Copy> Members::copiesOf(const QGraphicsItem &container)
         copies.append(Copy { member, copy });
     }
     return copies;
+}
+
+void Members::place(QGraphicsItem &member, const QPointF &position)
+{
+    member.setPos(Limits::geometry(position));
+    // The same origin once more announces a change of the geometry, which a position does in scenes only.
+    if (!member.scene())
+        member.setTransformOriginPoint(member.transformOriginPoint());
 }

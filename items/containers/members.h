@@ -4,6 +4,7 @@
 #include <QList>
 
 class QGraphicsItem;
+class QPointF;
 
 /// What containers do alike with the items in them.
 namespace Members {
@@ -17,5 +18,8 @@ struct Copy
 /// Copies of the container's direct members that are items, from the bottom, without parents. A
 /// member that only its container hides is not hidden in its copy.
 [[nodiscard]] QList<Copy> copiesOf(const QGraphicsItem &container);
+
+/// Moves a member. Its container has new bounds then, also without a scene to tell it.
+void place(QGraphicsItem &member, const QPointF &position);
 
 } // namespace Members

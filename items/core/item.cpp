@@ -165,8 +165,14 @@ double Item::getItemPositionY() const
 
 void Item::moveItem(const QPointF &position)
 {
-    if (QGraphicsItem *item = graphicsItem())
-        item->setPos(Limits::geometry(position));
+    QGraphicsItem *item = graphicsItem();
+    if (!item)
+        return;
+    item->setPos(Limits::geometry(position));
+    // Qt tells a scene that an item moves, but without one not even its parent, which knows its children's
+    // bounds.
+    if (item->parentItem() && !item->scene())
+        announceGeometryChange();
 }
 
 void Item::updateItemPositionAfterLoading()

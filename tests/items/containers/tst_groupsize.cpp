@@ -98,6 +98,7 @@ private Q_SLOTS:
     void innerGroupsStopAtTheirTinyMembers();
     void deepNestsAreResizedInFewRounds();
     void otherMembersMoveOnly();
+    void groupOfOtherMembersAloneMovesThem();
     void emptyGroupHasNoSizeToChange_data() { Resizing::addRows(); }
     void emptyGroupHasNoSizeToChange();
     void unusableSizesAreRefused_data();
@@ -478,6 +479,25 @@ void tst_GroupSize::otherMembersMoveOnly()
     QCOMPARE(other->rect(), QRectF(0, 0, 10, 10));
     QVERIFY(other->transform().isIdentity());
     QCOMPARE(group.getItemSize(), QSizeF(60, 80));
+}
+
+void tst_GroupSize::groupOfOtherMembersAloneMovesThem()
+{
+    GroupItem group;
+    for (const double x : { 0.0, 40.0 }) {
+        auto *other = new QGraphicsRectItem(0, 0, 10, 10);
+        other->setPen(Qt::NoPen);
+        other->setPos(x, 0);
+        other->setZValue(x);
+        group.addToGroup(other);
+    }
+    group.updateItemSize(group.getItemSize()); // a group knows nothing of single items that join
+    QCOMPARE(group.boundingRect(), QRectF(0, 0, 50, 10));
+    QVERIFY(group.setItemSize(QSizeF(100, 20)));
+    QCOMPARE(group.boundingRect().height(), 10.0);
+    QCOMPARE(group.childItems().last()->pos(), QPointF(80, 0));
+    QCOMPARE(group.boundingRect(), QRectF(0, 0, 90, 10));
+    QCOMPARE(group.getItemSize(), QSizeF(90, 10));
 }
 
 void tst_GroupSize::emptyGroupHasNoSizeToChange()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/support/block.h"
 
+#include <QGraphicsRectItem>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -46,6 +47,7 @@ private Q_SLOTS:
     // Graphics-item state
     void graphicsStateIsThatOfTheGraphicsItem();
     void positionIsPendingUntilItIsApplied();
+    void parentsKnowOfMovesWithoutAScene();
     void zValueThatIsNoNumberBecomesZero();
 
     // Copying
@@ -314,6 +316,18 @@ void tst_ItemIdentity::positionIsPendingUntilItIsApplied()
     other.setPos(12, -3);
     other.updateItemPositionAfterLoading();
     QCOMPARE(other.pos(), QPointF(0, 0));
+}
+
+void tst_ItemIdentity::parentsKnowOfMovesWithoutAScene()
+{
+    QGraphicsRectItem parent;
+    auto *block = new Block(QSizeF(10, 10));
+    block->setParentItem(&parent);
+    QCOMPARE(parent.childrenBoundingRect(), QRectF(0, 0, 10, 10));
+    block->setItemPositionX(50);
+    block->setItemPositionY(60);
+    block->updateItemPositionAfterLoading();
+    QCOMPARE(parent.childrenBoundingRect(), QRectF(50, 60, 10, 10));
 }
 
 void tst_ItemIdentity::zValueThatIsNoNumberBecomesZero()
