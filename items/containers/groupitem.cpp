@@ -8,6 +8,7 @@
 #include "items/core/resizerotatedhelper.h"
 
 #include <QGraphicsScene>
+#include <QScopedValueRollback>
 #include <QtMath>
 
 #include <algorithm>
@@ -128,6 +129,17 @@ GroupItem::~GroupItem() = default;
 QString GroupItem::toDescriptionString() const
 {
     return QStringLiteral("group %1").arg(itemId());
+}
+
+QRectF GroupItem::boundingRect() const
+{
+    // Qt keeps the children's bounds within those of an item whose flags say that it clips its children.
+    if (m_measuring) {
+        constexpr double most = Limits::MaxGeometry;
+        return QRectF(-most, -most, 2 * most, 2 * most);
+    }
+    const QScopedValueRollback measuring(m_measuring, true);
+    return childrenBoundingRect();
 }
 
 void GroupItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget * /*widget*/)
@@ -294,13 +306,12 @@ bool GroupItem::setItemSize(QSizeF size, bool /*keepRatio*/, double minWidth, do
 
 bool GroupItem::applySize(const QSizeF &size)
 {
-    constexpr double noLimit = 1000000.0;
     if (childItems().isEmpty())
         return false;
     setItemScaleX(1.0);
     setItemScaleY(1.0);
     Item::applySize(size);
-    return updateSize(true, noLimit);
+    return updateSize(true);
 }
 
 void GroupItem::updateItemSize(const QSizeF &size)
@@ -310,11 +321,12 @@ void GroupItem::updateItemSize(const QSizeF &size)
         return;
     setItemScaleX(scale);
     storeItemSize(size);
-    updateSize(false, 0.0);
+    updateSize(false);
 }
 
-bool GroupItem::updateSize(bool checkShrinking, double limit)
+bool GroupItem::updateSize(bool checkShrinking)
 {
+    constexpr double noLimit = 1000000.0;
     constexpr double noChange = 1e-12;
     constexpr double tolerance = 0.001;
     const QSizeF wanted = getItemSize();
@@ -322,7 +334,8 @@ bool GroupItem::updateSize(bool checkShrinking, double limit)
     if (!isUsableScale(scale))
         return refuseSize();
     const bool shrinking = checkShrinking && (scale < 1.0 || getItemScaleY() < 1.0);
-    if (shrinking && (limit < 1.0 || determineMaxShrink(limit))) {
+    double limit = noLimit;
+    if (shrinking && determineMaxShrink(limit)) {
         scale = std::max(scale, limit);
         if (std::abs(scale - 1.0) <= noChange)
             return refuseSize();
@@ -340,7 +353,7 @@ bool GroupItem::updateSize(bool checkShrinking, double limit)
     setItemScaleX(rest);
     setItemScaleY(rest);
     storeItemSize(wanted);
-    return updateSize(false, 0.0);
+    return updateSize(false);
 }
 
 bool GroupItem::determineMaxShrink(double &limit) const

@@ -34,7 +34,7 @@ public:
     enum { Type = MobraTypes::GroupShape };
     int type() const override { return Type; }
     /// The rectangle around the members.
-    QRectF boundingRect() const override { return childrenBoundingRect(); }
+    QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
     // Members
@@ -101,7 +101,7 @@ private:
     void restoreRotation();
     bool keepsWidth(const QSizeF &size) const;
     /// Brings the members to the scale that the group has been given, within what they can shrink by.
-    bool updateSize(bool checkShrinking, double limit);
+    bool updateSize(bool checkShrinking);
     /// Lowers the limit to the smallest scale at which no side of a member is shorter than 1. False, leaving
     /// it, without such a scale.
     bool determineMaxShrink(double &limit) const;
@@ -112,4 +112,5 @@ private:
 
     int m_storedChildrenCount = 0;
     bool m_countInvisibleItems = true;
+    mutable bool m_measuring = false;
 };

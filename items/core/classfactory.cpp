@@ -2,6 +2,8 @@
 #include "items/core/classfactory.h"
 
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/groupitem.h"
+#include "items/containers/layeritem.h"
 #include "items/graphics/pixmapitem.h"
 #include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
@@ -50,6 +52,8 @@ constexpr Registration registrations[] = {
     { MobraTypes::PixmapShape, &make<PixMapItem> },
     { MobraTypes::SymbolShape, &make<SymbolItem> },
     { MobraTypes::BarcodeShape, &make<BarcodeItem> },
+    { MobraTypes::GroupShape, &make<GroupItem> },
+    { MobraTypes::LayerShape, &make<LayerItem> },
 };
 
 } // namespace

@@ -31,7 +31,7 @@ namespace AllItems {
 }
 
 /// The codes for which the factory makes an item.
-[[nodiscard]] inline QList<MobraTypes::ShapeType> shapes()
+[[nodiscard]] inline QList<MobraTypes::ShapeType> shapesAndContainers()
 {
     QList<MobraTypes::ShapeType> made;
     for (unsigned int code = 0x10001; code <= 0x10065; ++code) {
@@ -40,6 +40,20 @@ namespace AllItems {
             made << shape;
     }
     return made;
+}
+
+/// The classes that show nothing of their own and hold other items.
+[[nodiscard]] inline bool isContainer(MobraTypes::ShapeType shape)
+{
+    return shape == MobraTypes::GroupShape || shape == MobraTypes::LayerShape;
+}
+
+/// The codes of the items that show something.
+[[nodiscard]] inline QList<MobraTypes::ShapeType> shapes()
+{
+    QList<MobraTypes::ShapeType> shown = shapesAndContainers();
+    shown.removeIf(isContainer);
+    return shown;
 }
 
 /// The classes that draw a text inside their outline, in a way of their own.

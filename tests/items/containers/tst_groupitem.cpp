@@ -102,6 +102,7 @@ private Q_SLOTS:
     void drawsItsFrameWhereItIsSelected();
     void membersDrawNoFrames();
     void sceneShowsTheMembers();
+    void groupsThatClipTheirMembersHaveTheSameBounds();
     void recordOfANewGroup();
     void recordHoldsTheGroupAlone();
     void recordIsRead();
@@ -216,6 +217,23 @@ void tst_GroupItem::sceneShowsTheMembers()
     QCOMPARE(image,
         Images::pictureOf(
             QSize(50, 50), { { QRect(10, 10, 20, 20), Qt::red }, { QRect(20, 20, 20, 20), Qt::blue } }));
+}
+
+void tst_GroupItem::groupsThatClipTheirMembersHaveTheSameBounds()
+{
+    // Records may have any flags; with these Qt asks the group for its bounds while it makes them up.
+    GroupItem outer;
+    GroupItem *group = turnedGroup().release();
+    outer.addToGroup(group);
+    for (GroupItem *clipping : { group, &outer }) {
+        clipping->setItemQFlags(0xFFFFFFFF);
+        clipping->setFlag(QGraphicsItem::ItemClipsChildrenToShape);
+    }
+    QCOMPARE(group->boundingRect(), QRectF(0, 0, 50, 20));
+    QCOMPARE(group->childrenBoundingRect(), QRectF(0, 0, 50, 20));
+    QCOMPARE(outer.boundingRect(), QRectF(20, -9, 20, 50));
+    QVERIFY(group->setItemSize(QSizeF(100, 40)));
+    QCOMPARE(group->boundingRect(), QRectF(0, 0, 100, 40));
 }
 
 void tst_GroupItem::recordOfANewGroup()

@@ -82,7 +82,8 @@ private Q_SLOTS:
     void nothingShrinksBelowOne_data();
     void nothingShrinksBelowOne();
     void refusedSizesLeaveTheSizeOfTheMembers();
-    void flatMembersBecomeOneHigh();
+    void membersWithoutASideGetOneWhenTheyShrink_data();
+    void membersWithoutASideGetOneWhenTheyShrink();
     void hiddenMembersAreResizedToo();
     void turnedMembersGrowAboutTheGroupsOrigin();
     void turnedGroupIsTurnedAboutItsNewCentre();
@@ -270,15 +271,26 @@ void tst_GroupSize::refusedSizesLeaveTheSizeOfTheMembers()
     QCOMPARE(group.getItemSize(), QSizeF(120, 60));
 }
 
-void tst_GroupSize::flatMembersBecomeOneHigh()
+void tst_GroupSize::membersWithoutASideGetOneWhenTheyShrink_data()
 {
+    QTest::addColumn<QSizeF>("size");
+    QTest::addColumn<QSizeF>("shrunk");
+
+    QTest::newRow("no height") << QSizeF(40, 0) << QSizeF(20, 1);
+    QTest::newRow("no width") << QSizeF(0, 20) << QSizeF(1, 10);
+    QTest::newRow("neither") << QSizeF(0, 0) << QSizeF(1, 0);
+}
+
+void tst_GroupSize::membersWithoutASideGetOneWhenTheyShrink()
+{
+    QFETCH(const QSizeF, size);
     GroupItem group;
-    RectangleItem *flat = rectangle({ 0, 10, 40, 0 }, 1);
-    group.addToGroup({ rectangle({ 0, 0, 40, 20 }), flat });
-    QVERIFY(group.setItemSize(QSizeF(20, 10)));
-    QCOMPARE(flat->getItemSize(), QSizeF(20, 1));
+    RectangleItem *flat = rectangle({ QPointF(0, 10), size }, 1);
+    group.addToGroup({ rectangle({ 0, 0, 40, 40 }), flat });
+    QVERIFY(group.setItemSize(QSizeF(20, 20)));
+    QTEST(flat->getItemSize(), "shrunk");
     QCOMPARE(flat->pos(), QPointF(0, 5));
-    QCOMPARE(group.getItemSize(), QSizeF(20, 10));
+    QCOMPARE(group.getItemSize(), QSizeF(20, 20));
 }
 
 void tst_GroupSize::hiddenMembersAreResizedToo()

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void innerGroupsComeOutWhole();
     void groupWithinATurnedGroupComesApartInPlace();
     void temporaryGroupsComeApartInPlace();
+    void stretchedGroupsComeApartInPlace_data();
     void stretchedGroupsComeApartInPlace();
     void otherMembersComeOutInPlace();
     void emptyGroupHasNothingToGive();
@@ -340,12 +341,22 @@ void tst_Ungrouping::temporaryGroupsComeApartInPlace()
     QVERIFY(!item->getFirstResizeAfterAddedToGroup());
 }
 
+void tst_Ungrouping::stretchedGroupsComeApartInPlace_data()
+{
+    QTest::addColumn<double>("rotation");
+
+    QTest::newRow("not turned") << 0.0;
+    QTest::newRow("turned otherwise") << 20.0;
+}
+
 void tst_Ungrouping::stretchedGroupsComeApartInPlace()
 {
+    QFETCH(const double, rotation);
     PixMapItem *item = picture(40, 20).release();
     item->setItemRotation(30);
     GroupItem group;
     takeIn(group, item);
+    group.setItemRotation(rotation);
     group.setTransform(QTransform(2, 0, 1, 3, 5, 6)); // as a record of another program may have it
     const QPolygonF place = corners(*item);
     group.removeFromGroup();

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/groupitem.h"
+#include "items/containers/layeritem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/graphics/pixmapitem.h"
@@ -109,6 +111,8 @@ void tst_ClassFactory::everyCodeMakesItsClass_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<IsExactly>("isExactly");
 
+    QTest::newRow("group") << 0x10001U << 0x10001 << IsExactly(isExactly<GroupItem>);
+    QTest::newRow("layer") << 0x10002U << 0x10002 << IsExactly(isExactly<LayerItem>);
     QTest::newRow("SVG") << 0x1000BU << 0x1000B << IsExactly(isExactly<SvgItem>);
     QTest::newRow("pixmap") << 0x1000CU << 0x1000C << IsExactly(isExactly<PixMapItem>);
     QTest::newRow("symbol") << 0x1000DU << 0x1000D << IsExactly(isExactly<SymbolItem>);
@@ -148,6 +152,8 @@ void tst_ClassFactory::descriptionsShowTheId_data()
     QTest::addColumn<short>("id");
     QTest::addColumn<QString>("description");
 
+    QTest::newRow("group") << 0x10001U << short(7) << u"group 7"_s;
+    QTest::newRow("layer") << 0x10002U << short(7) << u"Layer item 7"_s;
     QTest::newRow("pixmap") << 0x1000CU << short(7) << u"Pixmap 7"_s;
     QTest::newRow("label text") << 0x10015U << short(7) << u"Label Text 7"_s;
     QTest::newRow("rich text") << 0x10016U << short(7) << u"Rich Text 7"_s;
