@@ -119,6 +119,8 @@ constexpr Field ofLine[]
 
 /// The classes with fields of their own.
 constexpr Layout layouts[] = {
+    { MobraTypes::GroupShape, {}, withoutPen, {} },
+    { MobraTypes::LayerShape, {}, {}, {} },
     { MobraTypes::LabelTextShape, beforeLabelText, outlined, behindLabelText },
     { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
     { MobraTypes::PixmapShape, beforePixmap, withoutPen, {} },
