@@ -79,6 +79,8 @@ private Q_SLOTS:
     void shrinkingScalesMembersAndTheirPlaces();
     void tinyMembersStopAtOneBeforeTheyGiveWay();
     void exactlyOneIsNotTooSmall();
+    void aThousandthIsNoDifference_data();
+    void aThousandthIsNoDifference();
     void nothingShrinksBelowOne_data();
     void nothingShrinksBelowOne();
     void refusedSizesLeaveTheSizeOfTheMembers();
@@ -230,6 +232,32 @@ void tst_GroupSize::exactlyOneIsNotTooSmall()
     QVERIFY(group.setItemSize(QSizeF(50, 25)));
     QCOMPARE(tiny->sizesAnnounced, QList<QSizeF> { QSizeF(2, 1) });
     QCOMPARE(tiny->getItemSize(), QSizeF(2, 1));
+}
+
+void tst_GroupSize::aThousandthIsNoDifference_data()
+{
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("shrunk");
+
+    // The right edge comes to lie at 50 + width / 2 instead of 50.
+    QTest::newRow("two tenths of that") << 0.0004 << 50.0;
+    QTest::newRow("five times that") << 0.01 << 50.0 * 50.0 / 50.005;
+}
+
+void tst_GroupSize::aThousandthIsNoDifference()
+{
+    QFETCH(const double, width);
+    QFETCH(const double, shrunk);
+    GroupItem group;
+    auto *other = new QGraphicsRectItem(0, 0, width, 1); // which does not shrink
+    other->setPen(Qt::NoPen);
+    other->setPos(100 - width, 0);
+    other->setZValue(1);
+    RectangleItem *item = rectangle({ 0, 0, 100, 50 });
+    group.addToGroup({ item, other });
+    QCOMPARE(group.getItemSize(), QSizeF(100, 50));
+    QVERIFY(group.setItemSize(QSizeF(50, 25)));
+    QVERIFY(isNear(item->getItemWidth(), shrunk));
 }
 
 void tst_GroupSize::nothingShrinksBelowOne_data()

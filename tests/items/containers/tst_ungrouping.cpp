@@ -60,6 +60,7 @@ private Q_SLOTS:
     void formerMembersTurnInPlace();
     void bindingsSurviveTheTurn();
     void innerGroupsComeOutWhole();
+    void stretchedInnerGroupsComeOutInPlace();
     void groupWithinATurnedGroupComesApartInPlace();
     void temporaryGroupsComeApartInPlace();
     void stretchedGroupsComeApartInPlace_data();
@@ -299,6 +300,21 @@ void tst_Ungrouping::innerGroupsComeOutWhole()
     QCOMPARE(item->getItemRotation(), 0.0);
     // The same rotation once more does not move it: its transform is about its own centre again.
     inner->setItemRotation(90);
+    QVERIFY(stayed(place, corners(*item)));
+}
+
+void tst_Ungrouping::stretchedInnerGroupsComeOutInPlace()
+{
+    auto *inner = new GroupItem;
+    RectangleItem *item = rectangle({ 10, 10, 40, 20 });
+    inner->addToGroup({ item, rectangle({ 60, 10, 10, 10 }, 1) });
+    inner->setTransform(QTransform(2, 0, 1, 3, 5, 6));
+    GroupItem outer;
+    takeIn(outer, inner);
+    outer.setItemRotation(60);
+    const QPolygonF place = corners(*item);
+    outer.removeFromGroup();
+    const std::unique_ptr<GroupItem> owner(inner);
     QVERIFY(stayed(place, corners(*item)));
 }
 
