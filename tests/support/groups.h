@@ -9,6 +9,7 @@
 #include <QPolygonF>
 
 #include <memory>
+#include <vector>
 
 /// Groups and what they are made of.
 namespace Groups {
@@ -27,6 +28,16 @@ inline RectangleItem *rectangle(const QRectF &place, double z = 0.0)
 inline void takeIn(GroupItem &group, QGraphicsItem *item)
 {
     group.addToGroup(QList<QGraphicsItem *> { item });
+}
+
+/// Lets a group without parent come apart. The caller owns what was in it.
+[[nodiscard]] inline std::vector<std::unique_ptr<QGraphicsItem>> takenApart(GroupItem &group)
+{
+    std::vector<std::unique_ptr<QGraphicsItem>> members;
+    for (QGraphicsItem *member : group.childItems())
+        members.emplace_back(member);
+    group.removeFromGroup();
+    return members;
 }
 
 /// The corners of what an item shows, on the page.

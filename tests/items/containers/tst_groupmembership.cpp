@@ -17,6 +17,7 @@ using Groups::corners;
 using Groups::rectangle;
 using Groups::stayed;
 using Groups::takeIn;
+using Groups::takenApart;
 using MobraTypes::ShapeType;
 
 namespace {
@@ -288,8 +289,7 @@ void tst_GroupMembership::itemsThatJoinATurnedGroupAreTurnedBack()
     QVERIFY(stayed(place, corners(graphics)));
     QVERIFY(isNear(item->getItemRotation(), 340));
 
-    group.removeFromGroup();
-    const std::unique_ptr<QGraphicsItem> owner(&graphics);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(graphics)));
     QVERIFY(isNear(item->getItemRotation(), 30));
 }

@@ -453,7 +453,7 @@ void tst_GroupSize::innerGroupsGrowInTheirPlace()
     inner->addToGroup({ item, rectangle({ 60, 10, 10, 10 }, 1) });
     inner->setItemRotation(30);
     GroupItem outer;
-    outer.addToGroup({ rectangle({ 0, 0, 10, 10 }), inner });
+    outer.addToGroup({ rectangle({ 0, 0, 10, 10 }, -1), inner });
     const QPolygonF corners = inner->mapToParent(sizeCorners(*item));
     QVERIFY(outer.setItemSize(outer.getItemSize() * 2));
     QVERIFY(Groups::stayed(times(2, corners), inner->mapToParent(sizeCorners(*item))));

@@ -17,6 +17,7 @@ using Groups::corners;
 using Groups::rectangle;
 using Groups::stayed;
 using Groups::takeIn;
+using Groups::takenApart;
 using MobraTypes::ShapeType;
 
 namespace {
@@ -134,8 +135,7 @@ void tst_Ungrouping::scaledContentsAreAsBeforeTheGroup()
 
     GroupItem group;
     group.addToGroup({ &graphics, rectangle({ -40, -50, 10, 10 }, 9) });
-    group.removeFromGroup();
-    const std::unique_ptr<QGraphicsItem> owner(&graphics);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(graphics)));
     QVERIFY(areNear(graphics.pos(), pos));
     QVERIFY(areParallel(graphics.transform(), transform));
@@ -157,8 +157,7 @@ void tst_Ungrouping::contentsStretchedInTheGroupGoOnFromThere()
     item->setItemSize(QSizeF(80, 40));
     const QPolygonF place = corners(*item);
     QCOMPARE(place.first(), QPointF(130, 90));
-    group.removeFromGroup();
-    const std::unique_ptr<PixMapItem> owner(item);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(*item)));
     QVERIFY(areNear(item->pos(), QPointF(100, 100)));
     QCOMPARE(item->getOldTransformCoefficientM31(), 30.0);
@@ -175,8 +174,7 @@ void tst_Ungrouping::turnOfTheGroupBecomesThatOfItsMembers()
     GroupItem group;
     takeIn(group, item);
     group.setItemRotation(90);
-    group.removeFromGroup();
-    const std::unique_ptr<RectangleItem> owner(item);
+    const auto members = takenApart(group);
     QCOMPARE(item->getItemRotation(), 90.0);
     QCOMPARE(item->pos(), QPointF(30, -10));
     QCOMPARE(item->transform(), QTransform(0, 1, -1, 0, 0, 0));
@@ -192,8 +190,7 @@ void tst_Ungrouping::turnOfTheGroupMovesScaledContents()
     GroupItem group;
     takeIn(group, item);
     group.setItemRotation(90);
-    group.removeFromGroup();
-    const std::unique_ptr<PixMapItem> owner(item);
+    const auto members = takenApart(group);
     QCOMPARE(item->getItemRotation(), 90.0);
     QVERIFY(areNear(item->pos(), QPointF(0, 0)));
     QCOMPARE(item->transform(), QTransform(0, 1, -1, 0, 30, -10));
@@ -209,8 +206,7 @@ void tst_Ungrouping::anglesAreAddedWithinTheCircle()
     takeIn(group, item);
     group.setItemRotation(25);
     QCOMPARE(item->getItemRotation(), 350.0);
-    group.removeFromGroup();
-    const std::unique_ptr<RectangleItem> owner(item);
+    const auto members = takenApart(group);
     QCOMPARE(item->getItemRotation(), 15.0);
 }
 
@@ -242,8 +238,7 @@ void tst_Ungrouping::groupsThatWereTurnedComeApartInPlace()
     group.setPos(12, 34);
     group.setItemRotation(rotation);
     const QPolygonF place = corners(graphics);
-    group.removeFromGroup();
-    const std::unique_ptr<QGraphicsItem> owner(&graphics);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(graphics)));
     QVERIFY(isNear(item->getItemRotation(), sum));
 }
@@ -257,8 +252,7 @@ void tst_Ungrouping::formerMembersTurnInPlace()
     GroupItem group;
     group.addToGroup({ &graphics, rectangle({ -40, -50, 10, 10 }, 9) });
     group.setItemRotation(45);
-    group.removeFromGroup();
-    const std::unique_ptr<QGraphicsItem> owner(&graphics);
+    const auto members = takenApart(group);
     // To turn it as far as it is turned changes nothing.
     const QPolygonF place = corners(graphics);
     item->setItemRotation(75);
@@ -276,8 +270,7 @@ void tst_Ungrouping::bindingsSurviveTheTurn()
     GroupItem group;
     takeIn(group, item);
     group.setItemRotation(90);
-    group.removeFromGroup();
-    const std::unique_ptr<RectangleItem> owner(item);
+    const auto members = takenApart(group);
     QCOMPARE(item->getDatasourceId(), 3);
     QCOMPARE(item->getDatasourceField(), u"Name"_s);
 }
@@ -292,8 +285,7 @@ void tst_Ungrouping::innerGroupsComeOutWhole()
     outer.addToGroup({ inner, rectangle({ 0, 100, 10, 10 }, 1) });
     outer.setItemRotation(60);
     const QPolygonF place = corners(*item);
-    outer.removeFromGroup();
-    const std::unique_ptr<GroupItem> owner(inner);
+    const auto members = takenApart(outer);
     QCOMPARE(inner->getChildrenCount(), 2);
     QCOMPARE(inner->getItemRotation(), 90.0);
     QVERIFY(stayed(place, corners(*item)));
@@ -313,8 +305,7 @@ void tst_Ungrouping::stretchedInnerGroupsComeOutInPlace()
     takeIn(outer, inner);
     outer.setItemRotation(60);
     const QPolygonF place = corners(*item);
-    outer.removeFromGroup();
-    const std::unique_ptr<GroupItem> owner(inner);
+    const auto members = takenApart(outer);
     QVERIFY(stayed(place, corners(*item)));
 }
 
@@ -333,9 +324,7 @@ void tst_Ungrouping::groupWithinATurnedGroupComesApartInPlace()
     QCOMPARE(item->parentItem(), &outer);
     QVERIFY(stayed(place, corners(*item)));
     QVERIFY(isNear(item->getItemRotation(), 30.0));
-    outer.removeFromGroup();
-    const std::unique_ptr<PixMapItem> owner(item);
-    const std::unique_ptr<GroupItem> innerOwner(inner);
+    const auto members = takenApart(outer);
     QVERIFY(!item->parentItem());
     QVERIFY(stayed(place, corners(*item)));
     QVERIFY(isNear(item->getItemRotation(), 60.0));
@@ -350,8 +339,7 @@ void tst_Ungrouping::temporaryGroupsComeApartInPlace()
     GroupItem group;
     takeIn(group, item);
     item->temporaryGroup();
-    group.removeFromGroup();
-    const std::unique_ptr<PixMapItem> owner(item);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(*item)));
     QVERIFY(areNear(item->pos(), QPointF(100, 100)));
     QVERIFY(!item->getFirstResizeAfterAddedToGroup());
@@ -375,8 +363,7 @@ void tst_Ungrouping::stretchedGroupsComeApartInPlace()
     group.setItemRotation(rotation);
     group.setTransform(QTransform(2, 0, 1, 3, 5, 6)); // as a record of another program may have it
     const QPolygonF place = corners(*item);
-    group.removeFromGroup();
-    const std::unique_ptr<PixMapItem> owner(item);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(*item)));
 }
 
@@ -388,8 +375,7 @@ void tst_Ungrouping::otherMembersComeOutInPlace()
     takeIn(group, item);
     group.setItemRotation(30);
     const QPolygonF place = corners(*item);
-    group.removeFromGroup();
-    const std::unique_ptr<QGraphicsRectItem> owner(item);
+    const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(*item)));
 }
 
