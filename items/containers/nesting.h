@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "items/core/vxexport.h"
-
 class QGraphicsItem;
 class QVariant;
 
@@ -12,7 +10,7 @@ namespace Nesting {
 
 /// Whether child can become a child of parent: without a circle, and without more than Limits::MaxNesting
 /// levels.
-[[nodiscard]] VX_EXPORT bool isPossible(const QGraphicsItem &parent, const QGraphicsItem &child);
+[[nodiscard]] bool isPossible(const QGraphicsItem &parent, const QGraphicsItem &child);
 
 /// For QGraphicsItem::itemChange() of a container that gets another parent: the parent that it is to have,
 /// which is the present one if the other is not possible.
