@@ -126,6 +126,7 @@ private Q_SLOTS:
     void reducingColoursLeavesTheMembersAlone();
     void printsAsItselfAtScaleOne();
     void printsAsAPictureAtOtherScales();
+    void renderingAMemberLeavesTheGroupAsItWas();
 };
 
 void tst_GroupItem::propertiesAreInTheirOrder()
@@ -545,6 +546,34 @@ void tst_GroupItem::printsAsAPictureAtOtherScales()
     painter.fillRect(40, 20, 40, 20, Qt::blue);
     painter.end();
     QCOMPARE(picture->pixmap().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied), expected);
+}
+
+void tst_GroupItem::renderingAMemberLeavesTheGroupAsItWas()
+{
+    QGraphicsScene scene;
+    auto *layer = new LayerItem;
+    scene.addItem(layer);
+    auto *group = new GroupItem;
+    group->setParentItem(layer);
+    auto *picture = new PixMapItem;
+    picture->pixmapImportActions(AllItems::plainPicture(QSize(40, 20), Qt::red));
+    picture->setZValue(1);
+    group->addToGroup({ rectangle({ 0, 0, 30, 20 }), picture, rectangle({ 10, 0, 30, 20 }, 2) });
+    group->setItemRotation(90);
+    const QList<QGraphicsItem *> members = group->childItems();
+    const QPolygonF place = Groups::corners(*picture);
+    const QByteArray record = ItemRecords::saved(*picture);
+
+    // About (20, 10) a turn by 90 degrees takes the picture of 40 x 20 to 20 x 40 at (10, -10).
+    const QImage image = picture->createItemImage(picture, 0xFFFFFFFF, QRectF(0, 0, 100, 100), 1.0);
+    QCOMPARE(image.size(), QSize(20, 30));
+    QCOMPARE(image.pixelColor(10, 15), QColor(Qt::red));
+    QCOMPARE(group->childItems(), members);
+    QCOMPARE(group->parentItem(), layer);
+    QVERIFY(group->isSelected());
+    QVERIFY(Groups::stayed(place, Groups::corners(*picture)));
+    QCOMPARE(ItemRecords::saved(*picture), record);
+    QCOMPARE(group->boundingRect(), QRectF(0, 0, 40, 20));
 }
 
 QTEST_MAIN(tst_GroupItem)
