@@ -320,6 +320,11 @@ std::unique_ptr<Item> ItemMap::fromJson(
 Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
 {
     Problems problems;
+    // Neither form holds members, and what is lost in silence is lost for good.
+    if (item.getItemShape() == MobraTypes::GroupShape || item.getItemShape() == MobraTypes::LayerShape)
+        problems.append({ {}, JsonPointer::member(pointer, shapeKey),
+            u"is that of a group or a layer, which documents do not hold yet"_s,
+            u"use its members as items of the page"_s });
     const auto check = [&](double number, const QString &key) {
         const QString problem = ItemValue::numberProblem(number, key);
         if (!problem.isEmpty())
