@@ -15,6 +15,7 @@ namespace {
 /// The pixels of a page's side for which efforts are estimated; one unit are some 8 microseconds then.
 constexpr double pagePixels = 400.0;
 constexpr double elementEffort = 0.5;
+constexpr double levelEffort = 0.001; // for each group around: styles are looked for in all of them
 constexpr double farPointEffort = 500.0;
 constexpr double dashEffort = 0.1;
 constexpr double textEffort = 5.0;
@@ -148,7 +149,8 @@ void SvgEffort::beginElement(const QXmlStreamReader &reader)
     m_open.append(element);
     if (m_open.size() == 1)
         m_page = pageOf(attributes);
-    m_references.addEffort(element.isText ? textEffort : elementEffort);
+    const auto groups = std::max(m_open.size() - 2, qsizetype(0)); // around it, within the drawing
+    m_references.addEffort((element.isText ? textEffort : elementEffort) + levelEffort * double(groups));
     if (name == "use"_L1)
         refer(attributes);
     else if (name == "glyph"_L1 || name == "missing-glyph"_L1)
