@@ -65,7 +65,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     const std::unique_ptr<Item> copy(item->createItemCopy());
     Fuzz::paint(*copy);
-    Fuzz::require(!saved(*copy, form).isEmpty());
+    Fuzz::require(saved(*copy, form).isEmpty() == first.isEmpty());
+    Fuzz::require(first.isEmpty() == Fuzz::isLayer(*item));
 
     // A text keeps the weight of an older record only until that is saved in today's scale and read again.
     const QByteArray second = savedAgain(data[0], first, form);

@@ -65,6 +65,14 @@ inline std::unique_ptr<Item> itemOf(std::uint8_t choice)
     return item ? std::move(item) : made(codes[choice % codes.size()]);
 }
 
+/// Of all classes only the layer has a record without a byte.
+inline bool isLayer(Item &item)
+{
+    const auto *graphics = dynamic_cast<QGraphicsItem *>(&item);
+    require(graphics != nullptr);
+    return graphics->type() == MobraTypes::LayerShape;
+}
+
 /// Paints the item as a scene would, selected, into a small picture.
 inline void paint(Item &item)
 {
