@@ -63,6 +63,12 @@ bool isEndlessJpeg(const QByteArray &bytes)
     return bytes.startsWith("\xFF\xD8") && scansOf(bytes) > Limits::MaxJpegScans;
 }
 
+/// Qt's reader of GIF files takes pictures behind any other six bytes as well.
+bool mayBe(const char *format, const QByteArray &bytes)
+{
+    return qstrcmp(format, "gif") != 0 || bytes.startsWith("GIF8");
+}
+
 /// Clears the bits behind the last pixel of each row of one-bit pixels. They hold anything, and would be
 /// saved with the picture.
 void clearPadding(QImage &image)
@@ -102,7 +108,7 @@ QImage decoded(const QByteArray &bytes)
         buffer.seek(0);
         QImageReader reader(&buffer, format);
         reader.setAutoDetectImageFormat(false);
-        if (reader.canRead())
+        if (mayBe(format, bytes) && reader.canRead())
             return SafeImage::fits(reader.size()) ? reader.read() : QImage();
     }
     return {};

@@ -260,6 +260,9 @@ void tst_PictureLoader::whatIsNoPictureIsRefused_data()
     QTest::newRow("portable document") << QByteArray("%PDF-1.4\n1 0 obj\n");
     QTest::newRow("script") << QByteArray("%!PS-Adobe-3.0 EPSF-3.0\n");
     QTest::newRow("two bytes of a bitmap") << QByteArray("BM");
+    QTest::newRow("gif with the mark of a drawing")
+        << QByteArray::fromHex("3C7376672078" // <svg x
+                               "03000200800000FF0000FFFFFF2C0000000003000200000204848F0959003B");
     QTest::newRow("29 bytes of a bitmap") << Pictures::bitmapFile(24, '\x40').first(29);
     QTest::newRow("mark of a PNG") << QByteArray("\x89PNG\r\n\x1A\n");
     QTest::newRow("mark of a JPEG") << QByteArray("\xFF\xD8\xFF");
