@@ -14,6 +14,13 @@ if(VX_SANITIZE)
     target_link_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE})
 endif()
 
+# vx_precompile_headers(<target>): a third less to compile; builds without show what a source forgot to include.
+function(vx_precompile_headers target)
+    if(VX_PRECOMPILED_HEADERS)
+        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/precompiled.h")
+    endif()
+endfunction()
+
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
