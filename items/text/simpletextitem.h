@@ -158,6 +158,8 @@ private:
     /// The size before stretching, by which an outline of so many units was stretched too.
     QSizeF unscaledSize(double outline) const;
     bool isNaturalWidth(double stored, double natural) const;
+    /// Whether the text is as high as stored rather in its natural width than in the stored one.
+    bool hasNaturalHeight(const QSizeF &stored, const QSizeF &natural);
     void restoreTextWidth();
     void useFont(const QFont &font);
     void restoreFontSize();

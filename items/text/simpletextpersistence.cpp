@@ -194,14 +194,24 @@ bool SimpleTextItem::isNaturalWidth(double stored, double natural) const
     return std::abs(natural + outline * part - stored) < widthTolerance;
 }
 
+bool SimpleTextItem::hasNaturalHeight(const QSizeF &stored, const QSizeF &natural)
+{
+    setTextWidth(Limits::geometry(stored.width()));
+    const double broken = QGraphicsTextItem::boundingRect().height();
+    return std::abs(natural.height() - stored.height()) <= std::abs(broken - stored.height());
+}
+
 void SimpleTextItem::restoreTextWidth()
 {
-    // Taking a width that is the natural one but for rounding or the outline as stored would break lines.
-    const double natural = naturalSize().width();
-    const double stored = unscaledSize(0.0).width();
+    // Taking a width that is the natural one but for rounding or the outline as stored would break lines. The
+    // part of an outline that changed between two stretches cannot be told from the width.
+    const QSizeF natural = naturalSize();
+    const QSizeF stored = unscaledSize(0.0);
+    const bool isNatural = isNaturalWidth(stored.width(), natural.width())
+        || (itemPen().width() > 0 && hasNaturalHeight(stored, natural));
     {
         const LayoutPause pause(*document());
-        setTextWidth(Limits::geometry(isNaturalWidth(stored, natural) ? natural : stored));
+        setTextWidth(Limits::geometry(isNatural ? natural.width() : stored.width()));
     }
     noteFit();
 }

@@ -109,6 +109,8 @@ private Q_SLOTS:
     void mapReturnsAsItWas_data() { addLabels(); }
     void mapReturnsAsItWas();
     void shrunkLabelWithAnOutlineStaysOnItsLine();
+    void labelWhoseOutlineChangedStaysOnItsLine_data();
+    void labelWhoseOutlineChangedStaysOnItsLine();
     void storedWidthOfAnotherTextIsKept();
     void mapOfVerticalTextIsHorizontal();
     void mapKeepsTheSpacesOfVerticalText_data();
@@ -350,6 +352,31 @@ void tst_LabelTextRecord::shrunkLabelWithAnOutlineStaysOnItsLine()
         QCOMPARE(loaded->document()->size().height(), height);
         QCOMPARE(loaded->QGraphicsTextItem::boundingRect(), label.QGraphicsTextItem::boundingRect());
     }
+}
+
+void tst_LabelTextRecord::labelWhoseOutlineChangedStaysOnItsLine_data()
+{
+    QTest::addColumn<int>("before");
+    QTest::addColumn<double>("stretch");
+    QTest::newRow("came, and the label shrank") << 0 << 0.5;
+    QTest::newRow("came, and the label grew") << 0 << 1.3;
+    QTest::newRow("grew") << 2 << 0.5;
+    QTest::newRow("shrank") << 9 << 0.5;
+}
+
+void tst_LabelTextRecord::labelWhoseOutlineChangedStaysOnItsLine()
+{
+    QFETCH(int, before);
+    QFETCH(double, stretch);
+    SimpleTextItem label;
+    label.setItemText(u"Sale now"_s);
+    label.setItemPenWidth(static_cast<unsigned short>(before));
+    label.setItemSize(label.getItemSize() * 0.8);
+    label.setItemPenWidth(6);
+    label.setItemSize(label.getItemSize() * stretch);
+    SimpleTextItem loaded;
+    QCOMPARE(ItemRecords::load(loaded, ItemRecords::saved(label)), QDataStream::Ok);
+    QCOMPARE(loaded.QGraphicsTextItem::boundingRect(), label.QGraphicsTextItem::boundingRect());
 }
 
 // A record of another font, or by another hand: the text flows in the width that it tells.
