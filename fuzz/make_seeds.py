@@ -21,7 +21,7 @@ CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
 
 # How many of the last common fields a class lacks: brush and fill, and the pen as well.
-LACKING = {"line": 2, "barcode": 7, "svg": 7, "pixmap": 7, "symbol": 7}
+LACKING = {"group": 7, "line": 2, "barcode": 7, "svg": 7, "pixmap": 7, "symbol": 7}
 # Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
 # keys of the property map.
 RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
@@ -99,6 +99,7 @@ CLASSES = {
                 [8, "LOT 4711", 1, 10, False, 0, 9, "Loma", 2, True, False, True, False, True,
                  rgb(255, 255, 240), rgb(0xD4, 0, 0)]),
     "line": (0x1001F, [], LINE, [250.25, 0x35, -123.5, 4096.125]),
+    "group": (0x10001, [], [], []),
     "rectangle": (0x1002A, [], [], []),
     "rounded_rectangle": (0x1002B, RADII, [], [12.5, -3.0]),
     "ellipse": (0x1002C, [], [], []),
@@ -147,10 +148,22 @@ def map_of(name):
     return values | own_values
 
 
+# In every document: a layer of a group of a group and a picture; its binary record is the documents' own.
+LAYER = 0x10002
+NESTED = ("group", [("group", [("rectangle", []), ("label_text", [])]), ("pixmap", [])])
+
+
+def json_tree(tree):
+    name, members = tree
+    return map_of(name) | ({"children": [json_tree(member) for member in members]} if members else {})
+
+
 def json_document():
     return {"format": "vxlabel", "version": VERSION, "page": {"width": 62, "height": 29.5, "dpi": 300},
             "inks": [{"name": "black", "color": "#000000"}, {"name": "red", "color": "#d40000"}],
-            "paper": "#fffff0", "items": [map_of(name) for name in CLASSES]}
+            "paper": "#fffff0", "items": [map_of(name) for name in CLASSES]
+            + [{"itemShape": LAYER, "itemId": 3, "itemZValue": 1.5, "name": "Größe", "visible": True,
+                "children": [json_tree(NESTED)]}]}
 
 
 def binary_document():
@@ -163,13 +176,19 @@ def binary_document():
 
     # Geometry beyond ±10,000,000, or a transform with a perspective, would be no seed but a mistake.
     sound = NEW[:9] + [250.25, 40.5] + NEW[11:]
-    frames = b""
-    for name, (code, *_) in CLASSES.items():
+
+    def frame(name, members=()):
+        code = CLASSES[name][0]
         data = record_of(name, sound)
-        frames += struct.pack(">II", code, len(data)) + data
+        count = struct.pack(">I", len(members)) if name == "group" else b""
+        return struct.pack(">II", code, len(data)) + data + count + b"".join(frame(*member) for member in members)
+
+    layer = struct.pack(">hdb", 3, 1.5, 1) + text("Größe")
+    frames = b"".join(frame(name) for name in CLASSES)
+    frames += struct.pack(">II", LAYER, len(layer)) + layer + struct.pack(">I", 1) + frame(*NESTED)
     return (b"VXLABEL\0" + struct.pack(">Iddd", VERSION, 62.0, 29.5, 300.0)
             + struct.pack(">I", 2) + text("black") + colour(0, 0, 0) + text("red") + colour(0xD4, 0, 0)
-            + colour(255, 255, 240) + struct.pack(">I", len(CLASSES)) + frames)
+            + colour(255, 255, 240) + struct.pack(">I", len(CLASSES) + 1) + frames)
 
 
 def picture_files():

@@ -4,6 +4,7 @@
 #include "items/core/item.h"
 #include "label/binaryreader.h"
 #include "label/itemrecord.h"
+#include "label/itemtree.h"
 #include "label/problemlog.h"
 
 #include <QDataStream>
@@ -22,6 +23,17 @@ void writeHead(QDataStream &stream, const LabelDocument &document)
     stream << document.paper();
 }
 
+void writeFrame(QDataStream &stream, Item &item)
+{
+    stream << quint32(item.getItemShapeInt()) << ItemRecord::of(item);
+    if (!ItemTree::isContainer(item))
+        return;
+    const QList<Item *> members = ItemTree::membersOf(item);
+    stream << quint32(members.size());
+    for (Item *member : members)
+        writeFrame(stream, *member);
+}
+
 } // namespace
 
 bool BinaryFormat::hasMagic(const QByteArray &data)
@@ -37,7 +49,7 @@ QByteArray BinaryFormat::write(const LabelDocument &document)
     writeHead(stream, document);
     stream << quint32(document.items().size());
     for (const auto &item : document.items())
-        stream << quint32(item->getItemShapeInt()) << ItemRecord::of(*item);
+        writeFrame(stream, *item);
     return data;
 }
 

@@ -7,6 +7,7 @@
 #include "label/documentrules.h"
 #include "label/itemmap.h"
 #include "label/itemrecord.h"
+#include "label/itemtree.h"
 #include "label/jsonpointer.h"
 #include "label/labellimits.h"
 #include "label/problemlog.h"
@@ -143,10 +144,12 @@ bool BinaryReader::readItems()
     const qint64 start = m_stream.device()->pos();
     if (!readValue(count, u"/items"_s) || !DocumentRules::acceptsItemCount(count, byteAt(start), m_log))
         return false;
-    for (quint32 i = 0; i < count; ++i) {
-        if (!readFrame())
-            return false;
-    }
+    m_count = count;
+    std::optional<std::vector<std::unique_ptr<Item>>> items = readFrames(count, 1);
+    if (!items)
+        return false;
+    for (std::unique_ptr<Item> &item : *items)
+        m_document.addItem(std::move(item));
     const qint64 end = m_stream.device()->pos();
     if (end == m_size)
         return true;
@@ -155,7 +158,20 @@ bool BinaryReader::readItems()
     return false;
 }
 
-bool BinaryReader::readFrame()
+std::optional<std::vector<std::unique_ptr<Item>>> BinaryReader::readFrames(quint32 count, int level)
+{
+    std::vector<std::unique_ptr<Item>> items;
+    for (quint32 i = 0; i < count; ++i) {
+        std::unique_ptr<Item> item;
+        if (!readFrame(item, level))
+            return {};
+        if (item)
+            items.push_back(std::move(item));
+    }
+    return items;
+}
+
+bool BinaryReader::readFrame(std::unique_ptr<Item> &item, int level)
 {
     const qint64 start = m_stream.device()->pos();
     quint32 shape;
@@ -163,18 +179,43 @@ bool BinaryReader::readFrame()
     m_stream >> shape >> record;
     if (!isWhole(start))
         return false;
-    if (auto item = itemOf(shape, record, byteAt(start)); item && m_budget.take(*item, byteAt(start), m_log))
-        m_document.addItem(std::move(item));
+    std::optional<std::vector<std::unique_ptr<Item>>> members = readMembers(shape, level);
+    if (!members)
+        return false;
+    item = itemOf(shape, record, byteAt(start), std::move(*members));
+    if (item && !m_budget.take(*item, byteAt(start), m_log))
+        item.reset();
     return true;
 }
 
-std::unique_ptr<Item> BinaryReader::itemOf(quint32 shape, const QByteArray &record, const QString &where)
+/// Nothing, with a problem, if what follows has no place.
+std::optional<std::vector<std::unique_ptr<Item>>> BinaryReader::readMembers(quint32 shape, int level)
+{
+    if (shape != MobraTypes::GroupShape && shape != MobraTypes::LayerShape)
+        return std::vector<std::unique_ptr<Item>>();
+    const qint64 start = m_stream.device()->pos();
+    quint32 count;
+    m_stream >> count;
+    if (!isWhole(start))
+        return {};
+    m_count += count;
+    if (!DocumentRules::acceptsItemCount(m_count, byteAt(start), m_log))
+        return {};
+    if (count > 0 && !DocumentRules::acceptsLevel(level + 1, byteAt(start), m_log))
+        return {};
+    return readFrames(count, level + 1);
+}
+
+std::unique_ptr<Item> BinaryReader::itemOf(
+    quint32 shape, const QByteArray &record, const QString &where, std::vector<std::unique_ptr<Item>> members)
 {
     std::unique_ptr<Item> item(ClassFactory().create(static_cast<MobraTypes::ShapeType>(shape)));
     if (!item) {
         m_log.add(where, u"%1 is no known type of item"_s.arg(shape));
         return {};
     }
+    // A group is read when it has its members: they join where it begins.
+    ItemTree::join(*item, std::move(members));
     if (!ItemRecord::load(*item, record, m_version)) {
         m_log.add(where, u"the record of this %1 is not whole"_s.arg(Wording::item(*item)));
         return {};

@@ -38,8 +38,12 @@ private:
     /// Takes the dithering off the number of inks, if it is one.
     void takeDither(quint32 &inks);
     [[nodiscard]] bool readItems();
-    [[nodiscard]] bool readFrame();
-    [[nodiscard]] std::unique_ptr<Item> itemOf(quint32 shape, const QByteArray &record, const QString &where);
+    [[nodiscard]] std::optional<std::vector<std::unique_ptr<Item>>> readFrames(quint32 count, int level);
+    /// Leaves the item null where it is broken. False where what follows has no place.
+    [[nodiscard]] bool readFrame(std::unique_ptr<Item> &item, int level);
+    [[nodiscard]] std::optional<std::vector<std::unique_ptr<Item>>> readMembers(quint32 shape, int level);
+    [[nodiscard]] std::unique_ptr<Item> itemOf(quint32 shape, const QByteArray &record, const QString &where,
+        std::vector<std::unique_ptr<Item>> members);
     /// Reads a value and notes where it began under its JSON pointer. False, with a problem, where the data
     /// ends early.
     template <typename T> [[nodiscard]] bool readValue(T &value, const QString &pointer);
@@ -53,5 +57,6 @@ private:
     LabelDocument m_document;
     ContentBudget m_budget;
     quint32 m_version = 0;
+    qint64 m_count = 0; ///< of all items, those that are still to be read included
     QHash<QString, qint64> m_offsets;
 };

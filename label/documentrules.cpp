@@ -32,3 +32,12 @@ bool DocumentRules::acceptsItemCount(qint64 count, const QString &where, Problem
     log.add(where, u"%1 items"_s.arg(count), u"a label holds at most %1"_s.arg(LabelLimits::MaxItems));
     return false;
 }
+
+bool DocumentRules::acceptsLevel(int level, const QString &where, ProblemLog &log)
+{
+    if (level <= LabelLimits::MaxNesting)
+        return true;
+    log.add(where, u"items within items, more than %1 levels deep"_s.arg(LabelLimits::MaxNesting),
+        u"take some groups apart"_s);
+    return false;
+}

@@ -13,4 +13,7 @@ namespace DocumentRules {
 
 bool acceptsItemCount(qint64 count, const QString &where, ProblemLog &log);
 
+/// Items of the page are at level 1, their members at level 2.
+[[nodiscard]] bool acceptsLevel(int level, const QString &where, ProblemLog &log);
+
 } // namespace DocumentRules

@@ -2,6 +2,7 @@
 #include "label/itemmap.h"
 
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/layeritem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/graphics/pixmapitem.h"
@@ -13,7 +14,9 @@
 #include "items/shapes/lineitem.h"
 #include "items/shapes/polygonitem.h"
 #include "items/text/simpletextitem.h"
+#include "label/documentrules.h"
 #include "label/itemrecord.h"
+#include "label/itemtree.h"
 #include "label/itemvalue.h"
 #include "label/jsonmembers.h"
 #include "label/jsonpointer.h"
@@ -21,6 +24,7 @@
 #include "label/wording.h"
 
 #include <QGraphicsItem>
+#include <QJsonArray>
 #include <QMap>
 #include <QMetaProperty>
 
@@ -39,6 +43,11 @@ const QString widthKey = u"itemWidth"_s;
 const QString heightKey = u"itemHeight"_s;
 const QString scaleXKey = u"itemScaleX"_s;
 const QString scaleYKey = u"itemScaleY"_s;
+const QString countKey = u"childrenCount"_s;
+// Host keys of a layer, whose map holds nothing of its own.
+const QString idKey = u"itemId"_s;
+const QString zKey = u"itemZValue"_s;
+const QString nameKey = u"name"_s;
 
 constexpr int unbound = -1;
 
@@ -66,6 +75,13 @@ QMap<QString, QMetaType> typesOfKeys(Item &item)
         const QString name = QString::fromLatin1(meta.property(i).name());
         if (!Item::ignoredPropertyNames().contains(name))
             types.insert(name, meta.property(i).metaType());
+    }
+    if (item.getItemShape() == MobraTypes::LayerShape) {
+        types.remove(datasourceIdKey);
+        types.remove(datasourceFieldKey);
+        types.insert(idKey, QMetaType::fromType<short>());
+        types.insert(zKey, QMetaType::fromType<double>());
+        types.insert(nameKey, QMetaType::fromType<QString>());
     }
     return types;
 }
@@ -107,6 +123,28 @@ void addFontSize(Item &item, QJsonObject &json)
         json.insert(u"itemFontSize"_s, text->getItemPositiveFontSize());
 }
 
+void addLayer(Item &item, QJsonObject &json)
+{
+    const auto *layer = dynamic_cast<LayerItem *>(&item);
+    if (!layer)
+        return;
+    json.insert(idKey, layer->itemId());
+    json.insert(zKey, layer->getItemZValue());
+    if (!layer->objectName().isEmpty())
+        json.insert(nameKey, layer->objectName());
+}
+
+void addMembers(Item &item, QJsonObject &json)
+{
+    if (!ItemTree::isContainer(item))
+        return;
+    QJsonArray children;
+    for (Item *member : ItemTree::membersOf(item))
+        children.append(ItemMap::toJson(*member));
+    json.insert(countKey, children.size());
+    json.insert(ItemMap::childrenKey, children);
+}
+
 std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &pointer, ProblemLog &log)
 {
     const QString where = JsonPointer::member(pointer, shapeKey);
@@ -130,7 +168,7 @@ std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &point
 void refuseKey(
     const QString &key, const QMap<QString, QMetaType> &types, const QString &pointer, ProblemLog &log)
 {
-    if (key == "children"_L1)
+    if (key == ItemMap::childrenKey)
         log.add(
             JsonPointer::member(pointer, key), u"this item holds no others"_s, u"move them to \"items\""_s);
     else
@@ -144,6 +182,8 @@ QVariantMap checkedMap(Item &item, const QJsonObject &object, const QString &poi
     const QMap<QString, QMetaType> types = typesOfKeys(item);
     for (auto member = object.constBegin(); member != object.constEnd(); ++member) {
         const QString key = member.key();
+        if (key == ItemMap::childrenKey && ItemTree::isContainer(item))
+            continue;
         const QMetaType type = types.value(key);
         if (!type.isValid()) {
             refuseKey(key, types, pointer, log);
@@ -271,6 +311,16 @@ void parkBinding(Item &item)
     item.setItemFlags(flags);
 }
 
+void applyLayer(Item &item, const QVariantMap &map)
+{
+    auto *layer = dynamic_cast<LayerItem *>(&item);
+    if (!layer)
+        return;
+    layer->setItemId(map.value(idKey, layer->itemId()).value<short>());
+    layer->setItemZValue(map.value(zKey, layer->getItemZValue()).toDouble());
+    layer->setObjectName(map.value(nameKey).toString());
+}
+
 void applyHostKeys(Item &item, const QVariantMap &map)
 {
     if (map.contains(visibleKey))
@@ -279,6 +329,7 @@ void applyHostKeys(Item &item, const QVariantMap &map)
         item.setDatasourceId(map.value(datasourceIdKey).toInt());
     if (map.contains(datasourceFieldKey))
         item.setDatasourceField(map.value(datasourceFieldKey).toString());
+    applyLayer(item, map);
     parkBinding(item);
 }
 
@@ -292,13 +343,21 @@ QJsonObject ItemMap::toJson(Item &item)
     addColors(plain, json);
     addBinding(plain, json);
     addFontSize(plain, json);
+    addLayer(plain, json);
+    addMembers(item, json);
     if (!plain.getItemIsVisible())
         json.insert(visibleKey, false);
     return json;
 }
 
-std::unique_ptr<Item> ItemMap::fromJson(
-    const QJsonObject &object, unsigned int version, const QString &pointer, ProblemLog &log)
+bool ItemMap::isContainer(const QJsonObject &object)
+{
+    const int shape = object.value(shapeKey).toInt();
+    return shape == MobraTypes::GroupShape || shape == MobraTypes::LayerShape;
+}
+
+std::unique_ptr<Item> ItemMap::fromJson(const QJsonObject &object, unsigned int version,
+    const QString &pointer, ProblemLog &log, std::vector<std::unique_ptr<Item>> members)
 {
     const qsizetype before = log.count();
     std::unique_ptr<Item> item = createItem(object, pointer, log);
@@ -308,6 +367,8 @@ std::unique_ptr<Item> ItemMap::fromJson(
     if (log.count() > before)
         return {};
     completeScales(*item, map);
+    // A group is read when it has its members: they join where it begins.
+    ItemTree::join(*item, std::move(members));
     item->loadItemFromJSON(map, version);
     restoreBarcode(*item, map);
     placeWithoutTransform(*item, map);
@@ -320,11 +381,6 @@ std::unique_ptr<Item> ItemMap::fromJson(
 Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
 {
     Problems problems;
-    // Neither form holds members, and what is lost in silence is lost for good.
-    if (item.getItemShape() == MobraTypes::GroupShape || item.getItemShape() == MobraTypes::LayerShape)
-        problems.append({ {}, JsonPointer::member(pointer, shapeKey),
-            u"is that of a group or a layer, which documents do not hold yet"_s,
-            u"use its members as items of the page"_s });
     const auto check = [&](double number, const QString &key) {
         const QString problem = ItemValue::numberProblem(number, key);
         if (!problem.isEmpty())
@@ -332,10 +388,15 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
     };
     const QObject *object = dynamic_cast<QObject *>(&item);
     const QMetaObject &type = classOf(item);
+    // Its sides are -1, and are written as 0.
+    const bool isEmptyGroup
+        = item.getItemShape() == MobraTypes::GroupShape && ItemTree::membersOf(item).isEmpty();
     for (int i = 0; i < type.propertyCount(); ++i) {
         const QMetaProperty property = type.property(i);
         const QString name = QString::fromLatin1(property.name());
-        if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name))
+        const bool isOfNewGroup = isEmptyGroup && (name == widthKey || name == heightKey);
+        if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name)
+            && !isOfNewGroup)
             check(property.read(object).toDouble(), name);
     }
     for (const QVariant &entry : item.getItemTransform())
@@ -343,4 +404,18 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
     if (const auto *graphics = dynamic_cast<QGraphicsItem *>(&item))
         check(graphics->transform().m33(), u"itemTransform"_s);
     return problems;
+}
+
+void ItemMap::checkTree(Item &item, const QString &pointer, int level, ProblemLog &log)
+{
+    log.add(geometryProblems(item, pointer));
+    const QList<Item *> members = ItemTree::membersOf(item);
+    const QString children = JsonPointer::member(pointer, childrenKey);
+    if (members.size() < ItemTree::graphicsOf(item).childItems().size())
+        log.add(children, u"%1 holds something that is no item of a document"_s.arg(Wording::item(item)),
+            u"take it out"_s);
+    if (members.isEmpty() || !DocumentRules::acceptsLevel(level + 1, children, log))
+        return;
+    for (qsizetype i = 0; i < members.size(); ++i)
+        checkTree(*members[i], JsonPointer::element(children, i), level + 1, log);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/itemrecord.h"
 
+#include "items/containers/layeritem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
@@ -10,6 +11,7 @@
 #include "items/interfaces/icoloritem.h"
 #include "items/interfaces/textcoloritem.h"
 #include "items/text/richtextitem.h"
+#include "label/itemtree.h"
 #include "label/labeldocument.h"
 #include "label/paintedcolors.h"
 
@@ -116,10 +118,62 @@ QByteArray writtenInKnownWeight(RichTextItem &text)
     return writtenForReaders(inKnownWeight);
 }
 
+QByteArray written(LayerItem &layer)
+{
+    QByteArray record;
+    QDataStream stream(&record, QIODevice::WriteOnly);
+    stream.setVersion(ItemRecord::StreamVersion);
+    Record::write(stream, qint16(layer.itemId()), layer.getItemZValue(), ItemTree::isShown(layer));
+    stream << layer.objectName();
+    return record;
+}
+
+/// A layer without a record is as new.
+void loadLayer(LayerItem &layer, QDataStream &stream)
+{
+    if (stream.atEnd())
+        return;
+    qint16 id;
+    double z;
+    bool visible;
+    Record::read(stream, std::tie(id, z, visible));
+    QString name;
+    stream >> name;
+    layer.setItemId(id);
+    layer.setItemZValue(z);
+    layer.setItemIsVisible(visible);
+    layer.setObjectName(name);
+}
+
+/// A copy that writes what the item does not say in its record itself; null if the item does.
+std::unique_ptr<Item> copyToWrite(Item &item)
+{
+    // One that only its container hides is written as one that shows.
+    const bool isHiddenFromOutside = !item.getItemIsVisible() && ItemTree::isShown(item);
+    // A new group has less than no size until it has members.
+    const bool hasNoSize = item.getItemShape() == MobraTypes::GroupShape
+        && (item.getItemWidth() < 0.0 || item.getItemHeight() < 0.0);
+    if (!isHiddenFromOutside && !hasNoSize)
+        return {};
+    std::unique_ptr<Item> copy(ClassFactory().create(item.getItemShape()));
+    if (!copy || !ItemRecord::load(*copy, written(item), LabelDocument::CurrentVersion))
+        return {};
+    copy->setItemIsVisible(ItemTree::isShown(item));
+    if (hasNoSize) {
+        copy->setItemWidth(0.0);
+        copy->setItemHeight(0.0);
+    }
+    return copy;
+}
+
 } // namespace
 
 QByteArray ItemRecord::of(Item &item)
 {
+    if (auto *layer = dynamic_cast<LayerItem *>(&item))
+        return written(*layer);
+    if (const std::unique_ptr<Item> copy = copyToWrite(item))
+        return of(*copy);
     auto *text = dynamic_cast<RichTextItem *>(&item);
     return text ? writtenInKnownWeight(*text) : written(item);
 }
@@ -128,7 +182,10 @@ bool ItemRecord::load(Item &item, const QByteArray &record, unsigned int version
 {
     QDataStream stream(record);
     stream.setVersion(StreamVersion);
-    item.loadItemFromData(stream, version);
+    if (auto *layer = dynamic_cast<LayerItem *>(&item))
+        loadLayer(*layer, stream);
+    else
+        item.loadItemFromData(stream, version);
     loadUnreadFill(item, stream);
     return stream.status() == QDataStream::Ok && stream.atEnd();
 }
@@ -147,5 +204,8 @@ std::unique_ptr<Item> ItemRecord::plainCopy(Item &item)
 QByteArray ItemRecord::comparable(Item &item)
 {
     const std::unique_ptr<Item> copy = plainCopy(item);
-    return copy ? withoutNegativeZeros(of(*copy)) : QByteArray();
+    QByteArray records = copy ? withoutNegativeZeros(of(*copy)) : QByteArray();
+    for (Item *member : ItemTree::membersOf(item))
+        records += '(' + comparable(*member) + ')';
+    return records;
 }

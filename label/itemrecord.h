@@ -14,6 +14,8 @@ namespace ItemRecord {
 /// QDataStream::Qt_6_0, by number: what documents hold does not follow the Qt that writes them.
 inline constexpr int StreamVersion = 20;
 
+/// Without the members of a container. The visibility is the item's own, whatever it lies in. A layer has no
+/// record but this: its id, z value, visibility and name.
 [[nodiscard]] QByteArray of(Item &item);
 
 /// Loads a record of a document of the given version. Whether the item took all of it and needed no more.
@@ -24,7 +26,7 @@ inline constexpr int StreamVersion = 20;
 /// the item's type has no class or its record cannot be read again.
 [[nodiscard]] std::unique_ptr<Item> plainCopy(Item &item);
 
-/// The record of the plain copy, without the sign of zeros.
+/// The record of the plain copy, without the sign of zeros, and those of all members.
 [[nodiscard]] QByteArray comparable(Item &item);
 
 } // namespace ItemRecord

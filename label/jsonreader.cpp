@@ -13,6 +13,21 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The items of an array and those within them.
+qint64 countOf(const QJsonArray &items)
+{
+    qint64 count = items.size();
+    for (const QJsonValue &item : items) {
+        if (ItemMap::isContainer(item.toObject()))
+            count += countOf(item.toObject().value(ItemMap::childrenKey).toArray());
+    }
+    return count;
+}
+
+} // namespace
+
 JsonReader::JsonReader(const QJsonObject &root, BrokenItems broken, ProblemLog &log)
     : m_root(root, {}, log)
     , m_broken(broken)
@@ -28,7 +43,7 @@ std::optional<LabelDocument> JsonReader::read()
     readHead();
     const std::optional<QJsonArray> items = m_root.array(u"items"_s);
     m_root.refuseOthers();
-    const bool countIsFine = DocumentRules::acceptsItemCount(items ? items->size() : 0, u"/items"_s, m_log);
+    const bool countIsFine = DocumentRules::acceptsItemCount(items ? countOf(*items) : 0, u"/items"_s, m_log);
     const bool refused = m_log.count() > 0;
     if (items && countIsFine)
         readItems(*items);
@@ -129,15 +144,50 @@ void JsonReader::readDither()
 
 void JsonReader::readItems(const QJsonArray &items)
 {
-    for (qsizetype i = 0; i < items.size(); ++i)
-        readItem(items.at(i), JsonPointer::element(u"/items"_s, i));
+    for (std::unique_ptr<Item> &item : itemsOf(items, u"/items"_s, 1))
+        m_document.addItem(std::move(item));
 }
 
-void JsonReader::readItem(const QJsonValue &json, const QString &pointer)
+std::vector<std::unique_ptr<Item>> JsonReader::itemsOf(
+    const QJsonArray &array, const QString &pointer, int level)
 {
-    if (!json.isObject())
+    std::vector<std::unique_ptr<Item>> items;
+    for (qsizetype i = 0; i < array.size(); ++i) {
+        if (auto item = itemOf(array.at(i), JsonPointer::element(pointer, i), level))
+            items.push_back(std::move(item));
+    }
+    return items;
+}
+
+std::unique_ptr<Item> JsonReader::itemOf(const QJsonValue &json, const QString &pointer, int level)
+{
+    if (!json.isObject()) {
         m_log.add(pointer, u"is %1, not an object"_s.arg(JsonMembers::typeName(json.type())));
-    else if (auto item = ItemMap::fromJson(json.toObject(), m_version, pointer, m_log);
-             item && m_budget.take(*item, pointer, m_log))
-        m_document.addItem(std::move(item));
+        return {};
+    }
+    const QJsonObject object = json.toObject();
+    std::optional<std::vector<std::unique_ptr<Item>>> members = membersOf(object, pointer, level);
+    if (!members)
+        return {};
+    auto item = ItemMap::fromJson(object, m_version, pointer, m_log, std::move(*members));
+    return item && m_budget.take(*item, pointer, m_log) ? std::move(item) : nullptr;
+}
+
+/// Nothing, with a problem, if the children are no list or lie too deep.
+std::optional<std::vector<std::unique_ptr<Item>>> JsonReader::membersOf(
+    const QJsonObject &object, const QString &pointer, int level)
+{
+    std::vector<std::unique_ptr<Item>> members;
+    const QJsonValue children = object.value(ItemMap::childrenKey);
+    if (!ItemMap::isContainer(object) || children.isUndefined())
+        return members;
+    const QString where = JsonPointer::member(pointer, ItemMap::childrenKey);
+    if (!children.isArray()) {
+        m_log.add(where, u"is %1, not a list"_s.arg(JsonMembers::typeName(children.type())));
+        return {};
+    }
+    const QJsonArray array = children.toArray();
+    if (!array.isEmpty() && !DocumentRules::acceptsLevel(level + 1, where, m_log))
+        return {};
+    return itemsOf(array, where, level + 1);
 }

@@ -28,7 +28,11 @@ private:
     void readDither();
     [[nodiscard]] Ink readInk(const QJsonValue &json, const QString &pointer);
     void readItems(const QJsonArray &items);
-    void readItem(const QJsonValue &json, const QString &pointer);
+    [[nodiscard]] std::vector<std::unique_ptr<Item>> itemsOf(
+        const QJsonArray &array, const QString &pointer, int level);
+    [[nodiscard]] std::unique_ptr<Item> itemOf(const QJsonValue &json, const QString &pointer, int level);
+    [[nodiscard]] std::optional<std::vector<std::unique_ptr<Item>>> membersOf(
+        const QJsonObject &object, const QString &pointer, int level);
 
     JsonMembers m_root;
     BrokenItems m_broken;

@@ -73,7 +73,7 @@ public:
                 continue;
             }
             count(text[offset]);
-            if (m_values > LabelLimits::MaxJsonValues || m_depth > LabelLimits::MaxNesting)
+            if (m_values > LabelLimits::MaxJsonValues || m_depth > LabelLimits::MaxJsonNesting)
                 return refuse(text, offset);
             ++offset;
         }
@@ -91,8 +91,9 @@ private:
 
     bool refuse(const QByteArray &text, qsizetype offset)
     {
-        if (m_depth > LabelLimits::MaxNesting)
-            m_log.add(placeOf(text, offset), u"nested deeper than %1 levels"_s.arg(LabelLimits::MaxNesting));
+        if (m_depth > LabelLimits::MaxJsonNesting)
+            m_log.add(
+                placeOf(text, offset), u"nested deeper than %1 levels"_s.arg(LabelLimits::MaxJsonNesting));
         else
             m_log.add(placeOf(text, offset), u"more than %1 values"_s.arg(LabelLimits::MaxJsonValues),
                 u"split the label into several"_s);

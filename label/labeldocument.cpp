@@ -6,6 +6,7 @@
 #include "label/documentrules.h"
 #include "label/inkrules.h"
 #include "label/itemmap.h"
+#include "label/itemtree.h"
 #include "label/jsonpointer.h"
 #include "label/labellimits.h"
 #include "label/problemlog.h"
@@ -21,6 +22,8 @@ void setBackground(Item &item, const QColor &paper)
 {
     if (auto *fillable = dynamic_cast<FillableItem *>(&item))
         fillable->setSceneBackgroundColor(paper);
+    for (Item *member : ItemTree::membersOf(item))
+        setBackground(*member, paper);
 }
 
 void checkRange(double value, double least, double most, const QString &where, ProblemLog &log)
@@ -76,8 +79,11 @@ Problems LabelDocument::problems() const
         m_pageSize.height(), LabelLimits::MinPageSide, LabelLimits::MaxPageSide, u"/page/height"_s, log);
     checkRange(m_designDpi, LabelLimits::MinDpi, LabelLimits::MaxDpi, u"/page/dpi"_s, log);
     log.add(InkRules::problems(m_inks, m_paper));
-    DocumentRules::acceptsItemCount(qint64(m_items.size()), u"/items"_s, log);
+    qint64 count = 0;
+    for (const auto &item : m_items)
+        count += ItemTree::count(*item);
+    DocumentRules::acceptsItemCount(count, u"/items"_s, log);
     for (std::size_t i = 0; i < m_items.size(); ++i)
-        log.add(ItemMap::geometryProblems(*m_items[i], JsonPointer::element(u"/items"_s, qsizetype(i))));
+        ItemMap::checkTree(*m_items[i], JsonPointer::element(u"/items"_s, qsizetype(i)), 1, log);
     return log.problems();
 }

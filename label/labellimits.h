@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/limits.h"
+
 #include <QtGlobal>
 
 /// What the host library accepts. A document beyond a limit is refused with a problem that names it.
@@ -15,8 +17,10 @@ inline constexpr int MaxItems = 20'000;
 /// What the pixels of all pictures and the parts of all drawings of a document take in bytes: 256 million
 /// pixels.
 inline constexpr qint64 MaxContentBytes = 1'024'000'000;
-/// Containers within containers.
-inline constexpr int MaxNesting = 64;
+/// The levels of items within items, of which the innermost holds no others.
+inline constexpr int MaxNesting = Limits::MaxNesting;
+/// JSON values within values: two for each of the items, and a transform or so.
+inline constexpr int MaxJsonNesting = 2 * MaxNesting + 8;
 /// A proof holds one bit of each pixel's byte for each ink.
 inline constexpr int MaxInks = 8;
 inline constexpr int MaxInkNameLength = 64;

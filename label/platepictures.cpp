@@ -6,6 +6,7 @@
 #include "items/core/safeimage.h"
 #include "items/graphics/imageableitem.h"
 #include "label/inksplit.h"
+#include "label/itemtree.h"
 #include "label/onebit.h"
 #include "label/printcopy.h"
 
@@ -16,11 +17,6 @@
 #include <cmath>
 
 namespace {
-
-QGraphicsItem &graphicsOf(Item &item)
-{
-    return dynamic_cast<QGraphicsItem &>(item);
-}
 
 QList<QColor> colorsOf(const QList<Ink> &inks)
 {
@@ -37,7 +33,7 @@ QImage alone(ImageableItem &picture, const QRectF &page, double scaling)
     const std::unique_ptr<Item> copy(item.createItemCopy());
     auto &unplaced = dynamic_cast<ImageableItem &>(*copy);
     unplaced.setImageHasTransparency(true);
-    return unplaced.createItemImage(&graphicsOf(*copy), qRgba(0, 0, 0, 0), page, scaling);
+    return unplaced.createItemImage(&ItemTree::graphicsOf(*copy), qRgba(0, 0, 0, 0), page, scaling);
 }
 
 /// A bit for each pixel that is not fully transparent. A null image, without memory for it.
@@ -100,11 +96,12 @@ void PlatePictures::copyItems(const LabelDocument &document)
     }
     std::ranges::stable_sort(
         inOrder, {}, [](const auto &indexed) { return indexed.second->getItemZValue(); });
+    double z = 0.0;
     for (const auto &[index, item] : inOrder) {
         Item *copy = item->createItemCopy();
-        PrintCopy::makeStackable(graphicsOf(*copy));
-        graphicsOf(*copy).setZValue(double(m_scene.items().size()));
-        m_scene.addItem(&graphicsOf(*copy));
+        PrintCopy::makeStackable(ItemTree::graphicsOf(*copy));
+        ItemTree::graphicsOf(*copy).setZValue(z++);
+        m_scene.addItem(&ItemTree::graphicsOf(*copy));
         if (auto *picture = dynamic_cast<ImageableItem *>(copy))
             m_pictures[index] = { picture, item->getItemZValue(), {}, {} };
     }
@@ -115,7 +112,7 @@ void PlatePictures::split(Picture &picture, const LabelDocument &document, const
     const QRectF page(QPointF(), document.pageSizeInUnits());
     // Otherwise a drawing may leave out what lies beneath it, and its place when it is turned.
     picture.item->setImageHasTransparency(true);
-    QGraphicsItem &graphics = graphicsOf(dynamic_cast<Item &>(*picture.item));
+    QGraphicsItem &graphics = ItemTree::graphicsOf(dynamic_cast<Item &>(*picture.item));
     const QImage composed = picture.item->createItemImage(&graphics, document.paper().rgb(), page, m_scaling);
     if (composed.isNull())
         return; // off the page

@@ -47,7 +47,9 @@ PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
     const Zint::ModuleDots modules
         = Zint::moduleDots(barcode, item.boundingRect(), BarcodeEncoding::modeOf(item), toDots);
     const Zint::Symbology *symbology = Zint::symbologyOf(barcode.symbol());
-    return { .symbology = symbology ? symbology->name : QString(),
+    return { .where = {},
+        .name = Wording::item(item),
+        .symbology = symbology ? symbology->name : QString(),
         .error = barcode.error_int(),
         .modules = modules.modules,
         .dots = modules.dots,

@@ -117,10 +117,13 @@ constexpr Field beforePixmap[]
 constexpr Field ofLine[]
     = { number("itemLength"), bytes(2), number("itemPositionX"), number("itemPositionY") };
 
+// The id; the visibility.
+constexpr Field ofLayer[] = { bytes(2), number("itemZValue"), bytes(1), text("name") };
+
 /// The classes with fields of their own.
 constexpr Layout layouts[] = {
     { MobraTypes::GroupShape, {}, withoutPen, {} },
-    { MobraTypes::LayerShape, {}, {}, {} },
+    { MobraTypes::LayerShape, ofLayer, {}, {} },
     { MobraTypes::LabelTextShape, beforeLabelText, outlined, behindLabelText },
     { MobraTypes::RichTextShape, beforeRichText, outlined, behindRichText },
     { MobraTypes::PixmapShape, beforePixmap, withoutPen, {} },

@@ -4,6 +4,7 @@
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
 #include "items/core/limits.h"
+#include "label/flatdocument.h"
 #include "label/inkwarnings.h"
 #include "label/labellimits.h"
 #include "label/onebit.h"
@@ -149,10 +150,16 @@ double Plate::area() const
 }
 
 std::optional<Separation> separate(
-    const LabelDocument &document, const SeparationOptions &options, Problems &problems)
+    const LabelDocument &original, const SeparationOptions &options, Problems &problems)
 {
+    if (const Problems found = original.problems(); !found.isEmpty()) {
+        problems += found;
+        return {};
+    }
+    const FlatDocument flat(original, options.layers);
+    const LabelDocument &document = flat.document();
     Separation separation { {}, document.paper(), inkWarnings(document), {} };
-    Problems found = document.problems();
+    Problems found = flat.problems();
     if (found.isEmpty())
         found = printProblems(document, options.dpi);
     if (found.isEmpty())
@@ -163,6 +170,9 @@ std::optional<Separation> separate(
     }
     separation.barcodes = PrintedBarcodes::of(document, options.dpi);
     separation.warnings += PrintedBarcodes::warnings(document, separation.barcodes, options.dpi);
+    flat.locate(separation.warnings);
+    for (PrintedBarcode &barcode : separation.barcodes)
+        barcode.where = flat.pointerOf(std::size_t(barcode.item));
     if (!options.negative && !options.overprint)
         keepDotsOnFirstPlate(separation.plates);
     for (Plate &plate : separation.plates)

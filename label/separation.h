@@ -5,6 +5,7 @@
 #include "label/labeldocument.h"
 
 #include <QImage>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -21,6 +22,8 @@ struct SeparationOptions
     bool overprint = false;
     /// How pictures become dots; as the document says if not given.
     std::optional<Dither> dither = {};
+    /// The names or numbers of the layers whose items are printed, and nothing else; everything if empty.
+    QStringList layers = {};
 };
 
 /// The dots of one ink.
@@ -37,7 +40,9 @@ struct Plate
 /// How a barcode comes out on the plates.
 struct PrintedBarcode
 {
-    qsizetype item = 0; ///< its place in the document
+    qsizetype item = 0; ///< its place among all items that are printed, those of groups and layers included
+    QString where; ///< its JSON pointer
+    QString name; ///< for people
     QString symbology; ///< "QR Code"; empty for a number of none
     int error = 0; ///< 5 or more: the encoder refuses the barcode, and no symbol is printed
     QSizeF modules; ///< how many the symbol is wide and high, with white space; empty if none is printed

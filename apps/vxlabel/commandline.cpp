@@ -163,6 +163,20 @@ void CommandLine::addDither(CLI::App &command, std::optional<Dither> &dither)
         ->check(CLI::IsMember(names));
 }
 
+void CommandLine::addLayers(CLI::App &command, QStringList &layers)
+{
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--layer",
+            [&layers](const std::vector<std::string> &names) {
+                for (const std::string &name : names)
+                    layers.append(QString::fromStdString(name));
+            },
+            "Print the items of this layer only, by its name or number; may be given several times")
+        ->type_name("NAME|ID")
+        ->allow_extra_args(false);
+}
+
 void CommandLine::addForce(CLI::App &command, bool &force)
 {
     command.add_flag("--force", force, "Replace files that exist");

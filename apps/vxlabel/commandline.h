@@ -38,6 +38,7 @@ public:
     static void addLabel(CLI::App &command, std::string &path);
     static void addResolution(CLI::App &command, std::optional<double> &dpi);
     static void addDither(CLI::App &command, std::optional<Dither> &dither);
+    static void addLayers(CLI::App &command, QStringList &layers);
     static void addForce(CLI::App &command, bool &force);
 
 private:

@@ -4,6 +4,7 @@
 #include "apps/vxlabel/stylenames.h"
 #include "apps/vxlabel/texttable.h"
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/layeritem.h"
 #include "items/core/item.h"
 #include "items/graphics/pixmapitem.h"
 #include "items/graphics/svgitem.h"
@@ -11,12 +12,14 @@
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/canonicaljson.h"
+#include "label/itemtree.h"
 #include "platform/zint/symbologies.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -101,9 +104,31 @@ QString textText(const Item &item)
     return {};
 }
 
+bool hasText(const Item &item)
+{
+    return !textText(item).isEmpty()
+        || std::ranges::any_of(
+            ItemTree::membersOf(item), [](const Item *member) { return hasText(*member); });
+}
+
 bool hasTexts(const LabelDocument &document)
 {
-    return std::ranges::any_of(document.items(), [](const auto &item) { return !textText(*item).isEmpty(); });
+    return std::ranges::any_of(document.items(), [](const auto &item) { return hasText(*item); });
+}
+
+qsizetype countOf(const LabelDocument &document)
+{
+    const auto added = [](qsizetype count, const auto &item) { return count + ItemTree::count(*item); };
+    return std::accumulate(document.items().begin(), document.items().end(), qsizetype(0), added);
+}
+
+/// What an item is called, with the name of a layer, and whether it is hidden.
+QString titleOf(const Item &item)
+{
+    QString title = descriptionOf(item);
+    if (const auto *layer = dynamic_cast<const LayerItem *>(&item); layer && !layer->objectName().isEmpty())
+        title += u" \"%1\""_s.arg(layer->objectName());
+    return ItemTree::isShown(item) ? title : title + u" (hidden)"_s;
 }
 
 QString pageText(const LabelDocument &document)
@@ -131,8 +156,23 @@ QString headText(const LabelDocument &document)
     head.addRow({ u"paper"_s, StyleNames::color(document.paper()) });
     head.addRow({ u"inks"_s, inksText(document) });
     head.addRow({ u"dither"_s, DitherNames::of(document.dither()) });
-    head.addRow({ u"items"_s, QString::number(document.items().size()) });
+    head.addRow({ u"items"_s, QString::number(countOf(document)) });
     return head.text();
+}
+
+/// The item and, below it and indented, those within it, whose places are those in their container.
+void addRows(TextTable &table, const Item &item, const QString &index, int level, double unit)
+{
+    if (dynamic_cast<const LayerItem *>(&item)) // it has no place, and no size
+        table.addRow({ index, QString(2 * level, u' ') + titleOf(item) });
+    else
+        table.addRow({ index, QString(2 * level, u' ') + titleOf(item), fixed(item.getItemPositionX() * unit),
+            fixed(item.getItemPositionY() * unit), fixed(item.getItemWidth() * unit),
+            fixed(item.getItemHeight() * unit), shortest(item.getItemRotation()), penText(item),
+            fillText(item), textText(item) });
+    const QList<Item *> members = ItemTree::membersOf(item);
+    for (qsizetype i = 0; i < members.size(); ++i)
+        addRows(table, *members[i], u"%1.%2"_s.arg(index).arg(i), level + 1, unit);
 }
 
 QString itemsText(const LabelDocument &document)
@@ -143,13 +183,8 @@ QString itemsText(const LabelDocument &document)
     TextTable table({ right, left, right, right, right, right, right, left, left, left });
     table.addRow({ u"index"_s, u"item"_s, u"x mm"_s, u"y mm"_s, u"width mm"_s, u"height mm"_s, u"rotation"_s,
         u"pen"_s, u"fill"_s, hasTexts(document) ? u"text"_s : QString() });
-    qsizetype index = 0;
-    for (const auto &item : document.items()) {
-        table.addRow({ QString::number(index++), descriptionOf(*item), fixed(item->getItemPositionX() * unit),
-            fixed(item->getItemPositionY() * unit), fixed(item->getItemWidth() * unit),
-            fixed(item->getItemHeight() * unit), shortest(item->getItemRotation()), penText(*item),
-            fillText(*item), textText(*item) });
-    }
+    for (std::size_t i = 0; i < document.items().size(); ++i)
+        addRows(table, *document.items()[i], QString::number(i), 0, unit);
     return table.text();
 }
 
@@ -182,11 +217,14 @@ QJsonObject itemObject(const Item &item, int index)
         { u"index"_s, index },
         { u"type"_s, qint64(item.getItemShapeInt()) },
         { u"description"_s, descriptionOf(item) },
-        { u"position"_s,
-            QJsonObject { { u"x"_s, item.getItemPositionX() }, { u"y"_s, item.getItemPositionY() } } },
-        { u"size"_s, sizeObject(item.getItemWidth(), item.getItemHeight()) },
-        { u"rotation"_s, item.getItemRotation() },
     };
+    const auto *layer = dynamic_cast<const LayerItem *>(&item);
+    if (!layer) {
+        object[u"position"_s]
+            = QJsonObject { { u"x"_s, item.getItemPositionX() }, { u"y"_s, item.getItemPositionY() } };
+        object[u"size"_s] = sizeObject(item.getItemWidth(), item.getItemHeight());
+        object[u"rotation"_s] = item.getItemRotation();
+    }
     if (const auto *contoured = dynamic_cast<const ContouredItem *>(&item)) {
         object[u"pen"_s] = QJsonObject { { u"color"_s, StyleNames::color(contoured->getItemPenColor()) },
             { u"style"_s, StyleNames::pen(contoured->getItemPenStyle()) },
@@ -221,6 +259,16 @@ QJsonObject itemObject(const Item &item, int index)
             { u"fillColor"_s, StyleNames::color(symbol->getItemFillColor()) },
             { u"singleColor"_s, symbol->getSingleColor() },
             { u"background"_s, symbol->getFillBoundingRectangle() } };
+    }
+    if (layer && !layer->objectName().isEmpty())
+        object[u"name"_s] = layer->objectName();
+    if (!ItemTree::isShown(item))
+        object[u"visible"_s] = false;
+    if (ItemTree::isContainer(item)) {
+        QJsonArray children;
+        for (const Item *member : ItemTree::membersOf(item))
+            children.append(itemObject(*member, int(children.size())));
+        object[u"children"_s] = children;
     }
     return object;
 }

@@ -23,6 +23,7 @@ struct RenderOptions
     std::string output;
     std::optional<double> dpi;
     std::optional<Dither> dither;
+    QStringList layers;
     bool force = false;
 };
 
@@ -55,7 +56,7 @@ ExitCode render(const RenderOptions &options, BrokenItems broken)
         return ExitCode::BadDocument;
     const double dpi = options.dpi.value_or(label->document.designDpi());
     const std::optional<Separation> separation
-        = separateLabel(*label, { .dpi = dpi, .dither = options.dither });
+        = separateLabel(*label, { .dpi = dpi, .dither = options.dither, .layers = options.layers });
     if (!separation)
         return ExitCode::BadDocument;
 
@@ -76,5 +77,6 @@ void addRenderCommand(CommandLine &commandLine)
     CommandLine::addPath(command, "-o,--output", "FILE", "The image, a .png file", options->output);
     CommandLine::addResolution(command, options->dpi);
     CommandLine::addDither(command, options->dither);
+    CommandLine::addLayers(command, options->layers);
     CommandLine::addForce(command, options->force);
 }

@@ -26,6 +26,7 @@ struct SeparateOptions
     std::string folder;
     std::optional<double> dpi;
     std::optional<Dither> dither;
+    QStringList layers;
     bool negative = false;
     bool overprint = false;
     std::string format = "png";
@@ -76,15 +77,14 @@ QString dotsText(const PrintedBarcode &barcode)
 }
 
 /// One line for each barcode: the modules that its symbol is wide, the dots of each, and its X dimension.
-QString barcodesText(const Separation &separation, const LabelDocument &document)
+QString barcodesText(const Separation &separation)
 {
     TextTable table({ Qt::AlignLeft, Qt::AlignLeft, Qt::AlignRight, Qt::AlignRight, Qt::AlignRight });
     for (const PrintedBarcode &barcode : separation.barcodes) {
         if (barcode.modules.isEmpty())
             continue;
-        table.addRow({ document.items()[std::size_t(barcode.item)]->toDescriptionString(), barcode.symbology,
-            u"%1 modules"_s.arg(number(barcode.modules.width())), dotsText(barcode),
-            u"X %1 mm"_s.arg(QString::number(barcode.moduleWidth, 'f', 3)) });
+        table.addRow({ barcode.name, barcode.symbology, u"%1 modules"_s.arg(number(barcode.modules.width())),
+            dotsText(barcode), u"X %1 mm"_s.arg(QString::number(barcode.moduleWidth, 'f', 3)) });
     }
     return table.text();
 }
@@ -98,12 +98,13 @@ ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
         { .dpi = options.dpi.value_or(label->document.designDpi()),
             .negative = options.negative,
             .overprint = options.overprint,
-            .dither = options.dither });
+            .dither = options.dither,
+            .layers = options.layers });
     if (!separation)
         return ExitCode::BadDocument;
 
     const bool done = outputsOf(*separation, label->path, options).write()
-        && Terminal::print((platesText(*separation) + barcodesText(*separation, label->document)).toUtf8());
+        && Terminal::print((platesText(*separation) + barcodesText(*separation)).toUtf8());
     return done ? label->outcome : ExitCode::CannotWrite;
 }
 
@@ -128,5 +129,6 @@ void addSeparateCommand(CommandLine &commandLine)
         ->type_name("FORMAT")
         ->check(CLI::IsMember({ "png", "pbm" }));
     CommandLine::addDither(command, options->dither);
+    CommandLine::addLayers(command, options->layers);
     CommandLine::addForce(command, options->force);
 }

@@ -10,7 +10,7 @@ QList<qsizetype> TextTable::widths() const
     QList<qsizetype> widths(m_columns.size(), 0);
     for (const QStringList &row : m_rows) {
         for (qsizetype column = 0; column < widths.size(); ++column)
-            widths[column] = std::max(widths[column], row[column].size());
+            widths[column] = std::max(widths[column], row.value(column).size());
     }
     return widths;
 }
@@ -23,8 +23,8 @@ QString TextTable::text() const
         QStringList cells;
         for (qsizetype column = 0; column < wide.size(); ++column) {
             const bool left = m_columns[column] == Qt::AlignLeft;
-            cells.append(
-                left ? row[column].leftJustified(wide[column]) : row[column].rightJustified(wide[column]));
+            cells.append(left ? row.value(column).leftJustified(wide[column])
+                              : row.value(column).rightJustified(wide[column]));
         }
         QString line = cells.join("  "_L1);
         while (line.endsWith(u' '))

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void inspectsTexts();
     void inspectsPictures();
     void inspectsForPrograms();
+    void inspectsContainers();
     void convertsWithoutLoss_data();
     void convertsWithoutLoss();
     void runsWithoutEnvironment();
@@ -248,6 +249,33 @@ void tst_VxLabelCommands::inspectsTexts()
     QVERIFY(!items[0].toObject().contains("text"_L1));
     QCOMPARE(items[1]["text"_L1].toObject(),
         QJsonObject({ { u"color"_s, u"#ff0000"_s }, { u"content"_s, u"two\nlines"_s } }));
+}
+
+void tst_VxLabelCommands::inspectsContainers()
+{
+    QJsonObject label = smallLabel();
+    const QJsonObject box { { u"itemShape"_s, 65578 }, { u"itemId"_s, 3 }, { u"itemPositionX"_s, 10 },
+        { u"visible"_s, false } };
+    const QJsonObject group { { u"itemShape"_s, 65537 }, { u"itemId"_s, 2 }, { u"itemPositionX"_s, 20 },
+        { u"children"_s, QJsonArray { box } } };
+    label[u"items"_s] = QJsonArray { QJsonObject { { u"itemShape"_s, 65538 }, { u"itemId"_s, 1 },
+        { u"name"_s, u"front"_s }, { u"children"_s, QJsonArray { group } } } };
+    write(u"tree.vxl"_s, toJson(label));
+    const ProgramResult result = run({ u"inspect"_s, u"tree.vxl"_s });
+    QCOMPARE(result.err, QByteArray());
+    const QByteArrayList lines = result.out.split('\n');
+    QCOMPARE(lines[4], QByteArray("items   3"));
+    QCOMPARE(lines[7], QByteArray("    0  Layer item 1 \"front\""));
+    QVERIFY2(lines[8].startsWith("  0.0    group 2 "), lines[8]);
+    QVERIFY2(lines[9].startsWith("0.0.0      rectangle 3 (hidden)  2.54  0.00 "), lines[9]);
+
+    const ProgramResult json = run({ u"inspect"_s, u"tree.vxl"_s, u"--json"_s });
+    const QJsonObject layer = QJsonDocument::fromJson(json.out)["items"_L1][0].toObject();
+    QCOMPARE(
+        layer.keys(), QStringList({ u"children"_s, u"description"_s, u"index"_s, u"name"_s, u"type"_s }));
+    const QJsonObject inner = layer[u"children"_s][0][u"children"_s][0].toObject();
+    QCOMPARE(inner[u"description"_s], u"rectangle 3"_s);
+    QCOMPARE(inner[u"visible"_s], false);
 }
 
 void tst_VxLabelCommands::inspectsPictures()

@@ -380,10 +380,10 @@ void tst_JsonMistakes::valuesAreLimited()
 void tst_JsonMistakes::nestingIsLimited()
 {
     const auto nested = [](int depth) { return QByteArray(depth, '[') + QByteArray(depth, ']'); };
-    QCOMPARE(problemsOf(nested(64)), QStringList(u"holds a list, not a label"_s));
-    QCOMPARE(problemsOf(nested(65)), QStringList(u"line 1, column 65: nested deeper than 64 levels"_s));
+    QCOMPARE(problemsOf(nested(136)), QStringList(u"holds a list, not a label"_s));
+    QCOMPARE(problemsOf(nested(137)), QStringList(u"line 1, column 137: nested deeper than 136 levels"_s));
     QCOMPARE(
-        problemsOf(nested(1'000'000)), QStringList(u"line 1, column 65: nested deeper than 64 levels"_s));
+        problemsOf(nested(1'000'000)), QStringList(u"line 1, column 137: nested deeper than 136 levels"_s));
 }
 
 QTEST_MAIN(tst_JsonMistakes)

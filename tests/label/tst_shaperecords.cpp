@@ -74,28 +74,40 @@ LabelDocument documentOf(std::unique_ptr<Item> item)
     return document;
 }
 
+QByteArray bigEndian(quint32 number)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+/// A binary document of one item that has this record; a group is without members.
+QByteArray documentOf(ShapeType shape, const QByteArray &record)
+{
+    const QByteArray withoutCount = BinaryFormat::write(LabelDocument()).chopped(4);
+    return withoutCount + bigEndian(1) + bigEndian(shape) + bigEndian(quint32(record.size())) + record
+        + (shape == MobraTypes::GroupShape ? bigEndian(0) : QByteArray());
+}
+
+QStringList problemsOf(const QByteArray &document)
+{
+    QStringList texts;
+    for (const Problem &problem : BinaryFormat::read(document, {}, BrokenItems::Refuse).problems)
+        texts.append(problem.what);
+    return texts;
+}
+
 /// What reading a binary document tells in which the item's record has another number at an offset; one from
 /// the end if negative.
 QStringList problemsOfRecord(Item &item, int at, double number, unsigned int version = 6)
 {
-    const QByteArray record = ItemRecords::saved(item);
-    QByteArray changed = record;
-    qToBigEndian(std::bit_cast<quint64>(number), changed.data() + (at < 0 ? changed.size() + at : at));
-    QByteArray data = BinaryFormat::write(documentOf(std::unique_ptr<Item>(item.createItemCopy())));
-    if (!data.endsWith(record))
-        return { u"the record is not at the end"_s };
-    const int before = bytesBefore(item);
-    if (version < 6) {
-        changed.remove(before + 6, 3); // mirrors and overprint
-        qToBigEndian(quint32(version), data.data() + 8);
-        qToBigEndian(quint32(changed.size()), data.data() + data.size() - record.size() - 4);
-    }
-    data = data.chopped(record.size()) + changed;
-    const LoadResult result = BinaryFormat::read(data, {}, BrokenItems::Refuse);
-    QStringList texts;
-    for (const Problem &problem : result.problems)
-        texts.append(problem.what);
-    return texts;
+    QByteArray record = ItemRecords::saved(item);
+    qToBigEndian(std::bit_cast<quint64>(number), record.data() + (at < 0 ? record.size() + at : at));
+    if (version < 6)
+        record.remove(bytesBefore(item) + 6, 3); // mirrors and overprint
+    QByteArray data = documentOf(item.getItemShape(), record);
+    qToBigEndian(quint32(version), data.data() + 8);
+    return problemsOf(data);
 }
 
 } // namespace
@@ -145,7 +157,7 @@ void tst_ShapeRecords::brokenCommonNumbersAreNamed()
               { "itemPositionX", 134 }, { "itemPositionY", 142 } };
     const std::unique_ptr<Item> item = ItemRecords::settled(AllItems::made(shape));
     if (shape == MobraTypes::GroupShape) {
-        // It has none until it has members, and documents want one.
+        // It has no size until it has members, and documents want one.
         item->setItemWidth(20.0);
         item->setItemHeight(10.0);
     }
@@ -313,15 +325,9 @@ void tst_ShapeRecords::recordsAreWhole()
     item->setItemId(7);
     const QString description = item->toDescriptionString().trimmed();
     const QByteArray record = ItemRecords::saved(*item);
-    const QByteArray head = BinaryFormat::write(documentOf(std::move(item))).chopped(record.size() + 4);
-    for (const qsizetype size : { record.size() - 1, record.size() + 1 }) {
-        QByteArray length(4, '\0');
-        qToBigEndian(quint32(size), length.data());
-        const LoadResult result
-            = BinaryFormat::read(head + length + (record + '\0').first(size), {}, BrokenItems::Refuse);
-        QCOMPARE(result.problems.size(), 1);
-        QCOMPARE(result.problems[0].what, u"the record of this %1 is not whole"_s.arg(description));
-    }
+    for (const qsizetype size : { record.size() - 1, record.size() + 1 })
+        QCOMPARE(problemsOf(documentOf(shape, (record + '\0').first(size))),
+            QStringList(u"the record of this %1 is not whole"_s.arg(description)));
 }
 
 QTEST_MAIN(tst_ShapeRecords)

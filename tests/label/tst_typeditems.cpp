@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "items/containers/groupitem.h"
 #include "items/graphics/pixmapitem.h"
 #include "items/shapes/lineitem.h"
 #include "items/shapes/polygonitem.h"
-#include "label/binaryformat.h"
-#include "label/documentfile.h"
-#include "label/separation.h"
 #include "tests/label/typeditems.h"
 #include "tests/support/nearness.h"
 #include "tests/support/pictures.h"
@@ -36,7 +32,6 @@ private Q_SLOTS:
     void typedItemsTurnAboutTheirCentre_data() { AllItems::addRows(); }
     void typedItemsTurnAboutTheirCentre();
     void mirroredLineStaysInPlace();
-    void containersAreRefused();
 };
 
 void tst_TypedItems::sizeOfALineIsItsLength_data()
@@ -166,28 +161,6 @@ void tst_TypedItems::mirroredLineStaysInPlace()
         R"("itemHorizontalMirror": 1, "itemLength": 200, "itemPositionX": 10, "itemPositionY": 20)");
     QVERIFY(areNear(line->getItemPoint1(), { 210, 20 }));
     QVERIFY(areNear(line->getItemPoint2(), { 10, 20 }));
-}
-
-// Rather than to lose their members.
-void tst_TypedItems::containersAreRefused()
-{
-    const QStringList refused {
-        u"/items/0/itemShape: is that of a group or a layer, which documents do not hold yet"_s
-    };
-    QCOMPARE(problemsOfItem(MobraTypes::LayerShape, {}), refused);
-    QCOMPARE(problemsOfItem(MobraTypes::GroupShape, R"("itemWidth": 20, "itemHeight": 10)"), refused);
-
-    LabelDocument document;
-    auto group = std::make_unique<GroupItem>();
-    group->addToGroup(QList<QGraphicsItem *> { new LineItem });
-    document.addItem(std::move(group));
-    QCOMPARE(shortTexts(document.problems()), refused);
-    Problems problems;
-    QVERIFY(DocumentFile::toData(document, DocumentFormat::Binary, problems).isEmpty());
-    const LoadResult binary = DocumentFile::loadFromData(BinaryFormat::write(document), {});
-    QVERIFY(!binary.document);
-    QCOMPARE(binary.problems.size(), 1);
-    QVERIFY(!separate(document, {}, problems));
 }
 
 QTEST_MAIN(tst_TypedItems)

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/itemtree.h"
+
+#include "items/containers/groupitem.h"
+#include "items/graphics/pixmapitem.h"
+
+#include <QGraphicsItem>
+#include <QTransform>
+
+namespace {
+
+/// What a group changes of an item that joins it.
+class Place
+{
+public:
+    explicit Place(QGraphicsItem &item)
+        : m_item(item)
+        , m_transform(item.transform())
+        , m_position(item.pos())
+        , m_z(item.zValue())
+    {
+        if (auto *picture = dynamic_cast<PixMapItem *>(&item))
+            m_firstResize = picture->getFirstResizeAfterAddedToGroup();
+    }
+
+    void restore() const
+    {
+        m_item.setTransform(m_transform);
+        m_item.setPos(m_position);
+        m_item.setZValue(m_z);
+        // The same origin once more tells the group that it has new bounds, which a position does in scenes
+        // only.
+        m_item.setTransformOriginPoint(m_item.transformOriginPoint());
+        if (auto *picture = dynamic_cast<PixMapItem *>(&m_item))
+            picture->setFirstResizeAfterAddedToGroup(m_firstResize);
+    }
+
+private:
+    QGraphicsItem &m_item;
+    QTransform m_transform;
+    QPointF m_position;
+    double m_z;
+    bool m_firstResize = false; ///< of pictures, whose records hold it
+};
+
+void joinGroup(GroupItem &group, const QList<QGraphicsItem *> &members)
+{
+    std::vector<Place> places;
+    double z = 0.0;
+    for (QGraphicsItem *member : members) {
+        places.emplace_back(*member);
+        member->setZValue(z++); // of equal ones, only one would join
+    }
+    group.addToGroup(members);
+    group.setSelected(false);
+    group.setPos(0.0, 0.0);
+    for (const Place &place : places)
+        place.restore();
+    group.Item::updateItemSize(group.childrenBoundingRect().size()); // stores it only
+}
+
+} // namespace
+
+QGraphicsItem &ItemTree::graphicsOf(Item &item)
+{
+    return dynamic_cast<QGraphicsItem &>(item);
+}
+
+const QGraphicsItem &ItemTree::graphicsOf(const Item &item)
+{
+    return dynamic_cast<const QGraphicsItem &>(item);
+}
+
+bool ItemTree::isContainer(const Item &item)
+{
+    return item.getItemShape() == MobraTypes::GroupShape || item.getItemShape() == MobraTypes::LayerShape;
+}
+
+QList<Item *> ItemTree::membersOf(const Item &item)
+{
+    QList<Item *> members;
+    if (!isContainer(item))
+        return members;
+    for (QGraphicsItem *child : graphicsOf(item).childItems()) {
+        if (auto *member = dynamic_cast<Item *>(child))
+            members.append(member);
+    }
+    return members;
+}
+
+qsizetype ItemTree::count(const Item &item)
+{
+    qsizetype items = 1;
+    for (const Item *member : membersOf(item))
+        items += count(*member);
+    return items;
+}
+
+bool ItemTree::isShown(const Item &item)
+{
+    const QGraphicsItem &graphics = graphicsOf(item);
+    return graphics.isVisibleTo(graphics.parentItem());
+}
+
+void ItemTree::join(Item &container, std::vector<std::unique_ptr<Item>> members)
+{
+    QList<QGraphicsItem *> items;
+    for (std::unique_ptr<Item> &member : members)
+        items.append(&graphicsOf(*member.release()));
+    if (auto *group = dynamic_cast<GroupItem *>(&container); group && !items.isEmpty()) {
+        joinGroup(*group, items);
+        return;
+    }
+    for (QGraphicsItem *item : items)
+        item->setParentItem(&graphicsOf(container));
+}
