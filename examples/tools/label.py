@@ -4,6 +4,7 @@
 How large a text is depends on its font: the program that reads the label lays it out.
 """
 import base64
+import contextlib
 import json
 import math
 import struct
@@ -32,6 +33,7 @@ EAN, GS1_128, GS1_DATABAR, PDF417, MAXICODE, QR_CODE, DATA_MATRIX = 13, 16, 29, 
 
 LEADING = 1  # the edge at which a line of its script begins
 
+_GROUP, _LAYER = 0x10001, 0x10002
 _SVG, _PIXMAP, _SYMBOL = 0x1000B, 0x1000C, 0x1000D
 _LABEL_TEXT, _RICH_TEXT, _BARCODE, _LINE = 0x10015, 0x10016, 0x1001D, 0x1001F
 _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT = 0x107
@@ -112,6 +114,9 @@ class Label:
         self._inks = [{"name": name, "color": color} for name, color in inks.items()]
         self._paper = paper
         self._items = []
+        self._container = self._items  # what takes the next item
+        self._origin = 0, 0  # of the container, on the page
+        self._last_id = 0
 
     def exact(self, millimetres):
         """Scene units, of which a place may take a part."""
@@ -120,6 +125,38 @@ class Label:
     def dots(self, millimetres):
         """Scene units as whole dots, for crisp edges."""
         return round(self.exact(millimetres))
+
+    @contextlib.contextmanager
+    def layer(self, name):
+        """The items that are made within are those of a layer."""
+        with self._within({"itemShape": _LAYER, "name": name}, (0, 0)):
+            yield
+
+    @contextlib.contextmanager
+    def group(self, x, y, **own):
+        """The items that are made within, whose places are still those on the page, form a group. It lies at x and
+        y, the top left corner of them all, and is turned about its middle when they are in it."""
+        left, top = self._origin
+        place = {"itemShape": _GROUP, "itemPositionX": x - left, "itemPositionY": y - top}
+        with self._within(place | own, (x, y)):
+            yield
+
+    @contextlib.contextmanager
+    def _within(self, container, origin):
+        before = self._container, self._origin
+        members = []
+        self._put(container | {"children": members})
+        self._container, self._origin = members, origin
+        yield
+        self._container, self._origin = before
+
+    def _put(self, item):
+        self._last_id += 1
+        self._container.append({"itemId": self._last_id} | item)
+
+    def _place(self, place):
+        """Within the container."""
+        return place[0] - self._origin[0], place[1] - self._origin[1], *place[2:]
 
     def shape(self, kind, place, fill=TRANSPARENT, pen=NO_PEN, style=SOLID, rotation=0.0, **own):
         """An item of any kind but the line; place is x, y, width and height."""
@@ -205,16 +242,15 @@ class Label:
     def _add_typed(self, code, place, **own):
         """Nothing but what differs from a new item."""
         keys = "itemPositionX", "itemPositionY", "itemWidth", "itemHeight"
-        self._items.append({"itemId": len(self._items) + 1, "itemShape": code} | dict(zip(keys, place)) | own)
+        self._put({"itemShape": code} | dict(zip(keys, self._place(place))) | own)
 
     def _add(self, code, place, rotation, turn, pen, **own):
-        x, y, width, height = place
-        self._items.append({
+        x, y, width, height = self._place(place)
+        self._put({
             "allowOverprint": True,
             "itemFlags": _PRINTS,
             "itemHeight": height,
             "itemHorizontalMirror": 0,
-            "itemId": len(self._items) + 1,
             "itemPositionX": x,
             "itemPositionY": y,
             "itemQFlags": _MOVABLE_SELECTABLE_FOCUSABLE_BEHIND_PARENT,

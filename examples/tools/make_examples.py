@@ -13,6 +13,7 @@ import price_sign
 import product_label
 import shelf_label
 import shipping_label
+import spare_parts_label
 import spine_label
 import warning_sign
 import wayfinding_sign
@@ -27,6 +28,7 @@ SIGNS = {
     "product-label": product_label,
     "shelf-label": shelf_label,
     "shipping-label": shipping_label,
+    "spare-parts-label": spare_parts_label,
     "spine-label": spine_label,
     "warning-sign": warning_sign,
     "wayfinding-sign": wayfinding_sign,

@@ -56,7 +56,7 @@ QStringList ProgramFolder::exampleNames()
 QStringList ProgramFolder::textExampleNames()
 {
     return { u"address-label"_s, u"asset-tag"_s, u"price-sign"_s, u"product-label"_s, u"shelf-label"_s,
-        u"shipping-label"_s, u"spine-label"_s };
+        u"shipping-label"_s, u"spare-parts-label"_s, u"spine-label"_s };
 }
 
 void ProgramFolder::renew()
