@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "items/core/item.h"
 #include "label/problem.h"
 #include "label/vxlabelexport.h"
 
@@ -10,7 +11,6 @@
 #include <memory>
 #include <vector>
 
-class Item;
 class ProblemLog;
 
 /// One item as a JSON object: its property map, completed by what the map does not hold (transparent and
