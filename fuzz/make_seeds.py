@@ -15,48 +15,11 @@ import zlib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.append(str(ROOT / "tests" / "tools"))
-from record_rectangle import CHANGED, FIELDS, NEW, colour, integer, real_number, record, rgb, string  # noqa: E402
+from itemlayouts import COLOUR, LAYOUTS, NEW, PICTURE, STRING, rgb  # noqa: E402
+from record_rectangle import CHANGED  # noqa: E402
 
 CORPUS = ROOT / "fuzz" / "corpus"
 VERSION = 6
-
-# How many of the last common fields a class lacks: brush and fill, and the pen as well.
-LACKING = {"group": 7, "line": 2, "barcode": 7, "svg": 7, "pixmap": 7, "symbol": 7}
-# Of each class: type code, own fields before the common ones, own fields behind them, and own values, by the
-# keys of the property map.
-RADII = [("roundingRadiusX", real_number), ("roundingRadiusY", real_number)]
-ANGLES = [("startPieAngle", integer("i")), ("spanPieAngle", integer("i")), ("drawCircle", integer("b"))]
-LINE = [("itemLength", real_number), ("itemArrows", integer("h")), ("itemPositionX", real_number),
-        ("itemPositionY", real_number)]
-LABEL_BEFORE = [("itemText", string), ("itemTextColor", colour), ("itemAlignment", integer("h")),
-                ("itemDocumentMargin", real_number)]
-LABEL_BEHIND = [("itemFontFamily", string), ("itemFontSize", integer("h")), ("weight", integer("h")),
-                ("itemItalic", integer("b")), ("itemUnderline", integer("b")),
-                ("oldTransformCoefficientM31", real_number), ("oldTransformCoefficientM32", real_number),
-                ("itemTextVertical", integer("b")), ("itemWasResized", integer("b")),
-                ("itemPinToCenter", integer("b")), ("itemSizeLimiting", integer("b"))]
-RICH_BEFORE = [("itemHtml", string), ("documentIsEmpty", integer("b")), ("screenDpi", real_number),
-               ("itemTextColor", colour)]
-RICH_BEHIND = [("itemFontFamily", string), ("itemFontSize", integer("h")), ("itemFontWeight", integer("h")),
-               ("itemFontItalic", integer("b")), ("itemFontUnderline", integer("b")),
-               ("itemAlignment", integer("h"))]
-BARCODE_BEFORE = [("barcodeSymbol", integer("h")), ("barcodeText", string), ("lineWidth", integer("h")),
-                  ("barcodeWhiteSpace", integer("h")), ("barcodeHideText", integer("b")),
-                  ("barcodeSecurityLevel", integer("h")), ("itemFontSize", integer("h")),
-                  ("itemFontFamily", string), ("itemAlignment", integer("h")), ("barcodeTextAbove", integer("b")),
-                  ("itemBold", integer("b")), ("itemItalic", integer("b")), ("itemUnderline", integer("b")),
-                  ("barcodeShowStartStop", integer("b"))]
-BARCODE_BEHIND = [("itemFillColor", colour), ("itemTextColor", colour)]
-
-
-def data(value, order, real):
-    """A byte count and the bytes."""
-    return struct.pack(order + "I", len(value)) + value
-
-
-def picture(png, *_):
-    """A marker and the file, in a record; in a map both are in Base64."""
-    return struct.pack(">I", 1 if png else 0) + png
 
 
 def png_file(rows):
@@ -69,47 +32,35 @@ def png_file(rows):
             + chunk(b"IEND", b""))
 
 
-COEFFICIENTS = [("oldTransformCoefficientM31", real_number), ("oldTransformCoefficientM32", real_number)]
-SVG_BEFORE = COEFFICIENTS + [("svgContents", data), ("svgIsInvalid", integer("b")),
-                             ("svgHasTransparency", integer("b"))]
 SVG = (b'<svg xmlns="http://www.w3.org/2000/svg" width="24" height="16"><circle cx="8" cy="8" r="6" fill="#d40000"/>'
        b'<path d="M14 2h8v8z" fill-opacity="0.5"/></svg>')
-PIXMAP_BEFORE = [("pixmapItemData", picture)] + COEFFICIENTS + [("imageHasTransparency", integer("b")),
-                                                                ("firstResizeAfterAddedToGroup", integer("b"))]
-SYMBOL_BEFORE = [("hasSingleColor", integer("b")), ("fillBoundingRectangle", integer("b")),
-                 ("svgContentsOriginal", data)] + COEFFICIENTS
-SYMBOL_BEHIND = [("itemPenColor", colour), ("itemFillColor", colour), ("itemFillColor", colour)]
 SYMBOL = (b'<svg fill="#000000" stroke="none" width="24" height="16"><rect id="background_fix" fill="#FFFFFF" '
           b'fill-opacity="0" width="24" height="16"/><linearGradient id="g"><stop offset="0" stop-color="#000000"/>'
           b'<stop offset="1" style="stop-color:#FFFFFF"/></linearGradient><path d="M4 2h8v8z" fill="url(#g)"/></svg>')
-CLASSES = {
-    "svg": (0x1000B, SVG_BEFORE, [], [10.5, -3.0, SVG, False, True]),
-    "pixmap": (0x1000C, PIXMAP_BEFORE, [],
-               [png_file([bytes.fromhex("d40000ff 000000ff 00000000"), bytes.fromhex("ffffffff d4000080 0000ffff")]),
-                10.5, -3.0, True, False]),
-    "symbol": (0x1000D, SYMBOL_BEFORE, SYMBOL_BEHIND,
-               [False, True, SYMBOL, 0.0, 0.0, rgb(0xD4, 0, 0), rgb(255, 255, 240), rgb(255, 255, 240)]),
-    "label_text": (0x10015, LABEL_BEFORE, LABEL_BEHIND,
-                   ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
-                    True, 1]),
-    "rich_text": (0x10016, RICH_BEFORE, RICH_BEHIND,
-                  ['<p>Now <span style="font-size:30pt; color:#d40000;">9,99</span></p>', False, 1.25,
-                   rgb(0, 0, 0), "Loma", 20, 400, False, True, 2]),
-    "barcode": (0x1001D, BARCODE_BEFORE, BARCODE_BEHIND,
-                [8, "LOT 4711", 1, 10, False, 0, 9, "Loma", 2, True, False, True, False, True,
-                 rgb(255, 255, 240), rgb(0xD4, 0, 0)]),
-    "line": (0x1001F, [], LINE, [250.25, 0x35, -123.5, 4096.125]),
-    "group": (0x10001, [], [], []),
-    "rectangle": (0x1002A, [], [], []),
-    "rounded_rectangle": (0x1002B, RADII, [], [12.5, -3.0]),
-    "ellipse": (0x1002C, [], [], []),
-    "pie": (0x1002E, ANGLES, [], [-160, 5761, True]),
-    "right_triangle": (0x10033, [], [], []),
-    "equilateral_triangle": (0x10034, [], [], []),
-    "diamond": (0x10035, [], [], []),
-    "pentagon": (0x10036, [], [], []),
-    "hexagon": (0x10037, [], [], []),
-    "octagon": (0x10038, [], [], []),
+# The values of the own fields of each class, in the order of its record.
+OWN = {
+    "svg": [10.5, -3.0, SVG, False, True],
+    "pixmap": [png_file([bytes.fromhex("d40000ff 000000ff 00000000"), bytes.fromhex("ffffffff d4000080 0000ffff")]),
+               10.5, -3.0, True, False],
+    "symbol": [False, True, SYMBOL, 0.0, 0.0, rgb(0xD4, 0, 0), rgb(255, 255, 240), rgb(255, 255, 240)],
+    "label_text": ["Größe\n42 😀", rgb(0xD4, 0, 0), 2, 4.0, "Loma", 24, 700, True, False, 0.0, 0.0, False, True,
+                   True, 1],
+    "rich_text": ['<p>Now <span style="font-size:30pt; color:#d40000;">9,99</span></p>', False, 1.25, rgb(0, 0, 0),
+                  "Loma", 20, 400, False, True, 2],
+    "barcode": [8, "LOT 4711", 1, 10, False, 0, 9, "Loma", 2, True, False, True, False, True, rgb(255, 255, 240),
+                rgb(0xD4, 0, 0)],
+    "line": [250.25, 0x35, -123.5, 4096.125],
+    "group": [],
+    "rectangle": [],
+    "rounded_rectangle": [12.5, -3.0],
+    "ellipse": [],
+    "pie": [-160, 5761, True],
+    "right_triangle": [],
+    "equilateral_triangle": [],
+    "diamond": [],
+    "pentagon": [],
+    "hexagon": [],
+    "octagon": [],
 }
 # Their keys for the binding to a datasource are those of the document, not of the item.
 RECTANGLES = ("rectangle", "rounded_rectangle")
@@ -117,30 +68,28 @@ RECTANGLES = ("rectangle", "rounded_rectangle")
 
 def record_of(name, common):
     """The whole record of a class with the given common values."""
-    _, before, behind, own = CLASSES[name]
-    kept = len(FIELDS) - LACKING.get(name, 0)
-    values = own[:len(before)] + common[:kept] + own[len(before):]
-    return b"".join(data for _, data in record(values, fields=before + FIELDS[:kept] + behind))
+    return b"".join(data for _, data in LAYOUTS[name].record(common, OWN[name]))
 
 
 def map_of(name):
     """A property map with a value for every kind of key."""
-    code, before, behind, own = CLASSES[name]
-    values = {"itemShape": code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1}
-    if LACKING.get(name) != 7:
+    layout = LAYOUTS[name]
+    values = {"itemShape": layout.code, "itemId": 7, "itemRotation": 30.5, "itemHorizontalMirror": 1}
+    if layout.has_pen():
         values |= {"itemPenColor": "#d40000", "itemPenWidth": 7, "itemPenStyle": 4, "itemPenCapStyle": 0,
                    "itemPenJoinStyle": 64}
     values |= {"itemZValue": -2.5, "allowOverprint": False, "itemPositionX": -123.5, "itemPositionY": 4096.125}
     if name != "line":
         values |= {"itemWidth": 250.25, "itemHeight": 40.5}
-    if name not in LACKING:
+    if layout.has_brush():
         values |= {"itemFillColor": "#800a141e", "itemBrushStyle": 16}
     binding = ("datasourceId", "datasourceField") if name in RECTANGLES else (
         "itemDatasourceId", "itemDatasourceField")
     values |= zip(binding, (4, "Größe"))
-    own_values = {key: value for (key, _), value in zip(before + behind, own) if key != "weight"}
+    own_fields = layout.before + layout.behind
+    own_values = {key: value for (key, _), value in zip(own_fields, OWN[name]) if key != "weight"}
     if name == "pixmap":
-        own_values["pixmapItemData"] = base64.b64encode(picture(own[0])).decode()
+        own_values["pixmapItemData"] = base64.b64encode(PICTURE(own_values["pixmapItemData"])).decode()
     names = {"itemTextColor": "#d40000", "itemPenColor": "#d40000", "itemFillColor": "#fffff0",
              "svgContents": base64.b64encode(SVG).decode(),
              "svgContentsOriginal": base64.b64encode(SYMBOL).decode()}
@@ -149,7 +98,6 @@ def map_of(name):
 
 
 # In every document: a layer of a group of a group and a picture; its binary record is the documents' own.
-LAYER = 0x10002
 NESTED = ("group", [("group", [("rectangle", []), ("label_text", [])]), ("pixmap", [])])
 
 
@@ -161,34 +109,27 @@ def json_tree(tree):
 def json_document():
     return {"format": "vxlabel", "version": VERSION, "page": {"width": 62, "height": 29.5, "dpi": 300},
             "inks": [{"name": "black", "color": "#000000"}, {"name": "red", "color": "#d40000"}],
-            "paper": "#fffff0", "items": [map_of(name) for name in CLASSES]
-            + [{"itemShape": LAYER, "itemId": 3, "itemZValue": 1.5, "name": "Größe", "visible": True,
+            "paper": "#fffff0", "items": [map_of(name) for name in OWN]
+            + [{"itemShape": LAYOUTS["layer"].code, "itemId": 3, "itemZValue": 1.5, "name": "Größe", "visible": True,
                 "children": [json_tree(NESTED)]}]}
 
 
 def binary_document():
-    def text(value):
-        return string(value, ">", "d")
-
-    def colour(red, green, blue):
-        spec, alpha, *components = rgb(red, green, blue)
-        return struct.pack(">b5H", spec, alpha, *components, 0)
-
     # Geometry beyond ±10,000,000, or a transform with a perspective, would be no seed but a mistake.
     sound = NEW[:9] + [250.25, 40.5] + NEW[11:]
 
     def frame(name, members=()):
-        code = CLASSES[name][0]
         data = record_of(name, sound)
         count = struct.pack(">I", len(members)) if name == "group" else b""
-        return struct.pack(">II", code, len(data)) + data + count + b"".join(frame(*member) for member in members)
+        head = struct.pack(">II", LAYOUTS[name].code, len(data))
+        return head + data + count + b"".join(frame(*member) for member in members)
 
-    layer = struct.pack(">hdb", 3, 1.5, 1) + text("Größe")
-    frames = b"".join(frame(name) for name in CLASSES)
-    frames += struct.pack(">II", LAYER, len(layer)) + layer + struct.pack(">I", 1) + frame(*NESTED)
+    layer = struct.pack(">hdb", 3, 1.5, 1) + STRING("Größe")
+    frames = b"".join(frame(name) for name in OWN)
+    frames += struct.pack(">II", LAYOUTS["layer"].code, len(layer)) + layer + struct.pack(">I", 1) + frame(*NESTED)
     return (b"VXLABEL\0" + struct.pack(">Iddd", VERSION, 62.0, 29.5, 300.0)
-            + struct.pack(">I", 2) + text("black") + colour(0, 0, 0) + text("red") + colour(0xD4, 0, 0)
-            + colour(255, 255, 240) + struct.pack(">I", len(CLASSES) + 1) + frames)
+            + struct.pack(">I", 2) + STRING("black") + COLOUR(rgb(0, 0, 0)) + STRING("red")
+            + COLOUR(rgb(0xD4, 0, 0)) + COLOUR(rgb(255, 255, 240)) + struct.pack(">I", len(OWN) + 1) + frames)
 
 
 def picture_files():
@@ -246,8 +187,8 @@ def write(folder, name, data):
     path.write_bytes(data)
 
 
-for class_name, (type_code, *_) in CLASSES.items():
-    choice = type_code & 0xFF
+for class_name in OWN:
+    choice = LAYOUTS[class_name].code & 0xFF
     for state, values in (("new", NEW), ("changed", CHANGED)):
         # The class, the document's version, byte order and precision.
         write("record", f"{class_name}_{state}", bytes([choice, VERSION, 0, 0]) + record_of(class_name, values))

@@ -5,10 +5,10 @@
 An independent writer of the record: it knows the layout and nothing of the library. The literals of
 tests/support/linerecords.h are its output.
 """
-from record_rectangle import FIELDS, NULL_STRING, hsv, integer, real_number, rgb, show
+from itemlayouts import LAYOUTS, NULL_STRING, hsv, rgb
+from record_rectangle import show
 
-# A line has a pen, as a rectangle, but no brush and no fill.
-LINE_FIELDS = FIELDS[:-2] + [("length", real_number), ("arrows", integer("h")), ("x", real_number), ("y", real_number)]
+LINE_FIELDS = LAYOUTS["line"].fields()
 
 NEW = [-1, 1, 0, 0, 1, 0.0, 0x10F, 1, 0.0, 100.0, 0.0, 1.0, 1.0,
        1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0,
