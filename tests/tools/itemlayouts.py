@@ -58,6 +58,8 @@ I8 = integer("i8", "b")
 I16 = integer("i16", "h")
 I32 = integer("i32", "i")
 F64 = Type("f64", lambda value, order, real: struct.pack(order + real, value))
+# Nothing at all if there is none.
+OPTIONAL_F64 = Type("f64", lambda value, order, real: b"" if value is None else struct.pack(order + real, value))
 STRING = Type("string", text)
 COLOUR = Type("colour", colour)
 BYTES = Type("bytes", lambda value, order, real: counted(value, order))
@@ -115,7 +117,7 @@ LABEL_BEHIND = [("itemFontFamily", STRING), ("itemFontSize", I16), ("weight", I1
                 ("itemTextVertical", BOOL), ("itemWasResized", BOOL), ("itemPinToCenter", BOOL),
                 ("itemSizeLimiting", I8)]
 # Of an empty box there is no "screenDpi".
-RICH_BEFORE = [("itemHtml", STRING), ("documentIsEmpty", BOOL), ("screenDpi", F64), ("itemTextColor", COLOUR)]
+RICH_BEFORE = [("itemHtml", STRING), ("documentIsEmpty", BOOL), ("screenDpi", OPTIONAL_F64), ("itemTextColor", COLOUR)]
 RICH_BEHIND = [("itemFontFamily", STRING), ("itemFontSize", I16), ("itemFontWeight", I16),
                ("itemFontItalic", BOOL), ("itemFontUnderline", BOOL), ("itemAlignment", I16)]
 BARCODE_BEFORE = [("barcodeSymbol", I16), ("barcodeText", STRING), ("lineWidth", I16), ("barcodeWhiteSpace", I16),
@@ -149,10 +151,14 @@ class Layout:
     def has_brush(self):
         return len(self.common) > len(ITEM + PEN)
 
-    def record(self, common, own):
-        """The bytes of each field after its name; own values in the order of the stream."""
+    def values(self, common, own):
+        """The values of all fields in the order of the stream, as the own ones are."""
         cut = len(self.before)
-        return record([*own[:cut], *common[:len(self.common)], *own[cut:]], fields=self.fields())
+        return [*own[:cut], *common[:len(self.common)], *own[cut:]]
+
+    def record(self, common, own):
+        """The bytes of each field after its name."""
+        return record(self.values(common, own), fields=self.fields())
 
 
 LAYOUTS = {
