@@ -171,6 +171,8 @@ private Q_SLOTS:
     void transparentReadsBlack();
     void scalesFollowTheSize_data() { AllItems::addRows(AllItems::shapesAndContainers()); }
     void scalesFollowTheSize();
+    void scalesAreLoadedUnlessTold_data() { AllItems::addRows(AllItems::shapesAndContainers()); }
+    void scalesAreLoadedUnlessTold();
     void bytesAreTheRecordOfANewItem_data() { AllItems::addRows(AllItems::shapesAndContainers()); }
     void bytesAreTheRecordOfANewItem();
     void offsetsAreSums_data() { AllItems::addRows(AllItems::shapesAndContainers()); }
@@ -368,10 +370,31 @@ void tst_ItemPages::scalesFollowTheSize()
             continue;
         const bool isOne = row[Column::Meaning] == u"1, whatever the size";
         const bool isHorizontal = name == "itemScaleX";
+        static const QRegularExpression reference(u", ([\\d.]+)$"_s);
         QVERIFY(isOne || row[Column::Meaning].startsWith(isHorizontal ? u"width over" : u"height over"));
         const double scale = isHorizontal ? item->getItemScaleX() : item->getItemScaleY();
         QCOMPARE(scale, isOne ? 1.0 : isHorizontal ? 2.0 : 3.0);
+        if (const auto match = reference.match(row[Column::Meaning]); match.hasMatch()) {
+            const double size = isHorizontal ? item->getItemWidth() : item->getItemHeight();
+            QCOMPARE(size / scale, match.captured(1).toDouble());
+        }
     }
+}
+
+void tst_ItemPages::scalesAreLoadedUnlessTold()
+{
+    QFETCH(const ShapeType, shape);
+    const ItemPage page = pageOf(shape);
+    if (page.table(u"Record"_s).isEmpty())
+        return;
+    const std::unique_ptr<Item> item = AllItems::made(shape);
+    item->setItemScaleX(2.5);
+    item->setItemScaleY(0.5);
+    const std::unique_ptr<Item> loaded = AllItems::made(shape);
+    QCOMPARE(ItemRecords::load(*loaded, ItemRecords::saved(*item)), QDataStream::Ok);
+    const bool areSet = page.text().contains(u"Loading sets both scales to 1."_s);
+    QCOMPARE(loaded->getItemScaleX(), areSet ? 1.0 : 2.5);
+    QCOMPARE(loaded->getItemScaleY(), areSet ? 1.0 : 0.5);
 }
 
 void tst_ItemPages::bytesAreTheRecordOfANewItem()
