@@ -3,7 +3,9 @@
 
 #include "items/core/item.h"
 #include "label/binaryformat.h"
+#include "label/itemmap.h"
 #include "label/itemrecord.h"
+#include "label/itemtree.h"
 #include "label/jsonformat.h"
 #include "label/jsonpointer.h"
 #include "label/labellimits.h"
@@ -13,6 +15,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +54,19 @@ bool looksLikeJson(const QByteArray &data)
     return rest.startsWith('{') || rest.startsWith('[');
 }
 
+/// Logs an item that is not what it was, or those in it.
+void compare(Item &item, Item &again, const QString &pointer, ProblemLog &log)
+{
+    if (ItemRecord::comparable(item) != ItemRecord::comparable(again))
+        log.add(
+            pointer, u"the JSON form cannot hold all of %1"_s.arg(Wording::item(item)), u"save it as .vxb"_s);
+    const QString children = JsonPointer::member(pointer, ItemMap::childrenKey);
+    const QList<Item *> members = ItemTree::membersOf(item);
+    const QList<Item *> membersAgain = ItemTree::membersOf(again);
+    for (qsizetype i = 0; i < std::min(members.size(), membersAgain.size()); ++i)
+        compare(*members[i], *membersAgain[i], JsonPointer::element(children, i), log);
+}
+
 /// The items that are not what they were once the text is read again.
 Problems losses(const LabelDocument &document, const QByteArray &json)
 {
@@ -57,12 +74,9 @@ Problems losses(const LabelDocument &document, const QByteArray &json)
     if (!again.document)
         return again.problems;
     ProblemLog log({});
-    for (std::size_t i = 0; i < document.items().size(); ++i) {
-        Item &item = *document.items()[i];
-        if (ItemRecord::comparable(item) != ItemRecord::comparable(*again.document->items()[i]))
-            log.add(JsonPointer::element(u"/items"_s, qsizetype(i)),
-                u"the JSON form cannot hold all of %1"_s.arg(Wording::item(item)), u"save it as .vxb"_s);
-    }
+    for (std::size_t i = 0; i < document.items().size(); ++i)
+        compare(*document.items()[i], *again.document->items()[i],
+            JsonPointer::element(u"/items"_s, qsizetype(i)), log);
     return log.problems();
 }
 

@@ -204,8 +204,5 @@ std::unique_ptr<Item> ItemRecord::plainCopy(Item &item)
 QByteArray ItemRecord::comparable(Item &item)
 {
     const std::unique_ptr<Item> copy = plainCopy(item);
-    QByteArray records = copy ? withoutNegativeZeros(of(*copy)) : QByteArray();
-    for (Item *member : ItemTree::membersOf(item))
-        records += '(' + comparable(*member) + ')';
-    return records;
+    return copy ? withoutNegativeZeros(of(*copy)) : QByteArray();
 }

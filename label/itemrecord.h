@@ -26,7 +26,7 @@ inline constexpr int StreamVersion = 20;
 /// the item's type has no class or its record cannot be read again.
 [[nodiscard]] std::unique_ptr<Item> plainCopy(Item &item);
 
-/// The record of the plain copy, without the sign of zeros, and those of all members.
+/// The record of the plain copy, without the sign of zeros.
 [[nodiscard]] QByteArray comparable(Item &item);
 
 } // namespace ItemRecord

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/barcode/barcodeitem.h"
 #include "items/containers/groupitem.h"
 #include "items/containers/layeritem.h"
+#include "items/graphics/pixmapitem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/rectangleitem.h"
 #include "label/binaryformat.h"
@@ -113,16 +115,24 @@ private Q_SLOTS:
     void membersAreWrittenAndRead_data();
     void membersAreWrittenAndRead();
     void typedGroupsHoldTheirMembersInPlace();
+    void membersKeepTheirZValues();
     void layersKeepTheirNumberAndPlace();
     void hiddenContainersDoNotHideTheirMembersForGood_data() { membersAreWrittenAndRead_data(); }
     void hiddenContainersDoNotHideTheirMembersForGood();
     void membersArePrintedInPlace();
+    void whatIsHiddenIsNotPrinted();
+    void rootsAreStackedByTheirZValues();
+    void membersStayWithinTheirRoot();
+    void membersPrintOnThePaperAndInTheDitherOfTheirLabel();
+    void warningsNameTheMember();
     void layersAreChosen();
     void brokenMembersAreNamed();
     void nestingIsLimited();
     void itemsAreCountedInAllLevels();
+    void binaryItemsAreCountedInAllLevels();
     void membersBeyondThePageCannotBePrinted();
     void whatIsNoItemIsNotLost();
+    void whatTextCannotHoldIsNamed();
     void otherItemsHoldNone();
 
 private:
@@ -172,6 +182,22 @@ void tst_Containers::typedGroupsHoldTheirMembersInPlace()
     QCOMPARE(group.getItemSize(), QSizeF(45, 50));
 }
 
+void tst_Containers::membersKeepTheirZValues()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    auto group
+        = groupOf({ box({ 0, 0, 10, 10 }, Qt::black).release(), box({ 5, 0, 10, 10 }, Qt::red).release() });
+    memberOf<RectangleItem>(*group, 0).setItemZValue(2.0); // now the black one is above
+    document.addItem(std::move(group));
+    for (const DocumentFormat format : { DocumentFormat::Json, DocumentFormat::Binary }) {
+        const LabelDocument loaded = again(document, format);
+        const Item &loadedGroup = *loaded.items()[0];
+        QCOMPARE(memberOf<RectangleItem>(loadedGroup, 0).zValue(), 0.0);
+        QCOMPARE(memberOf<RectangleItem>(loadedGroup, 1).zValue(), 2.0);
+        QCOMPARE(dotsIn(platesOf(loaded)[0], { 0, 0, 10, 10 }), 100);
+    }
+}
+
 void tst_Containers::layersKeepTheirNumberAndPlace()
 {
     for (const DocumentFormat format : { DocumentFormat::Json, DocumentFormat::Binary }) {
@@ -214,6 +240,107 @@ void tst_Containers::membersArePrintedInPlace()
     QCOMPARE(difference(separation.plates[0].image,
                  [&](int x, int y) { return x >= 20 && x < 40 && y >= 10 && y < 30 && !isRed(x, y); }),
         QString());
+}
+
+void tst_Containers::whatIsHiddenIsNotPrinted()
+{
+    const auto hide = [](Item &item) { item.setItemIsVisible(false); };
+    for (const int level : { 0, 1, 2, 3 }) {
+        LabelDocument document = blackAndRed({ 10, 10 });
+        auto inner = groupOf({ box({ 10, 10, 20, 20 }, Qt::red).release() });
+        auto outer = groupOf({ inner.release() });
+        auto layer = std::make_unique<LayerItem>();
+        outer.release()->setParentItem(layer.get());
+        Item *item = document.addItem(std::move(layer));
+        for (int i = 0; i < level; ++i)
+            item = ItemTree::membersOf(*item).first();
+        QVERIFY(!isEmpty(platesOf(document)[1]));
+        hide(*item);
+        QVERIFY(isEmpty(platesOf(document)[1]));
+    }
+}
+
+void tst_Containers::rootsAreStackedByTheirZValues()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    for (const double z : { 3.0, 1.0 }) {
+        auto layer = std::make_unique<LayerItem>();
+        layer->setLayerZValue(z);
+        box({ 10, 10, 20, 20 }, z > 2.0 ? Qt::red : Qt::black).release()->setParentItem(layer.get());
+        document.addItem(std::move(layer));
+    }
+    document.addItem(box({ 10, 10, 10, 10 }, Qt::black))->setItemZValue(2.0);
+    const std::vector<QImage> plates = platesOf(document);
+    QVERIFY(isEmpty(plates[0]));
+    QCOMPARE(dotsIn(plates[1], { 10, 10, 20, 20 }), 400);
+}
+
+void tst_Containers::membersStayWithinTheirRoot()
+{
+    // However high a member of the lower layer is, what is in the upper one covers it.
+    LabelDocument document = blackAndRed({ 10, 10 });
+    for (const bool upper : { false, true }) {
+        auto layer = std::make_unique<LayerItem>();
+        auto item = box({ 10, 10, 20, 20 }, upper ? Qt::red : Qt::black);
+        item->setItemZValue(upper ? 0.0 : 100.0);
+        item.release()->setParentItem(layer.get());
+        document.addItem(std::move(layer));
+    }
+    QVERIFY(isEmpty(platesOf(document)[0]));
+}
+
+void tst_Containers::membersPrintOnThePaperAndInTheDitherOfTheirLabel()
+{
+    // Gradients begin in the paper's colour, and pictures become dots as the label tells.
+    auto gradient = box({ 10, 10, 40, 40 }, Qt::red);
+    gradient->setItemBrushStyle(MobraTypes::BrushLinearGradient);
+    auto picture = std::make_unique<PixMapItem>();
+    QPixmap grey(40, 40);
+    grey.fill(QColor(60, 60, 60));
+    picture->pixmapImportActions(grey);
+    picture->setPos(50, 50);
+    const auto labelOf = [&](bool inLayer) {
+        LabelDocument document = blackAndRed({ 10, 10 });
+        document.setPaper(QColor(255, 255, 128));
+        document.setDither(Dither::Threshold);
+        auto layer = std::make_unique<LayerItem>();
+        for (Item *item : { static_cast<Item *>(gradient.get()), static_cast<Item *>(picture.get()) }) {
+            std::unique_ptr<Item> copy(item->createItemCopy());
+            if (inLayer)
+                ItemTree::graphicsOf(*copy.release()).setParentItem(layer.get());
+            else
+                document.addItem(std::move(copy));
+        }
+        if (inLayer)
+            document.addItem(std::move(layer));
+        return document;
+    };
+    const std::vector<QImage> plates = platesOf(labelOf(true));
+    QVERIFY(plates == platesOf(labelOf(false)));
+    QVERIFY(!isEmpty(plates[1]));
+    QCOMPARE(dotsIn(plates[0], { 50, 50, 40, 40 }), 1600);
+    const auto groundOf = [](const Item &item) {
+        return dynamic_cast<const RectangleItem &>(*ItemTree::membersOf(item).first())
+            .getSceneBackgroundColor();
+    };
+    QCOMPARE(groundOf(*labelOf(true).items()[0]), QColor(255, 255, 128));
+}
+
+void tst_Containers::warningsNameTheMember()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    document.addItem(box({ 0, 0, 10, 10 }, Qt::red));
+    auto code = std::make_unique<BarcodeItem>();
+    code->setItemSize(QSizeF(5, 5));
+    document.addItem(groupOf({ box({ 0, 0, 10, 10 }, Qt::black).release(),
+        box({ 5, 0, 10, 10 }, Qt::green).release(), code.release() }));
+    const Separation separation = separatedAtDesign(document);
+    QStringList places;
+    for (const Problem &warning : separation.warnings)
+        places.append(warning.where);
+    QCOMPARE(places, QStringList({ u"/items/1/children/1"_s, u"/items/1/children/2"_s }));
+    QCOMPARE(separation.barcodes.size(), 1U);
+    QCOMPARE(separation.barcodes[0].where, u"/items/1/children/2"_s);
 }
 
 void tst_Containers::layersAreChosen()
@@ -295,6 +422,22 @@ void tst_Containers::itemsAreCountedInAllLevels()
         problemsOf(withItems(group.repeated(6667).chopped(1))), QStringList { u"/items: 20001 items"_s });
 }
 
+void tst_Containers::binaryItemsAreCountedInAllLevels()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    for (int i = 0; i < 6667; ++i) {
+        auto layer = std::make_unique<LayerItem>();
+        for (int member = 0; member < 2; ++member)
+            (new LayerItem)->setParentItem(layer.get());
+        document.addItem(std::move(layer));
+    }
+    const LoadResult result
+        = BinaryFormat::read(BinaryFormat::write(document), u"a.vxb"_s, BrokenItems::LeaveOut);
+    QVERIFY(!result.document);
+    QCOMPARE(result.problems.size(), 1);
+    QCOMPARE(result.problems[0].what, u"20001 items"_s);
+}
+
 void tst_Containers::membersBeyondThePageCannotBePrinted()
 {
     // Each group is within the range, and the box in all of them is not.
@@ -319,6 +462,17 @@ void tst_Containers::whatIsNoItemIsNotLost()
     QVERIFY(DocumentFile::toData(document, DocumentFormat::Json, problems).isEmpty());
     QCOMPARE(shortTexts(problems),
         QStringList { u"/items/0/children: Layer item -1 holds something that is no item of a document"_s });
+}
+
+void tst_Containers::whatTextCannotHoldIsNamed()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    document.addItem(groupOf({ box({ 0, 0, 10, 10 }, Qt::black).release(),
+        box({ 5, 0, 10, 10 }, QColor::fromHsv(10, 20, 30)).release() }));
+    Problems problems;
+    QVERIFY(DocumentFile::toData(document, DocumentFormat::Json, problems).isEmpty());
+    QCOMPARE(shortTexts(problems),
+        QStringList { u"/items/0/children/1: the JSON form cannot hold all of rectangle -1"_s });
 }
 
 void tst_Containers::otherItemsHoldNone()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/containers/layeritem.h"
 #include "items/graphics/pixmapitem.h"
 #include "items/graphics/svgitem.h"
 #include "items/graphics/symbolitem.h"
@@ -75,6 +76,7 @@ private Q_SLOTS:
     void contentIsCounted();
     void itemsAreCountedTogether();
     void documentsAreRefused();
+    void binaryDocumentsAreRefused_data();
     void binaryDocumentsAreRefused();
 
 private:
@@ -146,13 +148,24 @@ void tst_ContentBudget::documentsAreRefused()
     QVERIFY2(result.problems[0].what.contains(u"to 1201 MB"_s), qPrintable(result.problems[0].what));
 }
 
+void tst_ContentBudget::binaryDocumentsAreRefused_data()
+{
+    QTest::addColumn<bool>("inLayers");
+    QTest::newRow("of items") << false;
+    QTest::newRow("of layers of an item") << true;
+}
+
 void tst_ContentBudget::binaryDocumentsAreRefused()
 {
+    QFETCH(bool, inLayers);
     LabelDocument document = Printing::blackAndRed({ 10, 10 });
     for (int i = 0; i <= accepted; ++i) {
         auto item = std::make_unique<SvgItem>();
         item->setSvgContents(longDrawing()); // which does not load it
-        document.addItem(std::move(item));
+        auto layer = std::make_unique<LayerItem>();
+        if (inLayers)
+            item.release()->setParentItem(layer.get());
+        document.addItem(inLayers ? std::unique_ptr<Item>(std::move(layer)) : std::move(item));
     }
     const LoadResult result
         = DocumentFile::loadFromData(BinaryFormat::write(document), u"a"_s, BrokenItems::Refuse);
