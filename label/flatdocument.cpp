@@ -30,7 +30,6 @@ std::unique_ptr<Item> copyOnPage(Item &item)
     QGraphicsItem &graphics = ItemTree::graphicsOf(*copy);
     graphics.setTransform(place * QTransform::fromTranslate(-place.dx(), -place.dy()));
     graphics.setPos(place.dx(), place.dy());
-    graphics.setVisible(member.isVisible());
     return copy;
 }
 

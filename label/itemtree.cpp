@@ -56,7 +56,6 @@ void joinGroup(GroupItem &group, const QList<QGraphicsItem *> &members)
     group.setPos(0.0, 0.0);
     for (const Place &place : places)
         place.restore();
-    group.Item::updateItemSize(group.childrenBoundingRect().size()); // stores it only
 }
 
 } // namespace

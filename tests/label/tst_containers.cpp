@@ -317,6 +317,7 @@ void tst_Containers::membersPrintOnThePaperAndInTheDitherOfTheirLabel()
     };
     const std::vector<QImage> plates = platesOf(labelOf(true));
     QVERIFY(plates == platesOf(labelOf(false)));
+    QCOMPARE(separatedAtDesign(labelOf(true)).paper, QColor(255, 255, 128));
     QVERIFY(!isEmpty(plates[1]));
     QCOMPARE(dotsIn(plates[0], { 50, 50, 40, 40 }), 1600);
     const auto groundOf = [](const Item &item) {
