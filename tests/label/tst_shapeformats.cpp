@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/layeritem.h"
 #include "items/shapes/ellipseitem.h"
 #include "items/shapes/lineitem.h"
 #include "items/shapes/pieitem.h"
@@ -8,6 +9,7 @@
 #include "items/text/richtextitem.h"
 #include "items/text/simpletextitem.h"
 #include "label/documentfile.h"
+#include "label/itemtree.h"
 #include "tests/label/typeditems.h"
 #include "tests/support/allitems.h"
 #include "tests/support/hexbytes.h"
@@ -341,8 +343,20 @@ void tst_ShapeFormats::documentsOfAnotherWriterAreRead()
     QList<ShapeType> shapes;
     for (const auto &item : items)
         shapes.append(item->getItemShape());
-    QCOMPARE(shapes, AllItems::shapes());
+    QList<ShapeType> sorted = shapes;
+    std::ranges::sort(sorted);
+    QCOMPARE(sorted, AllItems::shapesAndContainers());
     const auto itemOf = [&](ShapeType shape) { return items[std::size_t(shapes.indexOf(shape))].get(); };
+
+    const auto &layer = dynamic_cast<LayerItem &>(*itemOf(MobraTypes::LayerShape));
+    QCOMPARE(layer.itemId(), short(3));
+    QCOMPARE(layer.zValue(), 1.5);
+    QCOMPARE(layer.objectName(), u"Größe"_s);
+    QCOMPARE(ItemTree::count(layer), 6);
+    const Item &group = *ItemTree::membersOf(layer).first();
+    QCOMPARE(ItemTree::membersOf(group).last()->getItemShape(), MobraTypes::PixmapShape);
+    const Item &text = *ItemTree::membersOf(*ItemTree::membersOf(group).first()).last();
+    QCOMPARE(dynamic_cast<const SimpleTextItem &>(text).getItemText(), u"Größe\n42 😀"_s);
 
     auto &label = dynamic_cast<SimpleTextItem &>(*itemOf(MobraTypes::LabelTextShape));
     QCOMPARE(label.getItemText(), u"Größe\n42 😀"_s);
