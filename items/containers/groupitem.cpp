@@ -202,6 +202,17 @@ void GroupItem::addToGroup(const QList<QGraphicsItem *> &items)
     setSelected(true);
     moveInScene(*this, origin);
     storeItemSize(childrenBoundingRect().size());
+    turnAboutNewCentre();
+}
+
+void GroupItem::turnAboutNewCentre()
+{
+    const QTransform before = transform();
+    const QPointF place = mapToParent(QPointF());
+    turnAbout(sizeRect().center());
+    if (!areParallel(transform(), before))
+        setTransform(before);
+    Members::place(*this, pos() + place - mapToParent(QPointF()));
 }
 
 void GroupItem::addToGroup(QGraphicsItem *item)

@@ -99,6 +99,8 @@ private:
     void take(QGraphicsItem &graphics);
     void release(QGraphicsItem &member);
     void restoreRotation();
+    /// Members have joined: the group lies where it was, and turns about the centre of its new size.
+    void turnAboutNewCentre();
     bool keepsWidth(const QSizeF &size) const;
     /// Brings the members to the scale that the group has been given, within what they can shrink by.
     bool updateSize(bool checkShrinking);

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void itemsJoinAGroupThatHasMembers();
     void itemsThatJoinATurnedGroupAreTurnedBack_data() { AllItems::addRows(); }
     void itemsThatJoinATurnedGroupAreTurnedBack();
+    void turnedGroupGoesOnAboutItsNewCentre();
     void groupWithoutASceneTakesItemsOutOfTheirs();
     void itemsJoinFromAnotherScene();
     void itemsJoinFromALayerOfAnotherScene();
@@ -292,6 +293,22 @@ void tst_GroupMembership::itemsThatJoinATurnedGroupAreTurnedBack()
     const auto members = takenApart(group);
     QVERIFY(stayed(place, corners(graphics)));
     QVERIFY(isNear(item->getItemRotation(), 30));
+}
+
+void tst_GroupMembership::turnedGroupGoesOnAboutItsNewCentre()
+{
+    GroupItem group;
+    Groups::takeIn(group, Groups::rectangle({ 0, 0, 40, 20 }));
+    group.setItemRotation(50);
+    RectangleItem *far = Groups::rectangle({ 100, 100, 10, 10 });
+    const QPolygonF before = Groups::corners(*group.childItems().first());
+    const QPolygonF farBefore = Groups::corners(*far);
+    Groups::takeIn(group, far);
+    QVERIFY(Groups::stayed(before, Groups::corners(*group.childItems().first())));
+    QVERIFY(Groups::stayed(farBefore, Groups::corners(*far)));
+    group.setItemRotation(50);
+    QVERIFY(Groups::stayed(before, Groups::corners(*group.childItems().first())));
+    QVERIFY(Groups::stayed(farBefore, Groups::corners(*far)));
 }
 
 void tst_GroupMembership::groupWithoutASceneTakesItemsOutOfTheirs()

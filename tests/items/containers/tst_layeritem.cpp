@@ -154,6 +154,8 @@ void tst_LayerItem::countsTheMembersOfItsGroups()
         added<RectangleItem>(*group);
     QCOMPARE(layer.getChildrenCount(), 3);
     QCOMPARE(layer.childrenOfLayerAndGroupCount(), 6);
+    group->setVisible(false);
+    QCOMPARE(layer.childrenOfLayerAndGroupCount(), 6);
 
     auto *inner = new ParentStandIn(MobraTypes::GroupShape);
     inner->setParentItem(group);
