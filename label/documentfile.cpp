@@ -57,12 +57,13 @@ bool looksLikeJson(const QByteArray &data)
 /// Logs an item that is not what it was, or those in it.
 void compare(Item &item, Item &again, const QString &pointer, ProblemLog &log)
 {
-    if (ItemRecord::comparable(item) != ItemRecord::comparable(again))
+    const QList<Item *> members = ItemTree::membersOf(item);
+    const QList<Item *> membersAgain = ItemTree::membersOf(again);
+    if (ItemRecord::comparable(item) != ItemRecord::comparable(again)
+        || members.size() != membersAgain.size())
         log.add(
             pointer, u"the JSON form cannot hold all of %1"_s.arg(Wording::item(item)), u"save it as .vxb"_s);
     const QString children = JsonPointer::member(pointer, ItemMap::childrenKey);
-    const QList<Item *> members = ItemTree::membersOf(item);
-    const QList<Item *> membersAgain = ItemTree::membersOf(again);
     for (qsizetype i = 0; i < std::min(members.size(), membersAgain.size()); ++i)
         compare(*members[i], *membersAgain[i], JsonPointer::element(children, i), log);
 }

@@ -33,9 +33,12 @@ std::unique_ptr<Item> copyOnPage(Item &item)
     return copy;
 }
 
+/// By its name, or by its number, which a new layer does not have.
 bool isCalled(const LayerItem &layer, const QString &name)
 {
-    return layer.objectName() == name || QString::number(layer.itemId()) == name;
+    const bool hasNumber = layer.itemId() >= 0;
+    return !name.isEmpty()
+        && (layer.objectName() == name || (hasNumber && QString::number(layer.itemId()) == name));
 }
 
 QString nameOf(const LayerItem &layer)
@@ -72,6 +75,12 @@ void FlatDocument::chooseLayers(const QStringList &layers)
         return std::ranges::none_of(layers, [&](const QString &name) { return isCalled(*layer, name); });
     };
     std::erase_if(m_roots, isLeftOut);
+    for (const auto &[layer, pointer] : m_roots) {
+        if (!ItemTree::isShown(*layer))
+            m_warnings.append(
+                { {}, pointer, u"%1 is hidden: nothing of it is printed"_s.arg(Wording::item(*layer)), {} });
+    }
+    missing.removeDuplicates();
     for (const QString &name : std::as_const(missing)) {
         const QString meant = nearestName(name, names);
         m_problems.append({ {}, itemsPointer, u"there is no layer "_s + Wording::quoted(name),

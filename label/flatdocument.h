@@ -22,6 +22,8 @@ public:
     /// Layers that were asked for and do not exist, and items that their containers show beyond the drawable
     /// range.
     [[nodiscard]] const Problems &problems() const { return m_problems; }
+    /// Layers that were asked for and are hidden, by their places in the original.
+    [[nodiscard]] const Problems &warnings() const { return m_warnings; }
     /// The JSON pointer of the item in the original that has this place in the flat document.
     [[nodiscard]] QString pointerOf(std::size_t item) const;
     /// Lets problems of the flat document name the items of the original.
@@ -37,4 +39,5 @@ private:
     std::vector<std::pair<Item *, QString>> m_roots; ///< what is printed, with its pointers
     QStringList m_pointers;
     Problems m_problems;
+    Problems m_warnings;
 };

@@ -2,6 +2,7 @@
 #include "label/itemmap.h"
 
 #include "items/barcode/barcodeitem.h"
+#include "items/containers/groupitem.h"
 #include "items/containers/layeritem.h"
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
@@ -20,6 +21,7 @@
 #include "label/itemvalue.h"
 #include "label/jsonmembers.h"
 #include "label/jsonpointer.h"
+#include "label/labellimits.h"
 #include "label/problemlog.h"
 #include "label/wording.h"
 
@@ -27,6 +29,8 @@
 #include <QJsonArray>
 #include <QMap>
 #include <QMetaProperty>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -143,6 +147,26 @@ void addMembers(Item &item, QJsonObject &json)
         children.append(ItemMap::toJson(*member));
     json.insert(countKey, children.size());
     json.insert(ItemMap::childrenKey, children);
+}
+
+/// What no form of a document holds of a layer.
+void checkLayer(LayerItem &layer, const QString &pointer, Problems &problems)
+{
+    const QString name = layer.objectName();
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    if (name.size() > LabelLimits::MaxLayerNameLength || std::ranges::any_of(name, isControl))
+        problems.append({ {}, JsonPointer::member(pointer, nameKey),
+            u"%1 is no name of a layer"_s.arg(Wording::quoted(name)),
+            u"use at most %1 characters, without control characters"_s.arg(
+                LabelLimits::MaxLayerNameLength) });
+    const QString problem = ItemValue::numberProblem(layer.getItemZValue(), zKey);
+    if (!problem.isEmpty())
+        problems.append({ {}, JsonPointer::member(pointer, zKey), problem, {} });
+    const bool isInPlace = layer.pos().isNull() && layer.transform().isIdentity() && layer.rotation() == 0.0
+        && layer.scale() == 1.0 && layer.transformations().isEmpty();
+    if (!isInPlace)
+        problems.append({ {}, pointer, u"%1 does not lie where its parent does"_s.arg(Wording::item(layer)),
+            u"move the items in it instead"_s });
 }
 
 std::unique_ptr<Item> createItem(const QJsonObject &object, const QString &pointer, ProblemLog &log)
@@ -277,6 +301,9 @@ void placeWithoutTransform(Item &item, const QVariantMap &map)
         placeContent(*drawing, map);
     } else if (auto *symbol = dynamic_cast<SymbolItem *>(&item)) {
         placeContent(*symbol, map);
+    } else if (auto *group = dynamic_cast<GroupItem *>(&item)) {
+        group->Item::updateItemSize(group->childrenBoundingRect().size()); // stores it only
+        group->setItemRotation(group->getItemRotation());
     } else if (item.getItemRotation() != 0.0 || item.getItemHorizontalMirror()) {
         item.setItemRotation(item.getItemRotation());
         item.updateItemPositionAfterLoading();
@@ -388,13 +415,14 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
     };
     const QObject *object = dynamic_cast<QObject *>(&item);
     const QMetaObject &type = classOf(item);
-    // Its sides are -1, and are written as 0.
-    const bool isEmptyGroup
-        = item.getItemShape() == MobraTypes::GroupShape && ItemTree::membersOf(item).isEmpty();
+    if (auto *layer = dynamic_cast<LayerItem *>(&item))
+        checkLayer(*layer, pointer, problems);
     for (int i = 0; i < type.propertyCount(); ++i) {
         const QMetaProperty property = type.property(i);
         const QString name = QString::fromLatin1(property.name());
-        const bool isOfNewGroup = isEmptyGroup && (name == widthKey || name == heightKey);
+        // A group whose sides are -1 is written with those of its members.
+        const bool isOfNewGroup = item.getItemShape() == MobraTypes::GroupShape
+            && (name == widthKey || name == heightKey) && property.read(object).toDouble() == -1.0;
         if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name)
             && !isOfNewGroup)
             check(property.read(object).toDouble(), name);

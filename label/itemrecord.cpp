@@ -150,7 +150,7 @@ std::unique_ptr<Item> copyToWrite(Item &item)
 {
     // One that only its container hides is written as one that shows.
     const bool isHiddenFromOutside = !item.getItemIsVisible() && ItemTree::isShown(item);
-    // A new group has less than no size until it has members.
+    // A group has less than no size until a list of members joins it.
     const bool hasNoSize = item.getItemShape() == MobraTypes::GroupShape
         && (item.getItemWidth() < 0.0 || item.getItemHeight() < 0.0);
     if (!isHiddenFromOutside && !hasNoSize)
@@ -160,8 +160,9 @@ std::unique_ptr<Item> copyToWrite(Item &item)
         return {};
     copy->setItemIsVisible(ItemTree::isShown(item));
     if (hasNoSize) {
-        copy->setItemWidth(0.0);
-        copy->setItemHeight(0.0);
+        const QSizeF size = ItemTree::graphicsOf(item).childrenBoundingRect().size();
+        copy->setItemWidth(size.width());
+        copy->setItemHeight(size.height());
     }
     return copy;
 }

@@ -2,6 +2,7 @@
 #include "label/itemtree.h"
 
 #include "items/containers/groupitem.h"
+#include "items/core/resizerotatedhelper.h"
 #include "items/graphics/pixmapitem.h"
 
 #include <QGraphicsItem>
@@ -19,8 +20,8 @@ public:
         , m_position(item.pos())
         , m_z(item.zValue())
     {
-        if (auto *picture = dynamic_cast<PixMapItem *>(&item))
-            m_firstResize = picture->getFirstResizeAfterAddedToGroup();
+        if (const auto *helper = dynamic_cast<ResizeRotatedHelper *>(&item))
+            m_firstResize = firstResizeOf(*helper);
     }
 
     void restore() const
@@ -31,16 +32,26 @@ public:
         // The same origin once more tells the group that it has new bounds, which a position does in scenes
         // only.
         m_item.setTransformOriginPoint(m_item.transformOriginPoint());
-        if (auto *picture = dynamic_cast<PixMapItem *>(&m_item))
-            picture->setFirstResizeAfterAddedToGroup(m_firstResize);
+        if (auto *helper = dynamic_cast<ResizeRotatedHelper *>(&m_item))
+            helper->setFirstResizeAfterAddedToGroup(m_firstResize);
     }
 
 private:
+    /// Pictures have it in their records. Of the others, joining a group takes the translation out of the
+    /// transform, and the first resize puts one back and notes it.
+    [[nodiscard]] bool firstResizeOf(const ResizeRotatedHelper &helper) const
+    {
+        const QPointF noted(helper.getOldTransformCoefficientM31(), helper.getOldTransformCoefficientM32());
+        return dynamic_cast<const PixMapItem *>(&m_item)
+            ? helper.getFirstResizeAfterAddedToGroup()
+            : QPointF(m_transform.dx(), m_transform.dy()) != noted;
+    }
+
     QGraphicsItem &m_item;
     QTransform m_transform;
     QPointF m_position;
     double m_z;
-    bool m_firstResize = false; ///< of pictures, whose records hold it
+    bool m_firstResize = false;
 };
 
 void joinGroup(GroupItem &group, const QList<QGraphicsItem *> &members)

@@ -23,6 +23,7 @@ inline constexpr int MaxNesting = Limits::MaxNesting;
 inline constexpr int MaxJsonNesting = 2 * MaxNesting + 8;
 /// A proof holds one bit of each pixel's byte for each ink.
 inline constexpr int MaxInks = 8;
+inline constexpr int MaxLayerNameLength = 256;
 inline constexpr int MaxInkNameLength = 64;
 /// Page sides in millimetres: ten metres of banner.
 inline constexpr double MaxPageSide = 10'000.0;

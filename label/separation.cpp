@@ -171,6 +171,7 @@ std::optional<Separation> separate(
     separation.barcodes = PrintedBarcodes::of(document, options.dpi);
     separation.warnings += PrintedBarcodes::warnings(document, separation.barcodes, options.dpi);
     flat.locate(separation.warnings);
+    separation.warnings += flat.warnings();
     for (PrintedBarcode &barcode : separation.barcodes)
         barcode.where = flat.pointerOf(std::size_t(barcode.item));
     if (!options.negative && !options.overprint)

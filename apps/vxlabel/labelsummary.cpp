@@ -76,14 +76,20 @@ QString fillText(const Item &item)
     return u"%1 %2"_s.arg(StyleNames::fill(fillable->getItemBrushStyle()), color);
 }
 
-/// Colour and beginning of a text on one line.
-QString textText(const QColor &color, const QString &text)
+/// The beginning of a text on one line.
+QString shortened(const QString &text)
 {
     constexpr qsizetype longest = 24;
     QString letters = text.left(4 * longest).simplified();
     if (letters.size() > longest)
         letters = letters.first(longest - 1) + u'…';
-    return u"%1 \"%2\""_s.arg(StyleNames::color(color), letters);
+    return u'"' + letters + u'"';
+}
+
+/// Colour and beginning of a text.
+QString textText(const QColor &color, const QString &text)
+{
+    return StyleNames::color(color) + u' ' + shortened(text);
 }
 
 QString symbologyName(const BarcodeItem &barcode)
@@ -127,7 +133,7 @@ QString titleOf(const Item &item)
 {
     QString title = descriptionOf(item);
     if (const auto *layer = dynamic_cast<const LayerItem *>(&item); layer && !layer->objectName().isEmpty())
-        title += u" \"%1\""_s.arg(layer->objectName());
+        title += u' ' + shortened(layer->objectName());
     return ItemTree::isShown(item) ? title : title + u" (hidden)"_s;
 }
 

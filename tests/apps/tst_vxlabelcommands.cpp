@@ -26,6 +26,7 @@ private Q_SLOTS:
     void reportsWhatPrints();
     void writesPlatesAsBitmaps();
     void warnsOfColoursWithoutInk();
+    void printsTheLayersThatAreChosen();
     void rendersTheProof_data();
     void rendersTheProof();
     void inspectsForPeople();
@@ -173,6 +174,35 @@ void tst_VxLabelCommands::warnsOfColoursWithoutInk()
     QCOMPARE(result.out,
         QByteArray("black    0 dots  0.00 %   0.00 mm²\n"
                    "red    200 dots  4.00 %  12.90 mm²\n"));
+}
+
+void tst_VxLabelCommands::printsTheLayersThatAreChosen()
+{
+    QJsonObject label = smallLabel();
+    QJsonArray layers;
+    for (const QString &name : { u"left"_s, u"right"_s }) {
+        QJsonObject box = label[u"items"_s].toArray()[0].toObject();
+        box[u"itemFillColor"_s] = name == u"left" ? u"#000000"_s : u"#ff0000"_s;
+        layers.append(QJsonObject {
+            { u"itemShape"_s, 65538 }, { u"name"_s, name }, { u"children"_s, QJsonArray { box } } });
+    }
+    label[u"items"_s] = layers;
+    write(u"layers.vxl"_s, toJson(label));
+    const ProgramResult left
+        = run({ u"separate"_s, u"layers.vxl"_s, u"-o"_s, u"a"_s, u"--layer"_s, u"left"_s });
+    QCOMPARE(left.err, QByteArray());
+    QVERIFY2(left.out.startsWith("black  200 dots"), left.out);
+    QVERIFY2(left.out.contains("red      0 dots"), left.out);
+    const ProgramResult both = run({ u"render"_s, u"layers.vxl"_s, u"-o"_s, u"both.png"_s, u"--layer"_s,
+        u"left"_s, u"--layer"_s, u"right"_s });
+    QCOMPARE(both.code, 0);
+    QCOMPARE(QImage(path(u"both.png"_s)).pixelColor(15, 15), QColor(255, 0, 0));
+    const ProgramResult none
+        = run({ u"render"_s, u"layers.vxl"_s, u"-o"_s, u"none.png"_s, u"--layer"_s, u"lefd"_s });
+    QCOMPARE(none.code, 3);
+    QCOMPARE(none.err,
+        QByteArray("vxlabel: layers.vxl: /items: there is no layer \"lefd\"; did you mean \"left\"?\n"));
+    QVERIFY(!files().contains(u"none.png"_s));
 }
 
 void tst_VxLabelCommands::rendersTheProof_data()

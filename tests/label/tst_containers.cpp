@@ -10,6 +10,8 @@
 #include "label/itemtree.h"
 #include "tests/label/jsontexts.h"
 #include "tests/label/printing.h"
+#include "tests/support/allitems.h"
+#include "tests/support/labeltexts.h"
 #include "tests/support/nearness.h"
 
 #include <QGraphicsScene>
@@ -110,6 +112,7 @@ class tst_Containers : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { LabelTexts::useKnownFont(); }
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void membersAreWrittenAndRead_data();
@@ -126,6 +129,12 @@ private Q_SLOTS:
     void membersPrintOnThePaperAndInTheDitherOfTheirLabel();
     void warningsNameTheMember();
     void layersAreChosen();
+    void layersAreChosenByNameAndNumber();
+    void groupsOfSingleItemsAreWhole();
+    void layersThatNoDocumentHoldsAreNamed_data();
+    void layersThatNoDocumentHoldsAreNamed();
+    void membersGoOnResizingAsBefore_data();
+    void membersGoOnResizingAsBefore();
     void brokenMembersAreNamed();
     void nestingIsLimited();
     void itemsAreCountedInAllLevels();
@@ -180,6 +189,14 @@ void tst_Containers::typedGroupsHoldTheirMembersInPlace()
     QCOMPARE(memberOf<RectangleItem>(group, 0).scenePos(), QPointF(105, 0));
     QCOMPARE(memberOf<RectangleItem>(group, 1).scenePos(), QPointF(130, 40));
     QCOMPARE(group.getItemSize(), QSizeF(45, 50));
+    // What is typed of its size is not believed, and a rotation is about the centre of the members.
+    const LoadResult turned = read(withItems(R"({"itemShape": 65537, "itemWidth": 500, "itemRotation": 180,
+        "children": [{"itemShape": 65578, "itemWidth": 20, "itemHeight": 10}]})"));
+    QVERIFY2(turned.document, qPrintable(shortTexts(turned.problems).join(u'\n')));
+    QCOMPARE(turned.document->items()[0]->getItemSize(), QSizeF(20, 10));
+    const QPointF corner
+        = memberOf<RectangleItem>(*turned.document->items()[0], 0).mapToScene(QPointF(20, 10));
+    QVERIFY(corner.manhattanLength() < 1e-9);
 }
 
 void tst_Containers::membersKeepTheirZValues()
@@ -355,9 +372,131 @@ void tst_Containers::layersAreChosen()
     QCOMPARE(difference(
                  upper->plates[1].image, [](int x, int y) { return x >= 60 && x < 70 && y >= 60 && y < 70; }),
         QString());
-    QVERIFY(!separate(document, { .dpi = dpi, .layers = { u"prin"_s } }, problems));
+    QVERIFY(!separate(document, { .dpi = dpi, .layers = { u"prin"_s, u"prin"_s } }, problems));
     QCOMPARE(problems.size(), 1);
     QCOMPARE(problems[0].text(), u"/items: there is no layer \"prin\"; did you mean \"print\"?"_s);
+}
+
+void tst_Containers::layersAreChosenByNameAndNumber()
+{
+    LabelDocument document = blackAndRed({ 10, 10 });
+    document.addItem(box({ 0, 0, 10, 10 }, Qt::red)); // on no layer
+    const std::pair<short, QString> layers[] = { { -1, u"a"_s }, { 2, u"b"_s }, { -1, QString() } };
+    for (int i = 0; i < 3; ++i) {
+        auto layer = std::make_unique<LayerItem>();
+        layer->setItemId(layers[i].first);
+        layer->setObjectName(layers[i].second);
+        box({ 10.0 * (i + 1), 0, 10, 10 }, Qt::red).release()->setParentItem(layer.get());
+        document.addItem(std::move(layer));
+    }
+    // Which tens of dots print.
+    const auto printed = [&document](const QStringList &names) {
+        Problems problems;
+        const auto separation
+            = separate(document, { .dpi = document.designDpi(), .layers = names }, problems);
+        QString tens;
+        for (int i = 0; separation && i < 4; ++i)
+            tens += dotsIn(separation->plates[1].image, { 10 * i, 0, 10, 10 }) > 0 ? QString::number(i)
+                                                                                   : QString();
+        return separation ? tens : problems.value(0).what;
+    };
+    QCOMPARE(printed({}), u"0123"_s);
+    QCOMPARE(printed({ u"a"_s }), u"1"_s);
+    QCOMPARE(printed({ u"2"_s }), u"2"_s);
+    QCOMPARE(printed({ u"2"_s, u"a"_s }), u"12"_s);
+    // No name and no number are no choice.
+    QCOMPARE(printed({ QString(u""_s) }), u"there is no layer \"\""_s);
+    QCOMPARE(printed({ u"-1"_s }), u"there is no layer \"-1\""_s);
+
+    document.items()[1]->setItemIsVisible(false);
+    const Separation hidden = separated(document, { .dpi = document.designDpi(), .layers = { u"a"_s } });
+    QCOMPARE(shortTexts(hidden.warnings),
+        QStringList { u"/items/1: Layer item -1 is hidden: nothing of it is printed"_s });
+}
+
+void tst_Containers::groupsOfSingleItemsAreWhole()
+{
+    // Joining singly leaves the group without a size.
+    LabelDocument document = blackAndRed({ 10, 10 });
+    auto group = std::make_unique<GroupItem>();
+    group->addToGroup(box({ 10, 10, 20, 30 }, Qt::red).release());
+    document.addItem(std::move(group));
+    QVERIFY(!isEmpty(platesOf(document)[1]));
+    for (const DocumentFormat format : { DocumentFormat::Json, DocumentFormat::Binary }) {
+        const LabelDocument loaded = again(document, format);
+        QCOMPARE(loaded.items()[0]->getItemSize(), QSizeF(20, 30));
+        QVERIFY(platesOf(loaded) == platesOf(document));
+    }
+}
+
+void tst_Containers::layersThatNoDocumentHoldsAreNamed_data()
+{
+    using Change = void (*)(LayerItem &);
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](const char *name, Change change, const QString &problem) {
+        QTest::newRow(name) << change << problem;
+    };
+    row(
+        "z value", [](LayerItem &layer) { layer.setLayerZValue(1e8); },
+        u"/items/0/itemZValue: 1e+08 is beyond the drawable range of ±1e+07"_s);
+    row(
+        "place", [](LayerItem &layer) { layer.setPos(100, 0); },
+        u"/items/0: Layer item -1 does not lie where its parent does"_s);
+    row(
+        "transform", [](LayerItem &layer) { layer.setTransform(QTransform().rotate(1)); },
+        u"/items/0: Layer item -1 does not lie where its parent does"_s);
+    row(
+        "control character", [](LayerItem &layer) { layer.setObjectName(u"a\nb"_s); },
+        u"/items/0/name: \"a\nb\" is no name of a layer"_s);
+    row(
+        "long name", [](LayerItem &layer) { layer.setObjectName(QString(257, u'a')); },
+        u"/items/0/name: \"%1…\" is no name of a layer"_s.arg(QString(39, u'a')));
+}
+
+void tst_Containers::layersThatNoDocumentHoldsAreNamed()
+{
+    using Change = void (*)(LayerItem &);
+    QFETCH(Change, change);
+    QFETCH(QString, problem);
+    LabelDocument document = blackAndRed({ 10, 10 });
+    auto layer = std::make_unique<LayerItem>();
+    change(*layer);
+    document.addItem(std::move(layer));
+    Problems problems;
+    QVERIFY(DocumentFile::toData(document, DocumentFormat::Binary, problems).isEmpty());
+    QCOMPARE(shortTexts(problems), QStringList { problem });
+}
+
+void tst_Containers::membersGoOnResizingAsBefore_data()
+{
+    AllItems::addRows();
+}
+
+void tst_Containers::membersGoOnResizingAsBefore()
+{
+    QFETCH(MobraTypes::ShapeType, shape);
+    for (const bool wasResized : { false, true }) {
+        for (const DocumentFormat format : { DocumentFormat::Json, DocumentFormat::Binary }) {
+            LabelDocument document = blackAndRed({ 10, 10 });
+            std::unique_ptr<Item> member = AllItems::madeOrChanged(shape, true);
+            member->setItemAsReadOnly(false);
+            auto &item = dynamic_cast<Item &>(
+                *document.addItem(groupOf({ &AllItems::graphics(*member.release()) })));
+            const auto resize = [](Item &group, double factor) {
+                Item &inner = *ItemTree::membersOf(group).first();
+                inner.setItemSize(inner.getItemSize() * factor);
+                return AllItems::graphics(inner).mapToScene(AllItems::graphics(inner).boundingRect());
+            };
+            if (wasResized)
+                (void)resize(item, 1.5);
+            const LabelDocument loaded = again(document, format);
+            const QPolygonF expected = resize(item, 1.3);
+            const QPolygonF found = resize(*loaded.items()[0], 1.3);
+            for (int corner = 0; corner < 4; ++corner)
+                QVERIFY((expected[corner] - found[corner]).manhattanLength() < 1e-6);
+        }
+    }
 }
 
 void tst_Containers::brokenMembersAreNamed()
