@@ -89,6 +89,9 @@ private Q_SLOTS:
     void hiddenMembersAreResizedToo();
     void turnedMembersGrowAboutTheGroupsOrigin();
     void turnedGroupIsTurnedAboutItsNewCentre();
+    void turnedGroupIsTurnedAboutTheCentreThatWasAskedFor();
+    void turnedInnerGroupIsTurnedAboutItsNewCentre();
+    void lowerGroupShrinks();
     void picturesMultiplyTheirScales();
     void linesGrowInLengthOnly();
     void everyMemberGrowsInItsPlace_data() { AllItems::addRows(); }
@@ -354,6 +357,44 @@ void tst_GroupSize::turnedGroupIsTurnedAboutItsNewCentre()
     QCOMPARE(pair.group.pos(), QPointF(5, 6));
     QCOMPARE(pair.right->pos(), QPointF(80, 20));
     QCOMPARE(pair.right->getItemSize(), QSizeF(20, 20));
+}
+
+void tst_GroupSize::turnedGroupIsTurnedAboutTheCentreThatWasAskedFor()
+{
+    // A line does not grow thicker, so that the group of it becomes less high than was asked for.
+    auto *line = new LineItem;
+    line->setItemLength(100);
+    line->setItemPenWidth(10);
+    GroupItem group;
+    takeIn(group, line);
+    group.setItemRotation(90);
+    const QSizeF wanted = group.getItemSize() * 2.0;
+    QVERIFY(group.setItemSize(wanted));
+    QVERIFY(group.getItemHeight() < wanted.height() - 1.0);
+    const QPointF centre(wanted.width() / 2.0, wanted.height() / 2.0);
+    QVERIFY(areNear(group.transform().map(centre), centre));
+}
+
+void tst_GroupSize::turnedInnerGroupIsTurnedAboutItsNewCentre()
+{
+    auto *inner = new GroupItem;
+    takeIn(*inner, rectangle({ 0, 0, 40, 20 }));
+    inner->setItemRotation(90);
+    GroupItem outer;
+    takeIn(outer, inner);
+    QVERIFY(outer.setItemSize(outer.getItemSize() * 2.0));
+    QCOMPARE(inner->getItemSize(), QSizeF(80, 40));
+    // About (40, 20) a turn by 90 degrees takes (x, y) to (60 - y, x - 20).
+    QCOMPARE(inner->transform(), QTransform(0, 1, -1, 0, 60, -20));
+}
+
+void tst_GroupSize::lowerGroupShrinks()
+{
+    // Limits make it lower and not narrower. No member may shrink by its width, so nothing is done.
+    Pair pair;
+    QVERIFY(!pair.group.setItemSize(QSizeF(50, 20), false, 50, 1, 500, 10, false, true));
+    QCOMPARE(pair.group.getItemSize(), QSizeF(50, 20));
+    QCOMPARE(pair.right->getItemSize(), QSizeF(10, 10));
 }
 
 void tst_GroupSize::picturesMultiplyTheirScales()
