@@ -207,11 +207,8 @@ void GroupItem::addToGroup(const QList<QGraphicsItem *> &items)
 
 void GroupItem::turnAboutNewCentre()
 {
-    const QTransform before = transform();
     const QPointF place = mapToParent(QPointF());
-    turnAbout(sizeRect().center());
-    if (!areParallel(transform(), before))
-        setTransform(before);
+    restoreRotation();
     Members::place(*this, pos() + place - mapToParent(QPointF()));
 }
 
@@ -261,7 +258,6 @@ void GroupItem::release(QGraphicsItem &member)
     Members::place(member, member.pos() + place - member.mapToParent(QPointF()));
 }
 
-/// The group has left another, from which Qt gave it a transform that moves nothing.
 void GroupItem::restoreRotation()
 {
     const QTransform combined = transform();

@@ -98,6 +98,8 @@ private:
     bool canTake(const QGraphicsItem *item) const;
     void take(QGraphicsItem &graphics);
     void release(QGraphicsItem &member);
+    /// Turns about the centre of the size, unless the transform is another one than that of the rotation: a
+    /// group that has left another got one that moves nothing.
     void restoreRotation();
     /// Members have joined: the group lies where it was, and turns about the centre of its new size.
     void turnAboutNewCentre();
