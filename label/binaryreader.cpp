@@ -191,7 +191,7 @@ bool BinaryReader::readFrame(std::unique_ptr<Item> &item, int level)
 /// Nothing, with a problem, if what follows has no place.
 std::optional<std::vector<std::unique_ptr<Item>>> BinaryReader::readMembers(quint32 shape, int level)
 {
-    if (shape != MobraTypes::GroupShape && shape != MobraTypes::LayerShape)
+    if (!ItemTree::isContainer(shape))
         return std::vector<std::unique_ptr<Item>>();
     const qint64 start = m_stream.device()->pos();
     quint32 count;

@@ -379,8 +379,7 @@ QJsonObject ItemMap::toJson(Item &item)
 
 bool ItemMap::isContainer(const QJsonObject &object)
 {
-    const int shape = object.value(shapeKey).toInt();
-    return shape == MobraTypes::GroupShape || shape == MobraTypes::LayerShape;
+    return ItemTree::isContainer(static_cast<unsigned int>(object.value(shapeKey).toInt()));
 }
 
 std::unique_ptr<Item> ItemMap::fromJson(const QJsonObject &object, unsigned int version,

@@ -4,6 +4,7 @@
 #include "items/containers/groupitem.h"
 #include "items/core/resizerotatedhelper.h"
 #include "items/graphics/pixmapitem.h"
+#include "label/labeldocument.h"
 
 #include <QGraphicsItem>
 #include <QTransform>
@@ -83,7 +84,12 @@ const QGraphicsItem &ItemTree::graphicsOf(const Item &item)
 
 bool ItemTree::isContainer(const Item &item)
 {
-    return item.getItemShape() == MobraTypes::GroupShape || item.getItemShape() == MobraTypes::LayerShape;
+    return isContainer(item.getItemShapeInt());
+}
+
+bool ItemTree::isContainer(unsigned int shape)
+{
+    return shape == MobraTypes::GroupShape || shape == MobraTypes::LayerShape;
 }
 
 QList<Item *> ItemTree::membersOf(const Item &item)
@@ -103,6 +109,14 @@ qsizetype ItemTree::count(const Item &item)
     qsizetype items = 1;
     for (const Item *member : membersOf(item))
         items += count(*member);
+    return items;
+}
+
+qsizetype ItemTree::count(const LabelDocument &document)
+{
+    qsizetype items = 0;
+    for (const auto &item : document.items())
+        items += count(*item);
     return items;
 }
 

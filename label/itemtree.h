@@ -9,6 +9,7 @@
 #include <vector>
 
 class Item;
+class LabelDocument;
 class QGraphicsItem;
 
 /// Items that lie in other items of a document.
@@ -17,12 +18,14 @@ namespace ItemTree {
 [[nodiscard]] VX_LABEL_EXPORT QGraphicsItem &graphicsOf(Item &item);
 [[nodiscard]] VX_LABEL_EXPORT const QGraphicsItem &graphicsOf(const Item &item);
 
-/// Whether the item holds others: a group or a layer.
+/// Whether the item, or any of the type code, holds others: a group or a layer.
 [[nodiscard]] VX_LABEL_EXPORT bool isContainer(const Item &item);
+[[nodiscard]] VX_LABEL_EXPORT bool isContainer(unsigned int shape);
 /// The items directly in a container, from bottom to top; none in any other item.
 [[nodiscard]] VX_LABEL_EXPORT QList<Item *> membersOf(const Item &item);
-/// How many items there are, this one and all below it.
+/// How many items there are, this one and all below it, or those of a document.
 [[nodiscard]] VX_LABEL_EXPORT qsizetype count(const Item &item);
+[[nodiscard]] VX_LABEL_EXPORT qsizetype count(const LabelDocument &document);
 /// Whether the item is to be seen wherever what it lies in is.
 [[nodiscard]] VX_LABEL_EXPORT bool isShown(const Item &item);
 

@@ -19,7 +19,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -122,12 +121,6 @@ bool hasTexts(const LabelDocument &document)
     return std::ranges::any_of(document.items(), [](const auto &item) { return hasText(*item); });
 }
 
-qsizetype countOf(const LabelDocument &document)
-{
-    const auto added = [](qsizetype count, const auto &item) { return count + ItemTree::count(*item); };
-    return std::accumulate(document.items().begin(), document.items().end(), qsizetype(0), added);
-}
-
 /// What an item is called, with the name of a layer, and whether it is hidden.
 QString titleOf(const Item &item)
 {
@@ -162,7 +155,7 @@ QString headText(const LabelDocument &document)
     head.addRow({ u"paper"_s, StyleNames::color(document.paper()) });
     head.addRow({ u"inks"_s, inksText(document) });
     head.addRow({ u"dither"_s, DitherNames::of(document.dither()) });
-    head.addRow({ u"items"_s, QString::number(countOf(document)) });
+    head.addRow({ u"items"_s, QString::number(ItemTree::count(document)) });
     return head.text();
 }
 

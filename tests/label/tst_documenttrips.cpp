@@ -161,8 +161,7 @@ void tst_DocumentTrips::randomDocuments()
     qsizetype itemsSeen = 0;
     QVERIFY(rc::check([&itemsSeen] {
         const LabelDocument document = randomDocument();
-        for (const auto &root : document.items())
-            itemsSeen += ItemTree::count(*root);
+        itemsSeen += ItemTree::count(document);
         const QByteArray text = written(document, DocumentFormat::Json);
         QByteArray textAfter;
         const LabelDocument after = afterTheTrip(text, textAfter);
