@@ -23,6 +23,11 @@ inline constexpr int MaxNesting = Limits::MaxNesting;
 inline constexpr int MaxJsonNesting = 2 * MaxNesting + 8;
 /// A proof holds one bit of each pixel's byte for each ink.
 inline constexpr int MaxInks = 8;
+/// A file of data, which is read row by row.
+inline constexpr qint64 MaxDataBytes = 1'000'000'000;
+inline constexpr qint64 MaxValueBytes = 16'000'000;
+inline constexpr int MaxColumns = 4096;
+inline constexpr qint64 MaxRows = 1'000'000;
 inline constexpr int MaxLayerNameLength = 256;
 inline constexpr int MaxInkNameLength = 64;
 /// Page sides in millimetres: ten metres of banner.
