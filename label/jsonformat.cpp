@@ -52,7 +52,7 @@ LoadResult JsonFormat::read(const QByteArray &data, const QString &fileName, Bro
 {
     ProblemLog log(fileName);
     LoadResult result;
-    if (const std::optional<QJsonObject> root = JsonScan::parse(data, log))
+    if (const std::optional<QJsonObject> root = JsonScan::parseObject(data, log))
         result.document = JsonReader(*root, broken, log).read();
     result.problems = log.problems();
     return result;

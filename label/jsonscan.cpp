@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// "line 3, column 7"; a column is a character, whatever it takes in UTF-8.
-QString placeOf(const QByteArray &text, qsizetype offset)
+QString placeOf(const QByteArray &text, qsizetype offset, qint64 firstLine)
 {
     const auto before = QByteArrayView(text).first(std::clamp<qsizetype>(offset, 0, text.size()));
-    const auto line = std::ranges::count(before, '\n') + 1;
+    const auto line = std::ranges::count(before, '\n') + firstLine;
     const auto inLine = before.sliced(before.lastIndexOf('\n') + 1);
     const auto column = std::ranges::count_if(inLine, [](char c) { return (c & 0xC0) != 0x80; }) + 1;
     return u"line %1, column %2"_s.arg(line).arg(column);
@@ -59,8 +59,9 @@ qsizetype endOfString(const QByteArray &text, qsizetype offset)
 class Counter
 {
 public:
-    explicit Counter(ProblemLog &log)
+    Counter(ProblemLog &log, qint64 firstLine)
         : m_log(log)
+        , m_firstLine(firstLine)
     {
     }
 
@@ -91,36 +92,43 @@ private:
 
     bool refuse(const QByteArray &text, qsizetype offset)
     {
+        const QString where = placeOf(text, offset, m_firstLine);
         if (m_depth > LabelLimits::MaxJsonNesting)
-            m_log.add(
-                placeOf(text, offset), u"nested deeper than %1 levels"_s.arg(LabelLimits::MaxJsonNesting));
+            m_log.add(where, u"nested deeper than %1 levels"_s.arg(LabelLimits::MaxJsonNesting));
         else
-            m_log.add(placeOf(text, offset), u"more than %1 values"_s.arg(LabelLimits::MaxJsonValues),
-                u"split the label into several"_s);
+            m_log.add(where, u"more than %1 values"_s.arg(LabelLimits::MaxJsonValues),
+                u"split the file into several"_s);
         return false;
     }
 
     ProblemLog &m_log;
+    qint64 m_firstLine;
     qint64 m_values = 0;
     int m_depth = 0;
 };
 
 } // namespace
 
-std::optional<QJsonObject> JsonScan::parse(const QByteArray &text, ProblemLog &log)
+std::optional<QJsonDocument> JsonScan::parse(const QByteArray &text, ProblemLog &log, qint64 firstLine)
 {
-    if (!Counter(log).accepts(text))
+    if (!Counter(log, firstLine).accepts(text))
         return {};
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error != QJsonParseError::NoError) {
-        log.add(
-            placeOf(text, error.offset), u"no valid JSON, "_s + error.errorString(), adviceOn(error.error));
+    QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error == QJsonParseError::NoError)
+        return document;
+    log.add(placeOf(text, error.offset, firstLine), u"no valid JSON, "_s + error.errorString(),
+        adviceOn(error.error));
+    return {};
+}
+
+std::optional<QJsonObject> JsonScan::parseObject(const QByteArray &text, ProblemLog &log)
+{
+    const std::optional<QJsonDocument> document = parse(text, log);
+    if (!document)
         return {};
-    }
-    if (!document.isObject()) {
-        log.add({}, u"holds a list, not a label"_s);
-        return {};
-    }
-    return document.object();
+    if (document->isObject())
+        return document->object();
+    log.add({}, u"holds a list, not a label"_s);
+    return {};
 }

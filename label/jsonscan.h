@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <optional>
@@ -12,8 +13,12 @@ class ProblemLog;
 /// it reads, so the values are counted first.
 namespace JsonScan {
 
-/// The object that the text holds. Nothing, with the reason in the log, for a text with too many or too
-/// deeply nested values, one that is no JSON, or one that holds something else.
-[[nodiscard]] std::optional<QJsonObject> parse(const QByteArray &text, ProblemLog &log);
+/// The list or object that the text holds. Nothing, with the reason in the log, for a text with too many or
+/// too deeply nested values, or one that is no JSON. The log counts lines from firstLine.
+[[nodiscard]] std::optional<QJsonDocument> parse(
+    const QByteArray &text, ProblemLog &log, qint64 firstLine = 1);
+
+/// The object that the text holds; nothing for a list, too.
+[[nodiscard]] std::optional<QJsonObject> parseObject(const QByteArray &text, ProblemLog &log);
 
 } // namespace JsonScan

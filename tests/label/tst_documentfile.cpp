@@ -169,7 +169,7 @@ void tst_DocumentFile::hostileSizesCostLittle_data()
     row(
         "ten million items, JSON",
         [] { return withItems(QByteArray("{},").repeated(10'000'000).chopped(1)); },
-        u"a: line 1, column 3000147: more than 2000000 values; split the label into several"_s);
+        u"a: line 1, column 3000147: more than 2000000 values; split the file into several"_s);
     row(
         "nearly two million items", [] { return withItems(QByteArray("0,").repeated(1'999'980).chopped(1)); },
         u"a: /items: 1999980 items; a label holds at most 20000"_s);
