@@ -2,6 +2,7 @@
 #include "label/data/columnnames.h"
 
 #include "label/labellimits.h"
+#include "label/nearestname.h"
 #include "label/wording.h"
 
 #include <QHash>
@@ -26,4 +27,12 @@ Problems ColumnNames::problems(const QStringList &names, const QString &file)
             places.insert(names[i], i);
     }
     return problems;
+}
+
+Problem ColumnNames::unknown(const QString &name, const QStringList &names)
+{
+    const QString meant = nearestName(name, names);
+    return { {}, {}, u"there is no column "_s + Wording::quoted(name),
+        meant.isEmpty() ? u"there are %1"_s.arg(names.join(u", "_s))
+                        : u"did you mean %1?"_s.arg(Wording::quoted(meant)) };
 }

@@ -12,4 +12,7 @@ namespace ColumnNames {
 /// there are too many.
 [[nodiscard]] Problems problems(const QStringList &names, const QString &file);
 
+/// That there is no column of a name, and which one was probably meant.
+[[nodiscard]] Problem unknown(const QString &name, const QStringList &names);
+
 } // namespace ColumnNames

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/data/rowtemplate.h"
 
+#include "label/data/columnnames.h"
 #include "label/data/numberform.h"
-#include "label/nearestname.h"
 #include "label/wording.h"
 
 #include <algorithm>
@@ -44,10 +44,7 @@ std::optional<RowTemplate::Part> RowTemplate::partOf(
         : name == timeName       ? Kind::Time
                                  : Kind::Text;
     if (part.kind == Kind::Text) {
-        const QString meant = nearestName(name, columns);
-        problems.append({ {}, {}, u"there is no column "_s + Wording::quoted(name),
-            meant.isEmpty() ? u"there are %1"_s.arg(columns.join(u", "_s))
-                            : u"did you mean %1?"_s.arg(Wording::quoted(meant)) });
+        problems.append(ColumnNames::unknown(name, columns));
         return {};
     }
     const bool isMoment = part.kind == Kind::Date || part.kind == Kind::Time;
