@@ -3,12 +3,14 @@
 
 #include "items/core/item.h"
 #include "label/binaryreader.h"
+#include "label/data/datasourcemap.h"
 #include "label/itemrecord.h"
 #include "label/itemtree.h"
 #include "label/problemlog.h"
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QJsonDocument>
 
 namespace {
 
@@ -50,6 +52,8 @@ QByteArray BinaryFormat::write(const LabelDocument &document)
     stream << quint32(document.items().size());
     for (const auto &item : document.items())
         writeFrame(stream, *item);
+    if (!document.sources().isEmpty())
+        stream << QJsonDocument(DataSourceMap::toJson(document.sources())).toJson(QJsonDocument::Compact);
     return data;
 }
 

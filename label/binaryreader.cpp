@@ -4,11 +4,13 @@
 #include "items/core/classfactory.h"
 #include "items/core/item.h"
 #include "items/core/record.h"
+#include "label/data/datasourcemap.h"
 #include "label/documentrules.h"
 #include "label/itemmap.h"
 #include "label/itemrecord.h"
 #include "label/itemtree.h"
 #include "label/jsonpointer.h"
+#include "label/jsonscan.h"
 #include "label/labellimits.h"
 #include "label/problemlog.h"
 #include "label/recordvalues.h"
@@ -51,7 +53,7 @@ std::optional<LabelDocument> BinaryReader::read()
     checkHead();
     const bool refused = m_log.count() > 0;
     // Behind a frame that is not whole, nothing has a place.
-    if (!readItems() || refused || (m_broken == BrokenItems::Refuse && m_log.count() > 0))
+    if (!readItems() || !readSources() || refused || (m_broken == BrokenItems::Refuse && m_log.count() > 0))
         return {};
     return std::move(m_document);
 }
@@ -150,12 +152,29 @@ bool BinaryReader::readItems()
         return false;
     for (std::unique_ptr<Item> &item : *items)
         m_document.addItem(std::move(item));
-    const qint64 end = m_stream.device()->pos();
-    if (end == m_size)
+    return true;
+}
+
+bool BinaryReader::readSources()
+{
+    const qint64 start = m_stream.device()->pos();
+    if (start == m_size)
         return true;
-    m_log.add(
-        byteAt(end), u"%1 bytes follow the last item"_s.arg(m_size - end), u"use another copy of the file"_s);
-    return false;
+    QByteArray json;
+    m_stream >> json;
+    const qint64 end = m_stream.device()->pos();
+    ProblemLog log({});
+    if (m_stream.status() != QDataStream::Ok || end != m_size) {
+        m_log.add(byteAt(start), u"%1 bytes follow the last item"_s.arg(m_size - start),
+            u"use another copy of the file"_s);
+        return false;
+    }
+    if (const std::optional<QJsonDocument> sources = JsonScan::parse(json, log))
+        m_document.setSources(DataSourceMap::fromJson(sources->array(), u"/sources"_s, log));
+    log.add(DataSources::problems(m_document.sources()));
+    for (const Problem &problem : log.problems())
+        m_log.add(byteAt(start), (problem.where + u' ' + problem.what).trimmed(), problem.advice);
+    return log.count() == 0;
 }
 
 std::optional<std::vector<std::unique_ptr<Item>>> BinaryReader::readFrames(quint32 count, int level)

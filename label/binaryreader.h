@@ -49,6 +49,8 @@ private:
     template <typename T> [[nodiscard]] bool readValue(T &value, const QString &pointer);
     [[nodiscard]] bool isWhole(qint64 start);
     void checkHead();
+    /// What may follow the items.
+    [[nodiscard]] bool readSources();
 
     QDataStream m_stream;
     qint64 m_size;

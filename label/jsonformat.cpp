@@ -2,6 +2,7 @@
 #include "label/jsonformat.h"
 
 #include "label/canonicaljson.h"
+#include "label/data/datasourcemap.h"
 #include "label/itemmap.h"
 #include "label/jsonreader.h"
 #include "label/jsonscan.h"
@@ -45,6 +46,8 @@ QByteArray JsonFormat::write(const LabelDocument &document)
         { u"items"_s, itemsOf(document) } };
     if (document.dither() != Dither::Diffusion)
         root[u"dither"_s] = DitherNames::of(document.dither());
+    if (!document.sources().isEmpty())
+        root[u"sources"_s] = DataSourceMap::toJson(document.sources());
     return CanonicalJson::write(root);
 }
 

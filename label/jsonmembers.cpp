@@ -6,6 +6,8 @@
 #include "label/problemlog.h"
 #include "label/wording.h"
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 QString JsonMembers::typeName(QJsonValue::Type type)
@@ -50,12 +52,37 @@ std::optional<QString> JsonMembers::text(const QString &key)
     return has(key, QJsonValue::String) ? std::optional(m_object.value(key).toString()) : std::nullopt;
 }
 
+std::optional<qint64> JsonMembers::integer(const QString &key, qint64 most)
+{
+    const std::optional<double> value = number(key);
+    if (!value)
+        return {};
+    if (*value == std::floor(*value) && std::abs(*value) <= double(most))
+        return qint64(*value);
+    m_log.add(JsonPointer::member(m_pointer, key), Wording::number(*value) + u" is out of range"_s,
+        u"use a whole number from -%1 to %1"_s.arg(most));
+    return {};
+}
+
+bool JsonMembers::mayHave(const QString &key)
+{
+    m_known.append(key);
+    return m_object.contains(key);
+}
+
 std::optional<QString> JsonMembers::optionalText(const QString &key)
 {
-    if (m_object.contains(key))
-        return text(key);
-    m_known.append(key);
-    return {};
+    return mayHave(key) ? text(key) : std::nullopt;
+}
+
+std::optional<qint64> JsonMembers::optionalInteger(const QString &key, qint64 most)
+{
+    return mayHave(key) ? integer(key, most) : std::nullopt;
+}
+
+std::optional<QJsonArray> JsonMembers::optionalArray(const QString &key)
+{
+    return mayHave(key) ? array(key) : std::nullopt;
 }
 
 std::optional<QColor> JsonMembers::color(const QString &key)

@@ -25,13 +25,17 @@ public:
     }
 
     [[nodiscard]] std::optional<double> number(const QString &key);
+    /// A whole number from -most to most.
+    [[nodiscard]] std::optional<qint64> integer(const QString &key, qint64 most);
     [[nodiscard]] std::optional<QString> text(const QString &key);
     [[nodiscard]] std::optional<QColor> color(const QString &key);
     [[nodiscard]] std::optional<QJsonArray> array(const QString &key);
     [[nodiscard]] std::optional<QJsonObject> object(const QString &key);
 
-    /// One that may be missing, which is no problem.
+    // Those that may be missing, which is no problem
     [[nodiscard]] std::optional<QString> optionalText(const QString &key);
+    [[nodiscard]] std::optional<qint64> optionalInteger(const QString &key, qint64 most);
+    [[nodiscard]] std::optional<QJsonArray> optionalArray(const QString &key);
 
     /// Reports every member that was not asked for.
     void refuseOthers();
@@ -42,6 +46,8 @@ public:
     [[nodiscard]] static QString typeName(QJsonValue::Type type);
 
 private:
+    /// Whether there is one, of whatever type; it is known from now on.
+    [[nodiscard]] bool mayHave(const QString &key);
     [[nodiscard]] bool has(const QString &key, QJsonValue::Type type);
 
     QJsonObject m_object;

@@ -2,6 +2,7 @@
 #include "label/jsonreader.h"
 
 #include "items/core/item.h"
+#include "label/data/datasourcemap.h"
 #include "label/documentrules.h"
 #include "label/itemmap.h"
 #include "label/jsonpointer.h"
@@ -77,6 +78,8 @@ void JsonReader::readHead()
     // A colour that no ink has, should the paper be unreadable.
     m_document.setPaper(m_root.color(u"paper"_s).value_or(QColor()));
     readDither();
+    if (const std::optional<QJsonArray> sources = m_root.optionalArray(u"sources"_s))
+        m_document.setSources(DataSourceMap::fromJson(*sources, u"/sources"_s, m_log));
 
     // What could not be read has been reported, and has no value to be judged.
     const Problems reported = m_log.problems();

@@ -79,6 +79,7 @@ Problems LabelDocument::problems() const
         m_pageSize.height(), LabelLimits::MinPageSide, LabelLimits::MaxPageSide, u"/page/height"_s, log);
     checkRange(m_designDpi, LabelLimits::MinDpi, LabelLimits::MaxDpi, u"/page/dpi"_s, log);
     log.add(InkRules::problems(m_inks, m_paper));
+    log.add(DataSources::problems(m_sources));
     DocumentRules::acceptsItemCount(ItemTree::count(*this), u"/items"_s, log);
     for (std::size_t i = 0; i < m_items.size(); ++i)
         ItemMap::checkTree(*m_items[i], JsonPointer::element(u"/items"_s, qsizetype(i)), 1, log);

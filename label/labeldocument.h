@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/data/datasource.h"
 #include "label/dither.h"
 #include "label/problem.h"
 #include "label/vxlabelexport.h"
@@ -61,15 +62,19 @@ public:
     [[nodiscard]] Dither dither() const { return m_dither; }
     void setDither(Dither dither) { m_dither = dither; }
 
+    /// What bound items take their content from.
+    [[nodiscard]] const QList<DataSource> &sources() const { return m_sources; }
+    void setSources(const QList<DataSource> &sources) { m_sources = sources; }
+
     /// From bottom to top where their z values are equal.
     [[nodiscard]] const std::vector<std::unique_ptr<Item>> &items() const { return m_items; }
     /// Appends an item and returns it.
     Item *addItem(std::unique_ptr<Item> item);
 
     /// What keeps this document from being saved or printed: page, resolution, inks (count, names unique and
-    /// usable as file names, colours opaque and distinct, none the paper's), items with numbers that are not
-    /// finite or beyond the drawable range. `where` is a JSON pointer into the document as it would be
-    /// written.
+    /// usable as file names, colours opaque and distinct, none the paper's), data sources, items with numbers
+    /// that are not finite or beyond the drawable range. `where` is a JSON pointer into the document as it
+    /// would be written.
     [[nodiscard]] Problems problems() const;
 
 private:
@@ -78,5 +83,6 @@ private:
     QList<Ink> m_inks;
     QColor m_paper;
     Dither m_dither = Dither::Diffusion;
+    QList<DataSource> m_sources;
     std::vector<std::unique_ptr<Item>> m_items;
 };

@@ -28,6 +28,9 @@ inline constexpr qint64 MaxDataBytes = 1'000'000'000;
 inline constexpr qint64 MaxValueBytes = 16'000'000;
 inline constexpr int MaxColumns = 4096;
 inline constexpr qint64 MaxRows = 1'000'000;
+/// The data sources of a document, and the characters of each text of one.
+inline constexpr int MaxSources = 64;
+inline constexpr int MaxSourceText = 100'000;
 inline constexpr int MaxLayerNameLength = 256;
 inline constexpr int MaxInkNameLength = 64;
 /// Page sides in millimetres: ten metres of banner.
