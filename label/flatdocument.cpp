@@ -90,12 +90,7 @@ void FlatDocument::chooseLayers(const QStringList &layers)
 
 void FlatDocument::flatten()
 {
-    m_flat.emplace();
-    m_flat->setPageSize(m_original.pageSize());
-    m_flat->setDesignDpi(m_original.designDpi());
-    m_flat->setInks(m_original.inks());
-    m_flat->setPaper(m_original.paper());
-    m_flat->setDither(m_original.dither());
+    m_flat.emplace(m_original.withoutItems());
     std::ranges::stable_sort(m_roots, {}, [](const auto &root) { return root.first->getItemZValue(); });
     for (const auto &[item, pointer] : m_roots)
         add(*item, pointer);

@@ -71,6 +71,24 @@ Item *LabelDocument::addItem(std::unique_ptr<Item> item)
     return m_items.back().get();
 }
 
+void LabelDocument::replaceItem(std::size_t place, std::unique_ptr<Item> item)
+{
+    setBackground(*item, m_paper);
+    m_items[place] = std::move(item);
+}
+
+LabelDocument LabelDocument::withoutItems() const
+{
+    LabelDocument document;
+    document.m_pageSize = m_pageSize;
+    document.m_designDpi = m_designDpi;
+    document.m_inks = m_inks;
+    document.m_paper = m_paper;
+    document.m_dither = m_dither;
+    document.m_sources = m_sources;
+    return document;
+}
+
 Problems LabelDocument::problems() const
 {
     ProblemLog log({});

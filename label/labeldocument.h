@@ -70,6 +70,10 @@ public:
     [[nodiscard]] const std::vector<std::unique_ptr<Item>> &items() const { return m_items; }
     /// Appends an item and returns it.
     Item *addItem(std::unique_ptr<Item> item);
+    /// Puts an item in the place of another one, which is deleted.
+    void replaceItem(std::size_t place, std::unique_ptr<Item> item);
+    /// A document of the same page, inks, paper and sources.
+    [[nodiscard]] LabelDocument withoutItems() const;
 
     /// What keeps this document from being saved or printed: page, resolution, inks (count, names unique and
     /// usable as file names, colours opaque and distinct, none the paper's), data sources, items with numbers

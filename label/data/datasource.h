@@ -24,7 +24,8 @@ struct DataSource
 
     int id = 0; ///< 0 or more, unlike that of any other source of the document
     Kind kind = Kind::Csv;
-    QString location = {}; ///< of rows: a file, from the folder of the document on; of SQL the URL of a database
+    QString location
+        = {}; ///< of rows: a file, from the folder of the document on; of SQL the URL of a database
     QString query = {}; ///< of SQL
     QString encoding = {}; ///< of CSV, as QStringConverter names it; empty: found out
     QString delimiter = {}; ///< of CSV, one character; empty: found out

@@ -21,6 +21,15 @@ QString textOfMoment(const QDateTime &moment, const QString &form, const QString
     return moment.toString(form.isEmpty() ? iso : form);
 }
 
+/// What QString::toHtmlEscaped() has done, undone.
+QString unescaped(QString text)
+{
+    return text.replace(u"&lt;"_s, u"<"_s)
+        .replace(u"&gt;"_s, u">"_s)
+        .replace(u"&quot;"_s, u"\""_s)
+        .replace(u"&amp;"_s, u"&"_s);
+}
+
 } // namespace
 
 std::optional<RowTemplate::Part> RowTemplate::partOf(
@@ -57,9 +66,10 @@ std::optional<RowTemplate::Part> RowTemplate::partOf(
 }
 
 std::optional<RowTemplate> RowTemplate::parse(
-    const QString &text, const QStringList &columns, Problems &problems)
+    const QString &text, const QStringList &columns, Problems &problems, Markup markup)
 {
     RowTemplate made;
+    made.m_markup = markup;
     const auto addText = [&made](const QString &piece) {
         if (!piece.isEmpty())
             made.m_parts.push_back({ Kind::Text, piece, 0, {}, {} });
@@ -80,7 +90,9 @@ std::optional<RowTemplate> RowTemplate::parse(
         }
         addText(text.sliced(from, at - from));
         const qsizetype name = at + opening.size();
-        if (std::optional<Part> part = partOf(text.sliced(name, end - name), columns, problems))
+        const QString place = text.sliced(name, end - name);
+        if (std::optional<Part> part
+            = partOf(markup == Markup::Html ? unescaped(place) : place, columns, problems))
             made.m_parts.push_back(std::move(*part));
         from = end + 1;
     }
@@ -88,9 +100,14 @@ std::optional<RowTemplate> RowTemplate::parse(
     return problems.size() == before ? std::optional(std::move(made)) : std::nullopt;
 }
 
-bool RowTemplate::dependsOnRow() const
+bool RowTemplate::hasPlaces(const QString &text)
 {
-    return std::ranges::any_of(m_parts, [](const Part &part) { return part.kind != Kind::Text; });
+    return text.contains(opening);
+}
+
+bool RowTemplate::has(Kind kind) const
+{
+    return std::ranges::any_of(m_parts, [kind](const Part &part) { return part.kind == kind; });
 }
 
 std::optional<QString> RowTemplate::textOf(
@@ -127,7 +144,7 @@ std::optional<QString> RowTemplate::textFor(const Row &row, const Context &conte
         const std::optional<QString> piece = textOf(part, row, context, problem);
         if (!piece)
             return {};
-        text += *piece;
+        text += m_markup == Markup::Html && part.kind != Kind::Text ? piece->toHtmlEscaped() : *piece;
     }
     return text;
 }

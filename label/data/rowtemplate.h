@@ -32,13 +32,21 @@ public:
         qint64 label = 1;
     };
 
+    /// What the text is written in. In HTML, the characters of places and values are escaped.
+    enum class Markup { None, Html };
+
+    /// Whether a text has places, or what look like them.
+    [[nodiscard]] static bool hasPlaces(const QString &text);
+
     /// Nothing, with the reasons in problems, if a place is not closed, names no column, or has a form that
     /// is none.
     [[nodiscard]] static std::optional<RowTemplate> parse(
-        const QString &text, const QStringList &columns, Problems &problems);
+        const QString &text, const QStringList &columns, Problems &problems, Markup markup = Markup::None);
 
-    /// Whether there is any place in it.
-    [[nodiscard]] bool dependsOnRow() const;
+    /// Whether there is a place for the number of the label.
+    [[nodiscard]] bool countsLabels() const { return has(Kind::Counter); }
+    /// Whether there is a place for a date or a time.
+    [[nodiscard]] bool tellsTime() const { return has(Kind::Date) || has(Kind::Time); }
     /// The text for a row. Nothing, with the reason in problem, if a value is no number where one is wanted.
     [[nodiscard]] std::optional<QString> textFor(
         const Row &row, const Context &context, Problem &problem) const;
@@ -54,10 +62,12 @@ private:
         QString otherwise; ///< for an empty value
     };
 
+    [[nodiscard]] bool has(Kind kind) const;
     [[nodiscard]] static std::optional<Part> partOf(
         const QString &place, const QStringList &columns, Problems &problems);
     [[nodiscard]] static std::optional<QString> textOf(
         const Part &part, const Row &row, const Context &context, Problem &problem);
 
     std::vector<Part> m_parts;
+    Markup m_markup = Markup::None;
 };

@@ -29,7 +29,8 @@ private Q_SLOTS:
     void whatIsNoTemplate();
     void valuesThatAreNoNumbers_data();
     void valuesThatAreNoNumbers();
-    void plainTextsDependOnNothing();
+    void textsKnowWhatTheyDependOn();
+    void valuesAreEscapedInHtml();
 };
 
 void tst_RowTemplate::placesAreFilled_data()
@@ -128,11 +129,31 @@ void tst_RowTemplate::valuesThatAreNoNumbers()
     QCOMPARE(problem.what, what);
 }
 
-void tst_RowTemplate::plainTextsDependOnNothing()
+void tst_RowTemplate::textsKnowWhatTheyDependOn()
 {
+    const auto parsed = [](const QString &text) {
+        Problems problems;
+        return *RowTemplate::parse(text, columns, problems);
+    };
+    QVERIFY(!parsed(u"plain $${#} ${sku}"_s).countsLabels());
+    QVERIFY(parsed(u"x${#:%3d}"_s).countsLabels());
+    QVERIFY(!parsed(u"$${date} ${sku}"_s).tellsTime());
+    QVERIFY(parsed(u"${date:yy}"_s).tellsTime());
+    QVERIFY(parsed(u"${time}"_s).tellsTime());
+    QVERIFY(RowTemplate::hasPlaces(u"a ${b"_s));
+    QVERIFY(!RowTemplate::hasPlaces(u"$ { {b}"_s));
+}
+
+void tst_RowTemplate::valuesAreEscapedInHtml()
+{
+    const QStringList names { u"a&b"_s, u"c"_s };
+    const Row own { 1, { u"<i> & \"x\""_s, QString() }, {} };
     Problems problems;
-    QVERIFY(!RowTemplate::parse(u"plain $${x}"_s, columns, problems)->dependsOnRow());
-    QVERIFY(RowTemplate::parse(u"${sku}"_s, columns, problems)->dependsOnRow());
+    const auto parsed = RowTemplate::parse(
+        u"<b>${a&amp;b}</b> ${c|&lt;none&gt;}"_s, names, problems, RowTemplate::Markup::Html);
+    QVERIFY(parsed);
+    Problem problem;
+    QCOMPARE(*parsed->textFor(own, context, problem), u"<b>&lt;i&gt; &amp; &quot;x&quot;</b> &lt;none&gt;"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_RowTemplate)

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/rowdocument.h"
+
+#include "items/core/item.h"
+#include "label/batch/boundcontent.h"
+#include "label/wording.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int unbound = -1;
+
+RowTemplate::Markup markupOf(const Item &item)
+{
+    return BoundContent::hasHtml(item) ? RowTemplate::Markup::Html : RowTemplate::Markup::None;
+}
+
+/// Problems of an item say which one it is.
+void addProblems(const Problems &found, const Item &item, const QString &pointer, Problems &problems)
+{
+    for (const Problem &problem : found)
+        problems.append(
+            { problem.file, pointer, Wording::item(item) + u": "_s + problem.what, problem.advice });
+}
+
+} // namespace
+
+RowDocument::RowDocument(const LabelDocument &label, const BindingOptions &options)
+    : m_label(label)
+    , m_options(options)
+    , m_flat(label, options.layers)
+    , m_document(m_flat.document().withoutItems())
+{
+}
+
+RowDocument::~RowDocument() = default;
+
+std::unique_ptr<RowDocument> RowDocument::of(
+    const LabelDocument &label, const BindingOptions &options, Problems &problems)
+{
+    Problems found = label.problems();
+    if (!found.isEmpty()) {
+        problems += found;
+        return {};
+    }
+    std::unique_ptr<RowDocument> made(new RowDocument(label, options));
+    found = made->m_flat.problems();
+    for (const std::unique_ptr<Item> &item : made->m_flat.document().items()) {
+        const std::size_t index = made->m_document.items().size();
+        made->m_document.addItem(std::unique_ptr<Item>(item->createItemCopy()));
+        made->bindItem(index, found);
+    }
+    problems += found;
+    return found.isEmpty() ? std::move(made) : nullptr;
+}
+
+void RowDocument::bindItem(std::size_t index, Problems &problems)
+{
+    const Item &item = *m_flat.document().items()[index];
+    if (!BoundContent::isPossible(item))
+        return;
+    Problems found;
+    std::optional<Bound> bound;
+    if (item.getDatasourceId() != unbound)
+        bound = boundTo(item.getDatasourceId(), item.getDatasourceField(), index, found);
+    else if (const QString text = BoundContent::templateOf(item); RowTemplate::hasPlaces(text)) {
+        if (std::optional<RowContent> content
+            = RowContent::ofTemplate(text, markupOf(item), m_options.columns, found))
+            bound = Bound { index, Kind::Template, std::move(*content) };
+    }
+    addProblems(found, item, m_flat.pointerOf(index), problems);
+    if (bound)
+        m_bound.push_back(std::move(*bound));
+}
+
+std::optional<RowDocument::Bound> RowDocument::boundTo(
+    int id, const QString &field, std::size_t index, Problems &problems) const
+{
+    const DataSource *source = DataSources::find(m_label.sources(), id);
+    std::optional<RowContent> content;
+    if (source && source->isFunction()) {
+        const Item &item = *m_flat.document().items()[index];
+        content = RowContent::ofFunction(*source, markupOf(item), m_options.columns, problems);
+        return content ? std::optional(Bound { index, Kind::Function, std::move(*content) }) : std::nullopt;
+    }
+    if (m_options.rowSource && m_options.rowSource != id) {
+        problems.append({ {}, {}, u"takes its content from source %1"_s.arg(id),
+            u"the rows come from source %1: bind it to that, or give --data"_s.arg(*m_options.rowSource) });
+        return {};
+    }
+    content = RowContent::ofColumn(field, m_options.columns, problems);
+    return content ? std::optional(Bound { index, Kind::Value, std::move(*content) }) : std::nullopt;
+}
+
+bool RowDocument::countsLabels() const
+{
+    return std::ranges::any_of(m_bound, [](const Bound &bound) { return bound.content.countsLabels(); });
+}
+
+bool RowDocument::tellsTime() const
+{
+    return std::ranges::any_of(m_bound, [](const Bound &bound) { return bound.content.tellsTime(); });
+}
+
+bool RowDocument::show(const Row &row, const RowContent::Context &context, Problems &problems)
+{
+    const qsizetype before = problems.size();
+    for (const Bound &bound : m_bound) {
+        const std::unique_ptr<Item> &designed = m_flat.document().items()[bound.item];
+        std::unique_ptr<Item> item(designed->createItemCopy());
+        Problem problem;
+        const std::optional<QString> text = bound.content.textFor(row, context, problem);
+        if (!text || !show(*item, bound, *text, problem))
+            addProblems({ problem }, *designed, m_flat.pointerOf(bound.item), problems);
+        m_document.replaceItem(bound.item, std::move(item));
+    }
+    return problems.size() == before;
+}
+
+bool RowDocument::show(Item &item, const Bound &bound, const QString &text, Problem &problem) const
+{
+    switch (bound.kind) {
+    case Kind::Value:
+        return BoundContent::showValue(item, text, m_options.assets, problem);
+    case Kind::Function:
+        return BoundContent::showFunction(item, text, m_options.assets, problem);
+    case Kind::Template:
+        BoundContent::showTemplate(item, text);
+        return true;
+    }
+    return false;
+}
