@@ -28,6 +28,8 @@ inline constexpr qint64 MaxDataBytes = 1'000'000'000;
 inline constexpr qint64 MaxValueBytes = 16'000'000;
 inline constexpr int MaxColumns = 4096;
 inline constexpr qint64 MaxRows = 1'000'000;
+/// Of a row of a batch.
+inline constexpr qint64 MaxCopies = 10'000;
 /// The data sources of a document, and the characters of each text of one.
 inline constexpr int MaxSources = 64;
 inline constexpr int MaxSourceText = 100'000;

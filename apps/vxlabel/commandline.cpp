@@ -15,10 +15,10 @@ namespace {
 
 constexpr auto exitCodes = R"(Exit codes:
   0    done
-  1    done, but broken items were left out (with --keep-going)
+  1    done, but some rows failed, or broken items were left out (with --keep-going)
   2    wrong usage
   3    the label cannot be read or printed
-  4    a data source failed (reserved: labels have none yet)
+  4    the data cannot be read
   5    an output cannot be written
   130  interrupted; no half-written file is left)";
 
@@ -32,14 +32,6 @@ std::string checkResolution(const std::string &text)
     message << "takes a number from " << LabelLimits::MinDpi << " to " << LabelLimits::MaxDpi << ", not "
             << text;
     return message.str();
-}
-
-/// An empty name stands for the current folder in some places; a caller whose variable is empty does not mean
-/// that.
-CLI::Validator pathCheck()
-{
-    return CLI::Validator(
-        [](const std::string &path) { return path.empty() ? "takes a name" : std::string(); }, "");
 }
 
 /// "vxlabel separate"
@@ -131,10 +123,18 @@ ExitCode CommandLine::runJob() const
     return m_job(m_keepGoing ? BrokenItems::LeaveOut : BrokenItems::Refuse);
 }
 
+/// An empty name stands for the current folder in some places; a caller whose variable is empty does not mean
+/// that.
+CLI::Validator CommandLine::nameCheck()
+{
+    return CLI::Validator(
+        [](const std::string &path) { return path.empty() ? "takes a name" : std::string(); }, "");
+}
+
 void CommandLine::addPath(CLI::App &command, const std::string &name, const std::string &value,
     const std::string &help, std::string &path)
 {
-    command.add_option(name, path, help)->required()->type_name(value)->check(pathCheck());
+    command.add_option(name, path, help)->required()->type_name(value)->check(nameCheck());
 }
 
 void CommandLine::addLabel(CLI::App &command, std::string &path)
@@ -177,7 +177,23 @@ void CommandLine::addLayers(CLI::App &command, QStringList &layers)
         ->allow_extra_args(false);
 }
 
-void CommandLine::addForce(CLI::App &command, bool &force)
+void CommandLine::addPlateFlags(CLI::App &command, bool &negative, bool &overprint)
 {
-    command.add_flag("--force", force, "Replace files that exist");
+    command.add_flag("--negative", negative, "White on black: print what does not have the ink's colour");
+    command.add_flag("--overprint", overprint, "Let inks print over each other where items allow it");
+}
+
+CLI::Option *CommandLine::addForce(CLI::App &command, bool &force)
+{
+    return command.add_flag("--force", force, "Replace files that exist");
+}
+
+void CommandLine::addText(CLI::App &command, const std::string &name, const std::string &value,
+    const std::string &help, QString &text)
+{
+    command
+        .add_option_function<std::string>(
+            name, [&text](const std::string &given) { text = QString::fromStdString(given); }, help)
+        ->type_name(value)
+        ->check(nameCheck());
 }

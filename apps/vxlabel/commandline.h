@@ -39,7 +39,14 @@ public:
     static void addResolution(CLI::App &command, std::optional<double> &dpi);
     static void addDither(CLI::App &command, std::optional<Dither> &dither);
     static void addLayers(CLI::App &command, QStringList &layers);
-    static void addForce(CLI::App &command, bool &force);
+    /// What plates may be printed like.
+    static void addPlateFlags(CLI::App &command, bool &negative, bool &overprint);
+    static CLI::Option *addForce(CLI::App &command, bool &force);
+    /// A text that may be missing, but not be empty.
+    static void addText(CLI::App &command, const std::string &name, const std::string &value,
+        const std::string &help, QString &text);
+    /// That a name is not empty.
+    [[nodiscard]] static CLI::Validator nameCheck();
 
 private:
     /// The command that is given, or the program itself.

@@ -51,4 +51,9 @@ Postponed::~Postponed()
         leave();
 }
 
+bool isPending()
+{
+    return pending;
+}
+
 } // namespace Interruption

@@ -19,4 +19,7 @@ public:
     Q_DISABLE_COPY_MOVE(Postponed)
 };
 
+/// Whether the end was postponed, and something that takes long should come to it.
+[[nodiscard]] bool isPending();
+
 } // namespace Interruption

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/barcodescommand.h"
+#include "apps/vxlabel/batchcommand.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
@@ -18,6 +19,7 @@ ExitCode run(int argc, char **argv)
     CommandLine commandLine;
     addRenderCommand(commandLine);
     addSeparateCommand(commandLine);
+    addBatchCommand(commandLine);
     addInspectCommand(commandLine);
     addConvertCommand(commandLine);
     addBarcodesCommand(commandLine);

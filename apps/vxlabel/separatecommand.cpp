@@ -121,10 +121,7 @@ void addSeparateCommand(CommandLine &commandLine)
     CommandLine::addPath(
         command, "-o,--output", "DIR", "The folder for the plates, created if missing", options->folder);
     CommandLine::addResolution(command, options->dpi);
-    command.add_flag(
-        "--negative", options->negative, "White on black: print what does not have the ink's colour");
-    command.add_flag(
-        "--overprint", options->overprint, "Let inks print over each other where items allow it");
+    CommandLine::addPlateFlags(command, options->negative, options->overprint);
     command.add_option("--format", options->format, "The format of the plates: png (if not given) or pbm")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({ "png", "pbm" }));

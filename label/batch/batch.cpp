@@ -1,0 +1,321 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/batch.h"
+
+#include "label/data/columnnames.h"
+#include "label/labellimits.h"
+#include "label/wording.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The errors of the encoder from this one on leave no symbol.
+constexpr int firstEncoderError = 5;
+/// Warnings that differ from row to row are told so often, and no more.
+constexpr qsizetype mostNotes = 100;
+
+/// The folders that a pattern names before the first place.
+QString firstFolder(const QString &pattern)
+{
+    const QString fixed = pattern.left(pattern.indexOf(u'{'));
+    const qsizetype slash = fixed.lastIndexOf(u'/');
+    return slash < 0 ? u"."_s : fixed.left(std::max<qsizetype>(slash, 1));
+}
+
+QByteArray digestOf(const Row &row)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const QString &value : row.values) {
+        const QByteArray bytes = value.toUtf8();
+        hash.addData(QByteArray::number(bytes.size()) + ':' + bytes);
+    }
+    return hash.result().toHex().first(16);
+}
+
+/// A row's problems begin with where the row is.
+Problem ofRow(const Problem &problem, const QString &address)
+{
+    const QString where = problem.file.isEmpty() || problem.file == address
+        ? problem.where
+        : problem.file + (problem.where.isEmpty() ? QString() : u": "_s + problem.where);
+    return { address, where, problem.what, problem.advice };
+}
+
+} // namespace
+
+BatchObserver::~BatchObserver() = default;
+
+Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options)
+    : m_label(label)
+    , m_rows(rows)
+    , m_options(options)
+{
+    if (m_options.manifest.isEmpty())
+        m_options.manifest = QDir(firstFolder(m_options.pattern)).filePath(u"manifest.jsonl"_s);
+    m_files = std::make_unique<PlateFiles>(
+        m_options.manifest, m_options.format, m_options.start != BatchOptions::Start::New);
+}
+
+Batch::~Batch() = default;
+
+std::unique_ptr<Batch> Batch::of(
+    const LabelDocument &label, RowSource &rows, const BatchOptions &options, BatchRefusal &refusal)
+{
+    std::unique_ptr<Batch> batch(new Batch(label, rows, options));
+    return batch->prepare(refusal) ? std::move(batch) : nullptr;
+}
+
+bool Batch::prepare(BatchRefusal &refusal)
+{
+    const BindingOptions binding { m_rows.columns(), m_options.rowSource, m_options.separation.layers,
+        m_options.assets };
+    m_document = RowDocument::of(m_label, binding, refusal.problems);
+    refusal.kind = BatchRefusal::Label;
+    if (!m_document)
+        return false;
+    refusal.kind = BatchRefusal::Options;
+    if (!prepareColumns(refusal.problems) || !prepareNames(refusal.problems))
+        return false;
+    if (const std::optional<qint64> total = m_rows.total())
+        m_count.total = m_options.rows.countOf(*total) / m_options.shard.count;
+    refusal.kind = BatchRefusal::Output;
+    return openManifest(refusal.problems);
+}
+
+bool Batch::prepareNames(Problems &problems)
+{
+    const std::optional<NamePattern> pattern
+        = NamePattern::parse(m_options.pattern, m_rows.columns(), problems);
+    if (!pattern)
+        return false;
+    QStringList inks;
+    for (const Ink &ink : m_label.inks())
+        inks.append(ink.name);
+    if (inks.size() > 1 && !pattern->hasInk()) {
+        problems.append(
+            { {}, {}, Wording::quoted(m_options.pattern) + u" gives all inks one name"_s, u"add {ink}"_s });
+        return false;
+    }
+    m_copiesAreFiles = pattern->hasCopy() || m_document->countsLabels();
+    m_names = std::make_unique<RowNames>(*pattern, inks);
+    return true;
+}
+
+bool Batch::prepareColumns(Problems &problems)
+{
+    const auto find = [&](const QString &name, int &column) {
+        column = name.isEmpty() ? column : int(m_rows.columns().indexOf(name));
+        if (!name.isEmpty() && column < 0)
+            problems.append(ColumnNames::unknown(name, m_rows.columns()));
+        return name.isEmpty() || column >= 0;
+    };
+    const bool keyIsThere = find(m_options.keyColumn, m_keyColumn);
+    return find(m_options.copiesColumn, m_copiesColumn) && keyIsThere;
+}
+
+QJsonObject Batch::head() const
+{
+    const SeparationOptions &separation = m_options.separation;
+    QJsonObject head { { u"label"_s, QString::fromLatin1(m_options.labelDigest) },
+        { u"resolution"_s, separation.dpi }, { u"pattern"_s, QFileInfo(m_options.pattern).fileName() },
+        { u"format"_s, m_options.format == BatchOptions::Format::Png ? u"png"_s : u"pbm"_s } };
+    if (m_options.shard != Shard())
+        head.insert(u"shard"_s, u"%1/%2"_s.arg(m_options.shard.index).arg(m_options.shard.count));
+    if (separation.negative)
+        head.insert(u"negative"_s, true);
+    if (separation.overprint)
+        head.insert(u"overprint"_s, true);
+    if (separation.dither)
+        head.insert(u"dithering"_s, DitherNames::of(*separation.dither));
+    if (!separation.layers.isEmpty())
+        head.insert(u"layers"_s, separation.layers.join(u','));
+    if (m_document->tellsTime())
+        head.insert(u"begin"_s, m_options.begin.toString(Qt::ISODate));
+    return head;
+}
+
+bool Batch::openManifest(Problems &problems)
+{
+    const QString folder = QFileInfo(m_options.manifest).path();
+    if (!QDir().mkpath(folder)) {
+        problems.append(
+            { folder, {}, u"the folder cannot be created"_s, u"choose a place where you may write"_s });
+        return false;
+    }
+    using Start = BatchOptions::Start;
+    const bool isNew = m_options.start == Start::New || m_options.start == Start::Replace;
+    m_manifest = isNew
+        ? Manifest::create(m_options.manifest, head(), m_options.start == Start::Replace, problems)
+        : Manifest::resume(m_options.manifest, head(), problems);
+    return m_manifest != nullptr;
+}
+
+BatchEnd Batch::run(BatchObserver &observer)
+{
+    m_observer = &observer;
+    std::optional<BatchEnd> end;
+    while (!end) {
+        const RowResult result = m_rows.next();
+        if (observer.isInterrupted())
+            end = BatchEnd::Interrupted;
+        else if (result.kind == RowResult::End || m_options.rows.endsBefore(result.row.number))
+            end = BatchEnd::Complete;
+        else
+            end = take(result);
+    }
+    Problems problems;
+    if (!m_manifest->finish(problems))
+        end = BatchEnd::CannotWrite;
+    for (const Problem &problem : problems)
+        observer.problem(problem);
+    m_observer = nullptr;
+    return *end;
+}
+
+bool Batch::isChosen(qint64 row) const
+{
+    return m_options.rows.contains(row) && m_options.shard.contains(row);
+}
+
+std::optional<BatchEnd> Batch::take(const RowResult &result)
+{
+    if (result.kind == RowResult::Failed) {
+        m_observer->problem(result.problem);
+        return BatchEnd::DataFailed;
+    }
+    Problem problem = result.problem;
+    const std::optional<qint64> copies
+        = result.kind == RowResult::Data ? copiesOf(result.row, problem) : std::nullopt;
+    const qint64 firstLabel = m_labels + 1;
+    // A row whose copies nobody knows counts as one, so that those behind it keep their numbers.
+    m_labels += copies.value_or(1);
+    if (!isChosen(result.row.number))
+        return {};
+    return print({ result.row, copies, firstLabel, problem });
+}
+
+std::optional<qint64> Batch::copiesOf(const Row &row, Problem &problem) const
+{
+    if (m_copiesColumn < 0)
+        return 1;
+    const QString value = row.values.value(m_copiesColumn);
+    bool isNumber = false;
+    const qint64 copies = value.toLongLong(&isNumber);
+    if (isNumber && copies >= 0 && copies <= LabelLimits::MaxCopies)
+        return copies;
+    problem = { row.address, u"column "_s + Wording::quoted(m_options.copiesColumn),
+        Wording::quoted(value) + u" is no number of copies"_s,
+        u"use a whole number from 0 to %1"_s.arg(LabelLimits::MaxCopies) };
+    return {};
+}
+
+std::optional<BatchEnd> Batch::print(const Job &job)
+{
+    ManifestEntry entry { .row = job.row.number,
+        .key = job.row.values.value(m_keyColumn),
+        .digest = digestOf(job.row),
+        .copies = job.copies.value_or(1) };
+    if (isKept(entry)) {
+        ++m_count.kept;
+        m_observer->rowDone(m_count);
+        return {};
+    }
+    const Problems problems = job.copies ? printCopies(job, entry) : Problems { job.problem };
+    if (!problems.isEmpty())
+        m_files->takeBack(entry);
+    return record(job, entry, problems);
+}
+
+bool Batch::isKept(const ManifestEntry &entry)
+{
+    const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
+    if (m_options.start == BatchOptions::Start::OnlyFailed)
+        return !before || before->isPrinted;
+    return before && before->isPrinted && before->digest == entry.digest && m_files->areIntact(*before);
+}
+
+std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)
+{
+    for (const Problem &problem : problems) {
+        const Problem located = ofRow(problem, job.row.address);
+        m_observer->problem(located);
+        entry.problems.append(Problem { {}, located.where, located.what, located.advice }.text());
+    }
+    if (m_files->isBlocked())
+        return BatchEnd::CannotWrite;
+    entry.isPrinted = problems.isEmpty();
+    ++(entry.isPrinted ? m_count.printed : m_count.failed);
+    m_count.labels += entry.isPrinted ? entry.copies : 0;
+    if (Problems unwritten; !m_manifest->append(entry, unwritten)) {
+        m_observer->problem(unwritten.constFirst());
+        return BatchEnd::CannotWrite;
+    }
+    m_observer->rowDone(m_count);
+    const bool stops = !entry.isPrinted && m_options.onError == BatchOptions::OnError::Stop;
+    return stops ? std::optional(BatchEnd::Stopped) : std::nullopt;
+}
+
+Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
+{
+    Problems problems;
+    QList<QStringList> names;
+    for (qint64 copy = 1; copy <= (m_copiesAreFiles ? *job.copies : std::min<qint64>(*job.copies, 1));
+         ++copy) {
+        Problem problem;
+        const std::optional<QStringList> ofCopy = m_names->namesFor(job.row, copy, problem);
+        if (!ofCopy)
+            return { problem };
+        names.append(*ofCopy);
+    }
+    std::optional<Separation> separation;
+    for (qsizetype i = 0; i < names.size() && problems.isEmpty(); ++i) {
+        if (i == 0 || m_document->countsLabels())
+            separation = separationOf(job.row, job.firstLabel + i, problems);
+        if (separation)
+            problems += m_files->write(*separation, names[i], entry);
+    }
+    return problems;
+}
+
+std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Problems &problems)
+{
+    std::optional<Separation> separation;
+    if (m_document->show(row, { m_options.begin, label }, problems))
+        separation = separate(m_document->document(), m_options.separation, problems);
+    // Renderers that items have replaced wait for that.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    if (!separation)
+        return {};
+    m_document->locate(separation->warnings);
+    QSet<QString> unreadable;
+    for (const PrintedBarcode &barcode : separation->barcodes) {
+        Problems located { { {}, barcode.where, {}, {} } };
+        m_document->locate(located);
+        if (barcode.error >= firstEncoderError)
+            unreadable.insert(located.constFirst().where);
+    }
+    const auto isFailure = [&](const Problem &warning) { return unreadable.contains(warning.where); };
+    std::ranges::copy_if(separation->warnings, std::back_inserter(problems), isFailure);
+    separation->warnings.removeIf(isFailure);
+    tell(separation->warnings);
+    return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+void Batch::tell(const Problems &warnings)
+{
+    for (const Problem &warning : warnings) {
+        const QString text = warning.text();
+        if (m_notes.size() >= mostNotes || m_notes.contains(text))
+            continue;
+        m_notes.insert(text);
+        m_observer->problem(warning);
+    }
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/batch/batchoptions.h"
+#include "label/batch/manifest.h"
+#include "label/batch/platefiles.h"
+#include "label/batch/rowdocument.h"
+#include "label/batch/rownames.h"
+#include "label/data/rowsource.h"
+#include "label/separation.h"
+
+#include <QSet>
+
+#include <memory>
+#include <optional>
+
+/// What a batch tells while it runs.
+class VX_LABEL_EXPORT BatchObserver
+{
+public:
+    virtual ~BatchObserver();
+
+    /// A row that is not printed, or something that a person should know.
+    virtual void problem(const Problem &problem) = 0;
+    /// After each row that was to be printed.
+    virtual void rowDone(const BatchCount &count) = 0;
+    /// Asked before each row: the batch ends then.
+    [[nodiscard]] virtual bool isInterrupted() = 0;
+};
+
+/// Prints the rows of a data source on a label, each into files of its own, and keeps a manifest of them.
+class VX_LABEL_EXPORT Batch
+{
+public:
+    /// Null, with the reasons in refusal, if the label, the columns that it asks for, the pattern of the
+    /// names or the manifest are unusable. The label and the rows must outlive it.
+    [[nodiscard]] static std::unique_ptr<Batch> of(
+        const LabelDocument &label, RowSource &rows, const BatchOptions &options, BatchRefusal &refusal);
+    ~Batch();
+    Q_DISABLE_COPY_MOVE(Batch)
+
+    /// Runs to the end of the rows, or until something ends it.
+    [[nodiscard]] BatchEnd run(BatchObserver &observer);
+    [[nodiscard]] const BatchCount &count() const { return m_count; }
+
+private:
+    /// A row that is to be printed.
+    struct Job
+    {
+        const Row &row;
+        std::optional<qint64> copies; ///< nothing for a row that cannot be printed
+        qint64 firstLabel; ///< its number in the run
+        Problem problem; ///< of a row that cannot be printed
+    };
+
+    Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
+
+    [[nodiscard]] bool prepare(BatchRefusal &refusal);
+    [[nodiscard]] bool prepareNames(Problems &problems);
+    [[nodiscard]] bool prepareColumns(Problems &problems);
+    [[nodiscard]] bool openManifest(Problems &problems);
+    [[nodiscard]] QJsonObject head() const;
+    // Each gives the end of the batch, or nothing to go on
+    [[nodiscard]] std::optional<BatchEnd> take(const RowResult &result);
+    [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
+    [[nodiscard]] std::optional<BatchEnd> record(
+        const Job &job, ManifestEntry &entry, const Problems &problems);
+    [[nodiscard]] bool isChosen(qint64 row) const;
+    [[nodiscard]] bool isKept(const ManifestEntry &entry);
+    [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
+    /// Why the row is not printed.
+    [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);
+    [[nodiscard]] std::optional<Separation> separationOf(const Row &row, qint64 label, Problems &problems);
+    void tell(const Problems &warnings);
+
+    const LabelDocument &m_label;
+    RowSource &m_rows;
+    BatchOptions m_options;
+    std::unique_ptr<RowDocument> m_document;
+    std::unique_ptr<RowNames> m_names;
+    std::unique_ptr<Manifest> m_manifest;
+    std::unique_ptr<PlateFiles> m_files;
+    BatchObserver *m_observer = nullptr; ///< while it runs
+    bool m_copiesAreFiles = false; ///< and otherwise the manifest tells how many there are to be
+    int m_keyColumn = 0;
+    int m_copiesColumn = -1;
+    qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
+    BatchCount m_count;
+    QSet<QString> m_notes; ///< that were told
+};

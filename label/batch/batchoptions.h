@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/batch/assetpaths.h"
+#include "label/batch/rowselection.h"
+#include "label/batch/shard.h"
+#include "label/separation.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+
+/// How a batch is printed.
+struct BatchOptions
+{
+    enum class Format { Png, Pbm };
+    enum class OnError { Skip, Stop };
+    enum class Start {
+        New, ///< a batch of the same manifest must not be there
+        Replace, ///< files and the manifest are replaced
+        Resume, ///< what is printed already, and is what it was, stays
+        OnlyFailed ///< likewise, and only rows that failed are printed
+    };
+
+    SeparationOptions separation;
+    Format format = Format::Png;
+    QString pattern; ///< of the names; see NamePattern
+    QString manifest = {}; ///< its path; empty: "manifest.jsonl" in the first folder of the pattern
+    RowSelection rows = {};
+    Shard shard = {};
+    QString keyColumn = {}; ///< by which people know a row; empty: the first one
+    QString copiesColumn = {}; ///< tells how often a row is printed; empty: once
+    OnError onError = OnError::Skip;
+    Start start = Start::New;
+    QByteArray labelDigest = {}; ///< of the file of the label: a batch is resumed with the same one only
+    std::optional<int> rowSource = {}; ///< see BindingOptions
+    AssetPaths assets = AssetPaths({});
+    QDateTime begin = {}; ///< what dates and times on labels tell
+};
+
+/// How far a batch is.
+struct BatchCount
+{
+    qint64 printed = 0; ///< rows
+    qint64 kept = 0; ///< rows that were printed before
+    qint64 failed = 0; ///< rows
+    qint64 labels = 0; ///< printed, copies included
+    std::optional<qint64> total = {}; ///< rows to come to, where that is known
+};
+
+/// Why a batch does not begin.
+struct BatchRefusal
+{
+    enum Kind {
+        Label, ///< it cannot be printed, or not with these columns
+        Options, ///< the names, columns or state that were asked for
+        Output ///< the folder or manifest cannot be written
+    };
+
+    Kind kind = Label;
+    Problems problems;
+};
+
+/// What ended a batch.
+enum class BatchEnd {
+    Complete, ///< the rows did; some may have failed
+    Stopped, ///< a row that failed
+    DataFailed, ///< the rows cannot be read any further
+    CannotWrite, ///< the disk, or the folder
+    Interrupted
+};

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/manifest.h"
+
+#include "label/batch/partfile.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// More than the files of any row need.
+constexpr qint64 longestLine = 64 * 1024 * 1024;
+const QString versionKey = u"manifest"_s;
+constexpr int version = 1;
+
+QByteArray lineOf(const QJsonObject &head)
+{
+    QJsonObject json = head;
+    json.insert(versionKey, version);
+    return QJsonDocument(json).toJson(QJsonDocument::Compact) + '\n';
+}
+
+Problem unreadable(const QFile &file)
+{
+    return { file.fileName(), {}, u"cannot be read: "_s + file.errorString(), {} };
+}
+
+Problem unwritable(const QFileDevice &file)
+{
+    return { file.fileName(), {}, u"cannot be written: "_s + file.errorString(), {} };
+}
+
+/// The first key that two heads do not have in common.
+QString differenceOf(const QJsonObject &left, const QJsonObject &right)
+{
+    QStringList keys = left.keys() + right.keys();
+    keys.sort();
+    const auto found
+        = std::ranges::find_if(keys, [&](const QString &key) { return left.value(key) != right.value(key); });
+    return found == keys.end() ? QString() : *found;
+}
+
+} // namespace
+
+Manifest::Manifest(const QString &path)
+    : m_file(path)
+{
+}
+
+std::unique_ptr<Manifest> Manifest::create(
+    const QString &path, const QJsonObject &head, bool overwrite, Problems &problems)
+{
+    std::unique_ptr<Manifest> manifest(new Manifest(path));
+    const bool exists = manifest->m_file.exists();
+    if (exists && !overwrite) {
+        problems.append({ path, {}, u"is there from an earlier batch"_s,
+            u"give --resume to go on with it, or --force to begin again"_s });
+        return {};
+    }
+    if (!manifest->m_file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
+        problems.append(unwritable(manifest->m_file));
+        return {};
+    }
+    return manifest->writeLine(lineOf(head), problems) ? std::move(manifest) : nullptr;
+}
+
+std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &problems)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        problems.append(unreadable(file));
+        return {};
+    }
+    QJsonObject head = QJsonDocument::fromJson(file.readLine(longestLine)).object();
+    if (head.take(versionKey).toInt() == version)
+        return head;
+    problems.append({ path, u"line 1"_s, u"is no manifest of a batch"_s, {} });
+    return {};
+}
+
+std::unique_ptr<Manifest> Manifest::resume(const QString &path, const QJsonObject &head, Problems &problems)
+{
+    if (!QFile::exists(path))
+        return create(path, head, false, problems);
+    const std::optional<QJsonObject> old = headOf(path, problems);
+    if (!old)
+        return {};
+    if (const QString key = differenceOf(*old, head); !key.isEmpty()) {
+        problems.append({ path, {}, u"the batch was begun with another "_s + key,
+            u"resume it as it was begun, or give --force to begin again"_s });
+        return {};
+    }
+    std::unique_ptr<Manifest> manifest(new Manifest(path));
+    if (!manifest->m_file.open(QIODevice::ReadWrite)) {
+        problems.append(unwritable(manifest->m_file));
+        return {};
+    }
+    manifest->readRows();
+    return manifest;
+}
+
+/// A line that a killed batch has not ended is cut off.
+void Manifest::readRows()
+{
+    m_isResumed = true;
+    m_headSize = m_file.readLine(longestLine).size();
+    qint64 end = m_headSize;
+    while (!m_file.atEnd()) {
+        const QByteArray line = m_file.readLine(longestLine);
+        const std::optional<ManifestEntry> entry = ManifestEntry::fromLine(line);
+        if (!line.endsWith('\n') || !entry)
+            break;
+        m_isInOrder = m_isInOrder && entry->row > m_lastRow;
+        m_lastRow = entry->row;
+        m_offsets.insert(entry->row, end);
+        end += line.size();
+    }
+    m_file.resize(end);
+    m_file.seek(end);
+}
+
+QByteArray Manifest::lineAt(qint64 offset)
+{
+    m_file.seek(offset);
+    return m_file.readLine(longestLine);
+}
+
+std::optional<ManifestEntry> Manifest::find(qint64 row)
+{
+    const auto offset = m_offsets.constFind(row);
+    return offset == m_offsets.cend() ? std::nullopt : ManifestEntry::fromLine(lineAt(*offset));
+}
+
+bool Manifest::writeLine(const QByteArray &line, Problems &problems)
+{
+    const qint64 offset = m_file.size();
+    m_headSize = m_headSize == 0 ? line.size() : m_headSize;
+    if (m_file.seek(offset) && m_file.write(line) == line.size() && m_file.flush())
+        return true;
+    problems.append(unwritable(m_file));
+    m_file.resize(offset); // no half line
+    return false;
+}
+
+bool Manifest::append(const ManifestEntry &entry, Problems &problems)
+{
+    m_isInOrder = m_isInOrder && entry.row > m_lastRow;
+    m_lastRow = entry.row;
+    if (m_isResumed)
+        m_offsets.insert(entry.row, m_file.size());
+    return writeLine(entry.line(), problems);
+}
+
+bool Manifest::finish(Problems &problems)
+{
+    if (m_isInOrder)
+        return true;
+    PartFile ordered(m_file.fileName());
+    QList<qint64> rows = m_offsets.keys();
+    std::ranges::sort(rows);
+    bool isWritten = ordered.open() && m_file.seek(0) && ordered.write(m_file.read(m_headSize));
+    for (const qint64 row : std::as_const(rows))
+        isWritten = isWritten && ordered.write(lineAt(m_offsets.value(row)));
+    if (isWritten && ordered.commit())
+        return true;
+    problems.append(ordered.problem());
+    return false;
+}

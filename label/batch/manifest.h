@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/batch/manifestentry.h"
+#include "label/problem.h"
+
+#include <QFile>
+#include <QHash>
+#include <QJsonObject>
+
+#include <memory>
+
+/// The record of a batch on disk (JSON Lines): how it was made, and then what became of each row. It is
+/// written row by row, so that a batch that was killed can be resumed; at its end there is one line for each
+/// row, in their order.
+class VX_LABEL_EXPORT Manifest
+{
+public:
+    /// Begins a new one. Null, with the reason in problems, if there is one and overwrite is not set, or it
+    /// cannot be written. head tells what the files depend on beyond the rows.
+    [[nodiscard]] static std::unique_ptr<Manifest> create(
+        const QString &path, const QJsonObject &head, bool overwrite, Problems &problems);
+    /// Goes on with one. Null, with the reason in problems, if there is none, it is no manifest, or it was
+    /// made with another head.
+    [[nodiscard]] static std::unique_ptr<Manifest> resume(
+        const QString &path, const QJsonObject &head, Problems &problems);
+
+    /// The head of a manifest; nothing, with the reason in problems, for a file that is none.
+    [[nodiscard]] static std::optional<QJsonObject> headOf(const QString &path, Problems &problems);
+
+    /// What is on record of a row; nothing if it was not reached.
+    [[nodiscard]] std::optional<ManifestEntry> find(qint64 row);
+    /// Puts what became of a row on record, instead of what was there before. False, with the reason in
+    /// problems, if it cannot be written.
+    [[nodiscard]] bool append(const ManifestEntry &entry, Problems &problems);
+    /// Puts the rows into their order. False, with the reason in problems, if it cannot be written.
+    [[nodiscard]] bool finish(Problems &problems);
+
+private:
+    explicit Manifest(const QString &path);
+
+    [[nodiscard]] bool writeLine(const QByteArray &line, Problems &problems);
+    void readRows();
+    [[nodiscard]] QByteArray lineAt(qint64 offset);
+
+    QFile m_file;
+    bool m_isResumed = false; ///< rows may come in any order then
+    QHash<qint64, qint64> m_offsets; ///< of the lines of all rows of a resumed one
+    qint64 m_headSize = 0;
+    qint64 m_lastRow = 0;
+    bool m_isInOrder = true;
+};
