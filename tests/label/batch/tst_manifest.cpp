@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/manifest.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QJsonObject head { { u"label"_s, u"abc"_s }, { u"resolution"_s, 300 } };
+const QByteArray headLine = R"({"label":"abc","manifest":1,"resolution":300})"
+                            "\n";
+
+ManifestEntry printed(qint64 row)
+{
+    return { .row = row,
+        .key = u"Größe"_s,
+        .digest = "0123",
+        .copies = 2,
+        .isPrinted = true,
+        .files = { { u"a.png"_s, "00ff" }, { u"b/c.png"_s, "11" } },
+        .inks = { { u"black"_s, 1200, 12.5 } } };
+}
+
+ManifestEntry failed(qint64 row)
+{
+    return { .row = row, .key = u"k"_s, .digest = "9", .isPrinted = false, .problems = { u"too long"_s } };
+}
+
+const QByteArray printedLine = R"({"copies":2,"digest":"0123","files":[{"name":"a.png","sha256":"00ff"},)"
+                               R"({"name":"b/c.png","sha256":"11"}],"inks":[{"coverage":12.5,"dots":1200,)"
+                               R"("name":"black"}],"key":"Größe","row":%1,"status":"printed"})"
+                               "\n";
+const QByteArray failedLine = R"({"digest":"9","key":"k","problems":["too long"],"row":%1,"status":"failed"})"
+                              "\n";
+
+QByteArray lineOf(QByteArray line, int row)
+{
+    return line.replace("%1", QByteArray::number(row));
+}
+
+} // namespace
+
+/// The record of a batch.
+class tst_Manifest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void entriesAreLines();
+    void otherLinesAreNone_data();
+    void otherLinesAreNone();
+    void rowsAreWrittenAsTheyCome();
+    void rowsAreFoundAgain();
+    void halfLinesAreCutOff_data();
+    void halfLinesAreCutOff();
+    void rowsAreInOrderAtTheEnd();
+    void anEarlierOneIsKept();
+    void whatCannotBeResumed_data();
+    void whatCannotBeResumed();
+    void nothingThereIsANewOne();
+
+private:
+    [[nodiscard]] QByteArray content() const;
+    void write(const QByteArray &content) const;
+    [[nodiscard]] std::unique_ptr<Manifest> resumed() const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+void tst_Manifest::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_path = m_folder->filePath(u"manifest.jsonl"_s);
+}
+
+QByteArray tst_Manifest::content() const
+{
+    QFile file(m_path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void tst_Manifest::write(const QByteArray &content) const
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("not written");
+}
+
+std::unique_ptr<Manifest> tst_Manifest::resumed() const
+{
+    Problems problems;
+    std::unique_ptr<Manifest> manifest = Manifest::resume(m_path, head, problems);
+    if (!manifest)
+        qFatal("%s", qPrintable(problems.value(0).text()));
+    return manifest;
+}
+
+void tst_Manifest::entriesAreLines()
+{
+    QCOMPARE(printed(7).line(), lineOf(printedLine, 7));
+    QCOMPARE(failed(8).line(), lineOf(failedLine, 8));
+    QCOMPARE(ManifestEntry::fromLine(lineOf(printedLine, 7)), printed(7));
+    QCOMPARE(ManifestEntry::fromLine(lineOf(failedLine, 8)), failed(8));
+}
+
+void tst_Manifest::otherLinesAreNone_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    for (const char *line : { "", "\n", "[]", "{}", "{\"row\":1}", R"({"row":1,"status":"lost"})",
+             R"({"row":0,"status":"printed"})", R"({"row":"1","status":"printed"})",
+             R"({"row":1,"status":"pri)" })
+        QTest::newRow(line) << QByteArray(line);
+}
+
+void tst_Manifest::otherLinesAreNone()
+{
+    QFETCH(QByteArray, line);
+    QVERIFY(!ManifestEntry::fromLine(line));
+}
+
+void tst_Manifest::rowsAreWrittenAsTheyCome()
+{
+    Problems problems;
+    const auto manifest = Manifest::create(m_path, head, false, problems);
+    QVERIFY(manifest);
+    QCOMPARE(content(), headLine);
+    QVERIFY(manifest->append(printed(1), problems));
+    QCOMPARE(content(), headLine + lineOf(printedLine, 1));
+    QVERIFY(manifest->append(failed(3), problems));
+    QVERIFY(!manifest->find(1)); // of a new one, nobody asks
+    QVERIFY(manifest->finish(problems));
+    QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(failedLine, 3));
+    QVERIFY(problems.isEmpty());
+}
+
+void tst_Manifest::rowsAreFoundAgain()
+{
+    write(headLine + lineOf(printedLine, 2) + lineOf(failedLine, 5));
+    const auto manifest = resumed();
+    QCOMPARE(manifest->find(5), failed(5));
+    QCOMPARE(manifest->find(2), printed(2));
+    QVERIFY(!manifest->find(3));
+    Problems problems;
+    QVERIFY(manifest->append(printed(6), problems));
+    QCOMPARE(manifest->find(6), printed(6));
+    QVERIFY(manifest->finish(problems));
+    QCOMPARE(content(), headLine + lineOf(printedLine, 2) + lineOf(failedLine, 5) + lineOf(printedLine, 6));
+}
+
+void tst_Manifest::halfLinesAreCutOff_data()
+{
+    QTest::addColumn<QByteArray>("rest");
+    QTest::newRow("half a line") << lineOf(printedLine, 2).first(40);
+    QTest::newRow("a line without its end") << lineOf(printedLine, 2).chopped(1);
+    QTest::newRow("zeros, as after a power failure") << QByteArray(100, '\0');
+    QTest::newRow("an empty line") << QByteArray("\n");
+}
+
+void tst_Manifest::halfLinesAreCutOff()
+{
+    QFETCH(QByteArray, rest);
+    write(headLine + lineOf(printedLine, 1) + rest);
+    const auto manifest = resumed();
+    QVERIFY(manifest->find(1));
+    QVERIFY(!manifest->find(2));
+    Problems problems;
+    QVERIFY(manifest->append(failed(2), problems));
+    QVERIFY(manifest->finish(problems));
+    QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(failedLine, 2));
+}
+
+void tst_Manifest::rowsAreInOrderAtTheEnd()
+{
+    write(headLine + lineOf(failedLine, 1) + lineOf(printedLine, 2) + lineOf(failedLine, 3));
+    const auto manifest = resumed();
+    Problems problems;
+    QVERIFY(manifest->append(printed(3), problems));
+    QVERIFY(manifest->append(printed(1), problems));
+    QCOMPARE(manifest->find(1), printed(1));
+    QVERIFY(manifest->finish(problems));
+    QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(printedLine, 2) + lineOf(printedLine, 3));
+    QCOMPARE(
+        QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList { u"manifest.jsonl"_s });
+}
+
+void tst_Manifest::anEarlierOneIsKept()
+{
+    write("mine");
+    Problems problems;
+    QVERIFY(!Manifest::create(m_path, head, false, problems));
+    QCOMPARE(problems.value(0).text(),
+        m_path
+            + u": is there from an earlier batch; give --resume to go on with it, or --force to begin again"_s);
+    QCOMPARE(content(), QByteArray("mine"));
+    QVERIFY(Manifest::create(m_path, head, true, problems));
+    QCOMPARE(content(), headLine);
+}
+
+void tst_Manifest::whatCannotBeResumed_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("no manifest") << QByteArray("shopping list\n") << u"line 1: is no manifest of a batch"_s;
+    QTest::newRow("empty") << QByteArray() << u"line 1: is no manifest of a batch"_s;
+    QTest::newRow("of another version")
+        << QByteArray("{\"manifest\":2}\n") << u"line 1: is no manifest of a batch"_s;
+    QTest::newRow("of another label")
+        << QByteArray(R"({"label":"xyz","manifest":1,"resolution":300})"
+                      "\n")
+        << u"the batch was begun with another label; resume it as it was begun, or give --force to begin again"_s;
+    QTest::newRow("with one more setting")
+        << QByteArray(R"({"label":"abc","manifest":1,"negative":true,"resolution":300})"
+                      "\n")
+        << u"the batch was begun with another negative; resume it as it was begun, or give --force to begin "
+           "again"_s;
+}
+
+void tst_Manifest::whatCannotBeResumed()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, problem);
+    write(content);
+    Problems problems;
+    QVERIFY(!Manifest::resume(m_path, head, problems));
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(problems[0].text(), m_path + u": "_s + problem);
+    QCOMPARE(this->content(), content);
+}
+
+void tst_Manifest::nothingThereIsANewOne()
+{
+    QVERIFY(!resumed()->find(1));
+    QCOMPARE(content(), headLine);
+}
+
+QTEST_GUILESS_MAIN(tst_Manifest)
+#include "tst_manifest.moc"
