@@ -57,9 +57,11 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
     : m_label(label)
     , m_rows(rows)
     , m_options(options)
+    , m_plates(options.separation)
 {
     if (m_options.manifest.isEmpty())
         m_options.manifest = QDir(firstFolder(m_options.pattern)).filePath(u"manifest.jsonl"_s);
+    m_plates.layers.clear(); // nothing but their items is left
     m_files = std::make_unique<PlateFiles>(
         m_options.manifest, m_options.format, m_options.start != BatchOptions::Start::New);
 }
@@ -161,6 +163,7 @@ bool Batch::openManifest(Problems &problems)
 BatchEnd Batch::run(BatchObserver &observer)
 {
     m_observer = &observer;
+    tell(m_document->warnings());
     std::optional<BatchEnd> end;
     while (!end) {
         const RowResult result = m_rows.next();
@@ -289,7 +292,7 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Prob
 {
     std::optional<Separation> separation;
     if (m_document->show(row, { m_options.begin, label }, problems))
-        separation = separate(m_document->document(), m_options.separation, problems);
+        separation = separate(m_document->document(), m_plates, problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (!separation)

@@ -76,6 +76,7 @@ private:
     const LabelDocument &m_label;
     RowSource &m_rows;
     BatchOptions m_options;
+    SeparationOptions m_plates; ///< of the labels that m_document shows
     std::unique_ptr<RowDocument> m_document;
     std::unique_ptr<RowNames> m_names;
     std::unique_ptr<Manifest> m_manifest;

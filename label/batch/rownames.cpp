@@ -28,7 +28,7 @@ std::optional<QStringList> RowNames::namesFor(const Row &row, qint64 copy, Probl
         if (m_given.contains(digest)) {
             problem
                 = { row.address, {}, u"another label of this batch has the name "_s + Wording::quoted(*name),
-                      u"add {row} to the names"_s };
+                      u"add {row} or {copy} to the names"_s };
             return {};
         }
         names.append(*name);
