@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/batchcommand.h"
 
+#include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/datainput.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/terminal.h"
+#include "label/batch/manifestshares.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -21,8 +23,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int mostJobs = 256;
+
 struct Arguments
 {
+    QStringList all; ///< as this process was given them
     std::string label;
     std::string pattern;
     std::string manifest;
@@ -34,6 +39,7 @@ struct Arguments
     bool resume = false;
     bool onlyFailed = false;
     std::optional<BatchProgress::Form> progress;
+    int jobs = 1;
     BatchOptions batch;
 };
 
@@ -110,7 +116,82 @@ QByteArray summaryOf(const BatchCount &count)
     return (text + u'\n').toUtf8();
 }
 
-ExitCode runBatch(Arguments arguments, BrokenItems broken)
+QString manifestOf(const Arguments &arguments)
+{
+    return arguments.manifest.empty() ? Batch::usualManifest(QFile::decodeName(arguments.pattern.c_str()))
+                                      : QFile::decodeName(arguments.manifest.c_str());
+}
+
+/// Lays out the record of the batch for its processes. False, with complaints, if it is in the way.
+bool prepareManifests(const Arguments &arguments)
+{
+    const QString manifest = manifestOf(arguments);
+    const QStringList existing = ManifestShares::existing(manifest);
+    Problems problems;
+    switch (startOf(arguments)) {
+    case BatchOptions::Start::New:
+        if (!existing.isEmpty())
+            problems.append({ existing[0], {}, u"is there from an earlier batch"_s,
+                u"give --resume to go on with it, or --force to begin again"_s });
+        break;
+    case BatchOptions::Start::Replace:
+        for (const QString &path : existing)
+            QFile::remove(path);
+        break;
+    case BatchOptions::Start::Resume:
+    case BatchOptions::Start::OnlyFailed:
+        (void)ManifestShares::rearrange(manifest, arguments.jobs, problems);
+        break;
+    }
+    Terminal::complain(problems, {});
+    return problems.isEmpty();
+}
+
+/// What every job is given, but for its share: the same moment for all.
+QStringList argumentsOfJob(const Arguments &arguments)
+{
+    QStringList all = arguments.all;
+    const qsizetype command = all.indexOf(u"batch"_s);
+    for (const QString &own : { u"json"_s, u"--progress"_s, arguments.batch.begin.toString(Qt::ISODate),
+             u"--date"_s, u"1"_s, u"--jobs"_s })
+        all.insert(command + 1, own);
+    return all;
+}
+
+ExitCode runJobs(const Arguments &arguments)
+{
+    if (arguments.batch.shard != Shard()) {
+        Terminal::complain(
+            { {}, {}, u"a share of a batch is printed by one job"_s, u"give either --jobs or --shard"_s });
+        return ExitCode::Usage;
+    }
+    if (arguments.data.location == "-") {
+        Terminal::complain(
+            { {}, {}, u"several jobs cannot share standard input"_s, u"write the data into a file"_s });
+        return ExitCode::Usage;
+    }
+    BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), {});
+    BatchJobs jobs(argumentsOfJob(arguments), arguments.jobs, progress);
+    const ExitCode code = jobs.run();
+    progress.finish(jobs.count());
+    if (code != ExitCode::Ok && code != ExitCode::SomeFailed)
+        return code;
+    const QString manifest = manifestOf(arguments);
+    QStringList parts;
+    for (int index = 0; index < arguments.jobs; ++index)
+        parts.append(ManifestShares::pathOf(manifest, { index, arguments.jobs }));
+    Problems problems;
+    const bool isMerged = ManifestShares::merge(parts, manifest, arguments.batch.rows, problems).has_value();
+    Terminal::complain(problems, manifest);
+    // A batch that stopped at a row that failed keeps its shares.
+    if (!isMerged)
+        return code == ExitCode::Ok ? ExitCode::CannotWrite : code;
+    for (const QString &part : std::as_const(parts))
+        QFile::remove(part);
+    return Terminal::print(summaryOf(jobs.count())) ? code : ExitCode::CannotWrite;
+}
+
+ExitCode runRows(Arguments arguments, BrokenItems broken)
 {
     const std::optional<LabelInput> label = loadLabel(arguments.label, broken);
     if (!label)
@@ -120,16 +201,13 @@ ExitCode runBatch(Arguments arguments, BrokenItems broken)
         return ExitCode::DataSource;
     BatchOptions &options = arguments.batch;
     options.pattern = QFile::decodeName(arguments.pattern.c_str());
-    options.manifest = QFile::decodeName(arguments.manifest.c_str());
+    options.manifest = manifestOf(arguments);
     options.separation.dpi = arguments.dpi.value_or(label->document.designDpi());
     options.start = startOf(arguments);
     options.labelDigest = digestOf(label->path);
     options.rowSource = data.source;
     options.assets = assetsOf(arguments, label->path);
-    if (!options.begin.isValid())
-        options.begin = QDateTime::currentDateTime();
 
-    const Interruption::Postponed untilRowIsDone;
     BatchRefusal refusal;
     const std::unique_ptr<Batch> batch = Batch::of(label->document, *data.rows, options, refusal);
     Terminal::complain(refusal.problems, label->path);
@@ -143,34 +221,53 @@ ExitCode runBatch(Arguments arguments, BrokenItems broken)
     return code != ExitCode::Ok ? code : isTold ? label->outcome : ExitCode::CannotWrite;
 }
 
-/// An option whose text has to be understood.
-template <typename Value>
-CLI::Option *addParsed(CLI::App &command, const std::string &name, const std::string &help, Value &value,
-    const std::function<std::optional<Value>(const QString &, Problem &)> &parse)
+/// When a batch begins: one that is resumed has begun before.
+QDateTime beginOf(const Arguments &arguments)
 {
-    return command.add_option_function<std::string>(
-        name,
-        [&value, parse, name](const std::string &text) {
-            Problem problem;
-            const std::optional<Value> parsed = parse(QString::fromStdString(text), problem);
-            if (!parsed)
-                throw CLI::ValidationError(name, problem.text().toStdString());
-            value = *parsed;
-        },
-        help);
+    Problems unread;
+    const QStringList existing = ManifestShares::existing(manifestOf(arguments));
+    const bool goesOn = arguments.resume || arguments.onlyFailed;
+    const std::optional<QJsonObject> head
+        = goesOn && !existing.isEmpty() ? Manifest::headOf(existing[0], unread) : std::nullopt;
+    const QString begin = head ? head->value(u"begin"_s).toString() : QString();
+    return begin.isEmpty() ? QDateTime::currentDateTime() : QDateTime::fromString(begin, Qt::ISODate);
 }
 
-void addRowArguments(CLI::App &command, BatchOptions &batch)
+ExitCode runBatch(Arguments arguments, BrokenItems broken)
 {
-    addParsed<RowSelection>(
-        command, "--rows", "Print these rows only, for example 3,10-20,100-", batch.rows, RowSelection::parse)
-        ->type_name("LIST");
-    addParsed<Shard>(command, "--shard",
-        "Print share I of N of the rows, from 0/N on; auto takes both from the environment", batch.shard,
-        [](const QString &text, Problem &problem) {
-            return Shard::parse(text, QProcessEnvironment::systemEnvironment(), problem);
-        })
+    if (!arguments.batch.begin.isValid())
+        arguments.batch.begin = beginOf(arguments);
+    // The record of the batch has whole seconds.
+    arguments.batch.begin = arguments.batch.begin.addMSecs(-arguments.batch.begin.time().msec());
+    const Interruption::Postponed untilRowIsDone;
+    // A share of a batch keeps its record beside those of the others.
+    const bool isShare = arguments.batch.shard != Shard();
+    if (!isShare && !prepareManifests(arguments))
+        return ExitCode::CannotWrite;
+    return arguments.jobs > 1 ? runJobs(arguments) : runRows(std::move(arguments), broken);
+}
+
+/// One that this program gives to its own processes in front of what it was given itself.
+CLI::Option *takesFirst(CLI::Option *option)
+{
+    return option->multi_option_policy(CLI::MultiOptionPolicy::TakeFirst);
+}
+
+void addRowArguments(CLI::App &command, Arguments &arguments)
+{
+    BatchOptions &batch = arguments.batch;
+    CommandLine::addRows(command, batch.rows, "Print these rows only, for example 3,10-20,100-");
+    takesFirst(
+        CommandLine::addParsed<Shard>(command, "--shard",
+            "Print share I of N of the rows, from 0/N on; auto takes both from the environment", batch.shard,
+            [](const QString &text, Problem &problem) {
+                return Shard::parse(text, QProcessEnvironment::systemEnvironment(), problem);
+            }))
         ->type_name("I/N");
+    takesFirst(command.add_option(
+                   "--jobs", arguments.jobs, "Share the rows among this many processes; 1 if not given"))
+        ->type_name("N")
+        ->check(CLI::Range(1, mostJobs));
     CommandLine::addText(command, "--key", "COLUMN",
         "By what the manifest names rows; the first column if not given", batch.keyColumn);
     CommandLine::addText(command, "--copies-field", "COLUMN",
@@ -184,14 +281,15 @@ void addRowArguments(CLI::App &command, BatchOptions &batch)
             "skip rows that cannot be printed (if not given), or stop at the first")
         ->type_name("WHAT")
         ->check(CLI::IsMember({ "skip", "stop" }));
-    addParsed<QDateTime>(command, "--date",
-        "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if not given",
-        batch.begin,
-        [](const QString &text, Problem &problem) {
-            const QDateTime moment = QDateTime::fromString(text, Qt::ISODate);
-            problem = { {}, {}, text + u" is no date"_s, {} };
-            return moment.isValid() ? std::optional(moment) : std::nullopt;
-        })
+    takesFirst(CommandLine::addParsed<QDateTime>(command, "--date",
+                   "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if "
+                   "not given",
+                   batch.begin,
+                   [](const QString &text, Problem &problem) {
+                       const QDateTime moment = QDateTime::fromString(text, Qt::ISODate);
+                       problem = { {}, {}, text + u" is no date"_s, {} };
+                       return moment.isValid() ? std::optional(moment) : std::nullopt;
+                   }))
         ->type_name("MOMENT");
 }
 
@@ -235,15 +333,14 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
     CLI::Option *onlyFailed
         = command.add_flag("--only-failed", arguments.onlyFailed, "Print only the rows that failed before");
     CommandLine::addForce(command, arguments.force)->excludes(resume)->excludes(onlyFailed);
-    command
-        .add_option_function<std::string>(
-            "--progress",
-            [&arguments](const std::string &text) {
-                arguments.progress = text == "json" ? BatchProgress::Form::Json
-                    : text == "line"                ? BatchProgress::Form::Line
-                                                    : BatchProgress::Form::None;
-            },
-            "How far the batch is, on standard error: line (if that is a terminal), json or none")
+    takesFirst(command.add_option_function<std::string>(
+                   "--progress",
+                   [&arguments](const std::string &text) {
+                       arguments.progress = text == "json" ? BatchProgress::Form::Json
+                           : text == "line"                ? BatchProgress::Form::Line
+                                                           : BatchProgress::Form::None;
+                   },
+                   "How far the batch is, on standard error: line (if that is a terminal), json or none"))
         ->type_name("FORM")
         ->check(CLI::IsMember({ "line", "json", "none" }));
 }
@@ -256,10 +353,13 @@ void addBatchCommand(CommandLine &commandLine)
     CLI::App &command = commandLine.addCommand("batch",
         "Print a label for each row of a table, as plates and with a manifest of them",
         "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'",
-        [arguments](BrokenItems broken) { return runBatch(*arguments, broken); });
+        [arguments, &commandLine](BrokenItems broken) {
+            arguments->all = commandLine.arguments();
+            return runBatch(*arguments, broken);
+        });
     CommandLine::addLabel(command, arguments->label);
     addDataArguments(command, arguments->data);
-    addRowArguments(command, arguments->batch);
+    addRowArguments(command, *arguments);
     addPlateArguments(command, *arguments);
     addFileArguments(command, *arguments);
 }

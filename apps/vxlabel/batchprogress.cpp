@@ -64,6 +64,12 @@ void BatchProgress::problem(const Problem &problem)
     Terminal::complain({ problem }, m_labelPath);
 }
 
+void BatchProgress::show(const QByteArray &complaint)
+{
+    clearLine();
+    write(complaint + '\n');
+}
+
 void BatchProgress::rowDone(const BatchCount &count)
 {
     if (m_form != Form::None && m_sinceShown.elapsed() >= millisecondsBetween)

@@ -24,6 +24,8 @@ public:
     void problem(const Problem &problem) override;
     void rowDone(const BatchCount &count) override;
     [[nodiscard]] bool isInterrupted() override;
+    /// A line that another process has told.
+    void show(const QByteArray &complaint);
     /// Shows the last state, which stays.
     void finish(const BatchCount &count);
 

@@ -5,6 +5,8 @@
 #include "label/labellimits.h"
 #include "label/nearestname.h"
 
+#include <QFile>
+
 #include <CLI/CLI.hpp>
 
 #include <sstream>
@@ -81,6 +83,8 @@ CLI::App &CommandLine::addCommand(
 
 std::optional<ExitCode> CommandLine::parse(int argc, char **argv)
 {
+    for (int i = 1; i < argc; ++i)
+        m_arguments.append(QFile::decodeName(argv[i]));
     try {
         m_program.parse(argc, argv);
     } catch (const CLI::Success &question) {
@@ -196,4 +200,9 @@ void CommandLine::addText(CLI::App &command, const std::string &name, const std:
             name, [&text](const std::string &given) { text = QString::fromStdString(given); }, help)
         ->type_name(value)
         ->check(nameCheck());
+}
+
+void CommandLine::addRows(CLI::App &command, RowSelection &rows, const std::string &help)
+{
+    addParsed<RowSelection>(command, "--rows", help, rows, RowSelection::parse)->type_name("LIST");
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "apps/vxlabel/exitcode.h"
+#include "label/batch/rowselection.h"
 #include "label/dither.h"
 #include "label/documentfile.h"
 
+#include <QStringList>
 #include <QtGlobal>
 
 #include <CLI/App.hpp>
@@ -30,6 +32,8 @@ public:
     /// nothing when there is a job to run.
     [[nodiscard]] std::optional<ExitCode> parse(int argc, char **argv);
     [[nodiscard]] ExitCode runJob() const;
+    /// What was read, without the name of the program.
+    [[nodiscard]] const QStringList &arguments() const { return m_arguments; }
 
     // Arguments that several commands have
     /// A file or folder that must be given; value stands for it in the help on an option.
@@ -45,6 +49,21 @@ public:
     /// A text that may be missing, but not be empty.
     static void addText(CLI::App &command, const std::string &name, const std::string &value,
         const std::string &help, QString &text);
+    static void addRows(CLI::App &command, RowSelection &rows, const std::string &help);
+    /// An option whose text has to be understood: parse gives its value, or else a problem.
+    template <typename Value>
+    static CLI::Option *addParsed(CLI::App &command, const std::string &name, const std::string &help,
+        Value &value, const std::function<std::optional<Value>(const QString &, Problem &)> &parse)
+    {
+        const auto take = [&value, parse, name](const std::string &text) {
+            Problem problem;
+            const std::optional<Value> parsed = parse(QString::fromStdString(text), problem);
+            if (!parsed)
+                throw CLI::ValidationError(name, problem.text().toStdString());
+            value = *parsed;
+        };
+        return command.add_option_function<std::string>(name, take, help);
+    }
     /// That a name is not empty.
     [[nodiscard]] static CLI::Validator nameCheck();
 
@@ -56,6 +75,7 @@ private:
     [[nodiscard]] ExitCode refuseUnexpected(const QString &argument) const;
 
     CLI::App m_program;
+    QStringList m_arguments;
     bool m_keepGoing = false;
     Job m_job;
 };

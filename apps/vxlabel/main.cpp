@@ -6,6 +6,7 @@
 #include "apps/vxlabel/headless.h"
 #include "apps/vxlabel/inspectcommand.h"
 #include "apps/vxlabel/interruption.h"
+#include "apps/vxlabel/mergecommand.h"
 #include "apps/vxlabel/rendercommand.h"
 #include "apps/vxlabel/separatecommand.h"
 #include "apps/vxlabel/terminal.h"
@@ -20,6 +21,7 @@ ExitCode run(int argc, char **argv)
     addRenderCommand(commandLine);
     addSeparateCommand(commandLine);
     addBatchCommand(commandLine);
+    addMergeCommand(commandLine);
     addInspectCommand(commandLine);
     addConvertCommand(commandLine);
     addBarcodesCommand(commandLine);

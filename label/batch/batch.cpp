@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/batch.h"
 
+#include "label/batch/manifestshares.h"
 #include "label/data/columnnames.h"
 #include "label/labellimits.h"
+#include "label/printlimits.h"
 #include "label/wording.h"
 
 #include <QCoreApplication>
@@ -22,14 +24,6 @@ constexpr int firstEncoderError = 5;
 /// Warnings that differ from row to row are told so often, and no more.
 constexpr qsizetype mostNotes = 100;
 
-/// The folders that a pattern names before the first place.
-QString firstFolder(const QString &pattern)
-{
-    const QString fixed = pattern.left(pattern.indexOf(u'{'));
-    const qsizetype slash = fixed.lastIndexOf(u'/');
-    return slash < 0 ? u"."_s : fixed.left(std::max<qsizetype>(slash, 1));
-}
-
 QByteArray digestOf(const Row &row)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
@@ -40,13 +34,11 @@ QByteArray digestOf(const Row &row)
     return hash.result().toHex().first(16);
 }
 
-/// A row's problems begin with where the row is.
+/// A row's problems begin with where the row is, unless they tell it better themselves.
 Problem ofRow(const Problem &problem, const QString &address)
 {
-    const QString where = problem.file.isEmpty() || problem.file == address
-        ? problem.where
-        : problem.file + (problem.where.isEmpty() ? QString() : u": "_s + problem.where);
-    return { address, where, problem.what, problem.advice };
+    const bool isLocated = !problem.file.isEmpty() && address.startsWith(problem.file);
+    return isLocated ? problem : Problem { address, problem.where, problem.what, problem.advice };
 }
 
 } // namespace
@@ -60,13 +52,21 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
     , m_plates(options.separation)
 {
     if (m_options.manifest.isEmpty())
-        m_options.manifest = QDir(firstFolder(m_options.pattern)).filePath(u"manifest.jsonl"_s);
+        m_options.manifest = usualManifest(m_options.pattern);
+    m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
     m_plates.layers.clear(); // nothing but their items is left
     m_files = std::make_unique<PlateFiles>(
         m_options.manifest, m_options.format, m_options.start != BatchOptions::Start::New);
 }
 
 Batch::~Batch() = default;
+
+QString Batch::usualManifest(const QString &pattern)
+{
+    const QString fixed = pattern.left(pattern.indexOf(u'{'));
+    const qsizetype slash = fixed.lastIndexOf(u'/');
+    return fixed.left(slash + 1) + u"manifest.jsonl"_s;
+}
 
 std::unique_ptr<Batch> Batch::of(
     const LabelDocument &label, RowSource &rows, const BatchOptions &options, BatchRefusal &refusal)
@@ -80,8 +80,10 @@ bool Batch::prepare(BatchRefusal &refusal)
     const BindingOptions binding { m_rows.columns(), m_options.rowSource, m_options.separation.layers,
         m_options.assets };
     m_document = RowDocument::of(m_label, binding, refusal.problems);
+    if (m_document)
+        refusal.problems += printProblems(m_document->document(), m_plates.dpi);
     refusal.kind = BatchRefusal::Label;
-    if (!m_document)
+    if (!refusal.problems.isEmpty())
         return false;
     refusal.kind = BatchRefusal::Options;
     if (!prepareColumns(refusal.problems) || !prepareNames(refusal.problems))
@@ -175,17 +177,12 @@ BatchEnd Batch::run(BatchObserver &observer)
             end = take(result);
     }
     Problems problems;
-    if (!m_manifest->finish(problems))
+    if (!m_manifest->finish(end == BatchEnd::Complete ? std::optional(m_lastRow) : std::nullopt, problems))
         end = BatchEnd::CannotWrite;
     for (const Problem &problem : problems)
         observer.problem(problem);
     m_observer = nullptr;
     return *end;
-}
-
-bool Batch::isChosen(qint64 row) const
-{
-    return m_options.rows.contains(row) && m_options.shard.contains(row);
 }
 
 std::optional<BatchEnd> Batch::take(const RowResult &result)
@@ -197,12 +194,19 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
     Problem problem = result.problem;
     const std::optional<qint64> copies
         = result.kind == RowResult::Data ? copiesOf(result.row, problem) : std::nullopt;
+    m_lastRow = result.row.number;
     const qint64 firstLabel = m_labels + 1;
     // A row whose copies nobody knows counts as one, so that those behind it keep their numbers.
     m_labels += copies.value_or(1);
-    if (!isChosen(result.row.number))
+    if (!m_options.rows.contains(result.row.number))
         return {};
-    return print({ result.row, copies, firstLabel, problem });
+    // Rows of other shares take names as well: which of two rows may have one does not depend on the shares.
+    std::optional<QList<QStringList>> names;
+    if (copies)
+        names = namesOf(result.row, *copies, problem);
+    if (!m_options.shard.contains(result.row.number))
+        return {};
+    return print({ result.row, copies, firstLabel, names, problem });
 }
 
 std::optional<qint64> Batch::copiesOf(const Row &row, Problem &problem) const
@@ -231,7 +235,7 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         m_observer->rowDone(m_count);
         return {};
     }
-    const Problems problems = job.copies ? printCopies(job, entry) : Problems { job.problem };
+    const Problems problems = job.names ? printCopies(job, entry) : Problems { job.problem };
     if (!problems.isEmpty())
         m_files->takeBack(entry);
     return record(job, entry, problems);
@@ -266,24 +270,28 @@ std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, cons
     return stops ? std::optional(BatchEnd::Stopped) : std::nullopt;
 }
 
+std::optional<QList<QStringList>> Batch::namesOf(const Row &row, qint64 copies, Problem &problem)
+{
+    QList<QStringList> names;
+    const qint64 count = m_copiesAreFiles ? copies : std::min<qint64>(copies, 1);
+    for (qint64 copy = 1; copy <= count; ++copy) {
+        const std::optional<QStringList> ofCopy = m_names->namesFor(row, copy, problem);
+        if (!ofCopy)
+            return {};
+        names.append(*ofCopy);
+    }
+    return names;
+}
+
 Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
 {
     Problems problems;
-    QList<QStringList> names;
-    for (qint64 copy = 1; copy <= (m_copiesAreFiles ? *job.copies : std::min<qint64>(*job.copies, 1));
-         ++copy) {
-        Problem problem;
-        const std::optional<QStringList> ofCopy = m_names->namesFor(job.row, copy, problem);
-        if (!ofCopy)
-            return { problem };
-        names.append(*ofCopy);
-    }
     std::optional<Separation> separation;
-    for (qsizetype i = 0; i < names.size() && problems.isEmpty(); ++i) {
+    for (qsizetype i = 0; i < job.names->size() && problems.isEmpty(); ++i) {
         if (i == 0 || m_document->countsLabels())
             separation = separationOf(job.row, job.firstLabel + i, problems);
         if (separation)
-            problems += m_files->write(*separation, names[i], entry);
+            problems += m_files->write(*separation, job.names->at(i), entry);
     }
     return problems;
 }

@@ -32,6 +32,9 @@ public:
 class VX_LABEL_EXPORT Batch
 {
 public:
+    /// The manifest of a batch that names none: in the folders that the pattern names before the first place.
+    [[nodiscard]] static QString usualManifest(const QString &pattern);
+
     /// Null, with the reasons in refusal, if the label, the columns that it asks for, the pattern of the
     /// names or the manifest are unusable. The label and the rows must outlive it.
     [[nodiscard]] static std::unique_ptr<Batch> of(
@@ -48,9 +51,10 @@ private:
     struct Job
     {
         const Row &row;
-        std::optional<qint64> copies; ///< nothing for a row that cannot be printed
+        std::optional<qint64> copies; ///< nothing if that cannot be told
         qint64 firstLabel; ///< its number in the run
-        Problem problem; ///< of a row that cannot be printed
+        std::optional<QList<QStringList>> names; ///< of each copy; nothing for a row that cannot be printed
+        Problem problem; ///< of such a row
     };
 
     Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
@@ -65,9 +69,9 @@ private:
     [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
     [[nodiscard]] std::optional<BatchEnd> record(
         const Job &job, ManifestEntry &entry, const Problems &problems);
-    [[nodiscard]] bool isChosen(qint64 row) const;
     [[nodiscard]] bool isKept(const ManifestEntry &entry);
     [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
+    [[nodiscard]] std::optional<QList<QStringList>> namesOf(const Row &row, qint64 copies, Problem &problem);
     /// Why the row is not printed.
     [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);
     [[nodiscard]] std::optional<Separation> separationOf(const Row &row, qint64 label, Problems &problems);
@@ -85,6 +89,7 @@ private:
     bool m_copiesAreFiles = false; ///< and otherwise the manifest tells how many there are to be
     int m_keyColumn = 0;
     int m_copiesColumn = -1;
+    qint64 m_lastRow = 0; ///< that was read
     qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
     BatchCount m_count;
     QSet<QString> m_notes; ///< that were told

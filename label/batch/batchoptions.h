@@ -27,7 +27,7 @@ struct BatchOptions
     SeparationOptions separation;
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
-    QString manifest = {}; ///< its path; empty: "manifest.jsonl" in the first folder of the pattern
+    QString manifest = {}; ///< its path, without the share; empty: see Batch::usualManifest()
     RowSelection rows = {};
     Shard shard = {};
     QString keyColumn = {}; ///< by which people know a row; empty: the first one

@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <cerrno>
+#include <sys/file.h>
 
 using namespace Qt::StringLiterals;
 
@@ -16,10 +18,10 @@ constexpr qint64 longestLine = 64 * 1024 * 1024;
 const QString versionKey = u"manifest"_s;
 constexpr int version = 1;
 
-QByteArray lineOf(const QJsonObject &head)
+const QString rowsKey = u"rows"_s;
+
+QByteArray lineOf(const QJsonObject &json)
 {
-    QJsonObject json = head;
-    json.insert(versionKey, version);
     return QJsonDocument(json).toJson(QJsonDocument::Compact) + '\n';
 }
 
@@ -45,6 +47,31 @@ QString differenceOf(const QJsonObject &left, const QJsonObject &right)
 
 } // namespace
 
+QByteArray Manifest::headLine(const QJsonObject &head)
+{
+    QJsonObject json = head;
+    json.insert(versionKey, version);
+    return lineOf(json);
+}
+
+QByteArray Manifest::endLine(qint64 rows)
+{
+    return lineOf({ { rowsKey, rows } });
+}
+
+std::optional<QJsonObject> Manifest::headOfLine(const QByteArray &line)
+{
+    QJsonObject head = QJsonDocument::fromJson(line).object();
+    return head.take(versionKey).toInt() == version ? std::optional(head) : std::nullopt;
+}
+
+std::optional<qint64> Manifest::rowsOfLine(const QByteArray &line)
+{
+    const QJsonObject end = QJsonDocument::fromJson(line).object();
+    const qint64 rows = end.value(rowsKey).toInteger(-1);
+    return line.endsWith('\n') && end.size() == 1 && rows >= 0 ? std::optional(rows) : std::nullopt;
+}
+
 Manifest::Manifest(const QString &path)
     : m_file(path)
 {
@@ -60,11 +87,9 @@ std::unique_ptr<Manifest> Manifest::create(
             u"give --resume to go on with it, or --force to begin again"_s });
         return {};
     }
-    if (!manifest->m_file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
-        problems.append(unwritable(manifest->m_file));
-        return {};
-    }
-    return manifest->writeLine(lineOf(head), problems) ? std::move(manifest) : nullptr;
+    const bool isWritten = manifest->open(problems) && manifest->m_file.resize(0)
+        && manifest->writeLine(headLine(head), problems);
+    return isWritten ? std::move(manifest) : nullptr;
 }
 
 std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &problems)
@@ -74,8 +99,7 @@ std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &probl
         problems.append(unreadable(file));
         return {};
     }
-    QJsonObject head = QJsonDocument::fromJson(file.readLine(longestLine)).object();
-    if (head.take(versionKey).toInt() == version)
+    if (std::optional<QJsonObject> head = headOfLine(file.readLine(longestLine)))
         return head;
     problems.append({ path, u"line 1"_s, u"is no manifest of a batch"_s, {} });
     return {};
@@ -94,12 +118,23 @@ std::unique_ptr<Manifest> Manifest::resume(const QString &path, const QJsonObjec
         return {};
     }
     std::unique_ptr<Manifest> manifest(new Manifest(path));
-    if (!manifest->m_file.open(QIODevice::ReadWrite)) {
-        problems.append(unwritable(manifest->m_file));
+    if (!manifest->open(problems))
         return {};
-    }
     manifest->readRows();
     return manifest;
+}
+
+bool Manifest::open(Problems &problems)
+{
+    if (!m_file.open(QIODevice::ReadWrite)) {
+        problems.append(unwritable(m_file));
+        return false;
+    }
+    if (flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+        return true; // some file systems have no locks
+    problems.append({ m_file.fileName(), {}, u"is being written by another process"_s,
+        u"wait for its end, or stop it"_s });
+    return false;
 }
 
 /// A line that a killed batch has not ended is cut off.
@@ -154,18 +189,24 @@ bool Manifest::append(const ManifestEntry &entry, Problems &problems)
     return writeLine(entry.line(), problems);
 }
 
-bool Manifest::finish(Problems &problems)
+bool Manifest::finish(std::optional<qint64> rows, Problems &problems)
 {
-    if (m_isInOrder)
-        return true;
+    return (m_isInOrder || putInOrder(problems)) && (!rows || writeLine(endLine(*rows), problems));
+}
+
+bool Manifest::putInOrder(Problems &problems)
+{
     PartFile ordered(m_file.fileName());
     QList<qint64> rows = m_offsets.keys();
     std::ranges::sort(rows);
     bool isWritten = ordered.open() && m_file.seek(0) && ordered.write(m_file.read(m_headSize));
     for (const qint64 row : std::as_const(rows))
         isWritten = isWritten && ordered.write(lineAt(m_offsets.value(row)));
-    if (isWritten && ordered.commit())
-        return true;
+    if (isWritten && ordered.commit()) {
+        // What follows goes into the new one.
+        m_file.close();
+        return open(problems);
+    }
     problems.append(ordered.problem());
     return false;
 }

@@ -12,16 +12,16 @@
 
 /// The record of a batch on disk (JSON Lines): how it was made, and then what became of each row. It is
 /// written row by row, so that a batch that was killed can be resumed; at its end there is one line for each
-/// row, in their order.
+/// row, in their order, and one that tells how many rows there are.
 class VX_LABEL_EXPORT Manifest
 {
 public:
-    /// Begins a new one. Null, with the reason in problems, if there is one and overwrite is not set, or it
-    /// cannot be written. head tells what the files depend on beyond the rows.
+    /// Begins a new one. Null, with the reason in problems, if there is one and overwrite is not set, another
+    /// process writes it, or it cannot be written. head tells what the files depend on beyond the rows.
     [[nodiscard]] static std::unique_ptr<Manifest> create(
         const QString &path, const QJsonObject &head, bool overwrite, Problems &problems);
-    /// Goes on with one. Null, with the reason in problems, if there is none, it is no manifest, or it was
-    /// made with another head.
+    /// Goes on with one. Null, with the reason in problems, if it is no manifest, another process
+    /// writes it, or it was made with another head.
     [[nodiscard]] static std::unique_ptr<Manifest> resume(
         const QString &path, const QJsonObject &head, Problems &problems);
 
@@ -33,12 +33,24 @@ public:
     /// Puts what became of a row on record, instead of what was there before. False, with the reason in
     /// problems, if it cannot be written.
     [[nodiscard]] bool append(const ManifestEntry &entry, Problems &problems);
-    /// Puts the rows into their order. False, with the reason in problems, if it cannot be written.
-    [[nodiscard]] bool finish(Problems &problems);
+    /// Puts the rows into their order, and ends the record if it is known how many rows the data have:
+    /// nothing is missing then. False, with the reason in problems, if it cannot be written.
+    [[nodiscard]] bool finish(std::optional<qint64> rows, Problems &problems);
+
+    // Its lines
+    [[nodiscard]] static QByteArray headLine(const QJsonObject &head);
+    [[nodiscard]] static QByteArray endLine(qint64 rows);
+    /// The head of such a line; nothing for any other.
+    [[nodiscard]] static std::optional<QJsonObject> headOfLine(const QByteArray &line);
+    /// The number of rows of a line that ends a record.
+    [[nodiscard]] static std::optional<qint64> rowsOfLine(const QByteArray &line);
 
 private:
     explicit Manifest(const QString &path);
 
+    /// Opens the file, which is nobody else's from then on.
+    [[nodiscard]] bool open(Problems &problems);
+    [[nodiscard]] bool putInOrder(Problems &problems);
     [[nodiscard]] bool writeLine(const QByteArray &line, Problems &problems);
     void readRows();
     [[nodiscard]] QByteArray lineAt(qint64 offset);

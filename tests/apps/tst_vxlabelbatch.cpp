@@ -97,7 +97,8 @@ void tst_VxLabelBatch::manifestsTellWhatWasPrinted()
 {
     expect(batchOfPrices, 0);
     const QList<QJsonObject> lines = objectsOf(read(u"out/manifest.jsonl"_s));
-    QCOMPARE(lines.size(), 4);
+    QCOMPARE(lines.size(), 5);
+    QCOMPARE(lines[4][u"rows"_s].toInt(), 3);
     QCOMPARE(lines[0][u"label"_s].toString().toLatin1(),
         QCryptographicHash::hash(priceLabel(), QCryptographicHash::Sha256).toHex());
     QCOMPARE(lines[0][u"resolution"_s].toInt(), 100);

@@ -60,6 +60,8 @@ private Q_SLOTS:
     void halfLinesAreCutOff_data();
     void halfLinesAreCutOff();
     void rowsAreInOrderAtTheEnd();
+    void theEndTellsHowManyRowsThereAre();
+    void twoProcessesDoNotWriteOne();
     void anEarlierOneIsKept();
     void whatCannotBeResumed_data();
     void whatCannotBeResumed();
@@ -136,7 +138,7 @@ void tst_Manifest::rowsAreWrittenAsTheyCome()
     QCOMPARE(content(), headLine + lineOf(printedLine, 1));
     QVERIFY(manifest->append(failed(3), problems));
     QVERIFY(!manifest->find(1)); // of a new one, nobody asks
-    QVERIFY(manifest->finish(problems));
+    QVERIFY(manifest->finish({}, problems));
     QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(failedLine, 3));
     QVERIFY(problems.isEmpty());
 }
@@ -151,7 +153,7 @@ void tst_Manifest::rowsAreFoundAgain()
     Problems problems;
     QVERIFY(manifest->append(printed(6), problems));
     QCOMPARE(manifest->find(6), printed(6));
-    QVERIFY(manifest->finish(problems));
+    QVERIFY(manifest->finish({}, problems));
     QCOMPARE(content(), headLine + lineOf(printedLine, 2) + lineOf(failedLine, 5) + lineOf(printedLine, 6));
 }
 
@@ -173,7 +175,7 @@ void tst_Manifest::halfLinesAreCutOff()
     QVERIFY(!manifest->find(2));
     Problems problems;
     QVERIFY(manifest->append(failed(2), problems));
-    QVERIFY(manifest->finish(problems));
+    QVERIFY(manifest->finish({}, problems));
     QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(failedLine, 2));
 }
 
@@ -185,10 +187,43 @@ void tst_Manifest::rowsAreInOrderAtTheEnd()
     QVERIFY(manifest->append(printed(3), problems));
     QVERIFY(manifest->append(printed(1), problems));
     QCOMPARE(manifest->find(1), printed(1));
-    QVERIFY(manifest->finish(problems));
+    QVERIFY(manifest->finish({}, problems));
     QCOMPARE(content(), headLine + lineOf(printedLine, 1) + lineOf(printedLine, 2) + lineOf(printedLine, 3));
     QCOMPARE(
         QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList { u"manifest.jsonl"_s });
+}
+
+void tst_Manifest::theEndTellsHowManyRowsThereAre()
+{
+    const QByteArray rows = lineOf(printedLine, 1) + lineOf(failedLine, 2);
+    const QByteArray end = "{\"rows\":2}\n";
+    write(headLine + lineOf(failedLine, 2) + lineOf(printedLine, 1));
+    Problems problems;
+    QVERIFY(resumed()->finish(2, problems));
+    QCOMPARE(content(), headLine + rows + end);
+    // One that goes on has no end yet.
+    const auto manifest = resumed();
+    QCOMPARE(content(), headLine + rows);
+    QVERIFY(manifest->append(printed(3), problems));
+    QVERIFY(manifest->finish(3, problems));
+    QCOMPARE(content(), headLine + rows + lineOf(printedLine, 3) + "{\"rows\":3}\n");
+}
+
+void tst_Manifest::twoProcessesDoNotWriteOne()
+{
+    Problems problems;
+    auto first = Manifest::create(m_path, head, false, problems);
+    QVERIFY(first && first->append(printed(1), problems));
+    const QByteArray before = content();
+    QVERIFY(!Manifest::resume(m_path, head, problems));
+    QVERIFY(!Manifest::create(m_path, head, true, problems));
+    QCOMPARE(problems.size(), 2);
+    for (const Problem &problem : std::as_const(problems))
+        QCOMPARE(problem.text(),
+            m_path + u": is being written by another process; wait for its end, or stop it"_s);
+    QCOMPARE(content(), before);
+    first.reset();
+    QVERIFY(resumed()->find(1));
 }
 
 void tst_Manifest::anEarlierOneIsKept()

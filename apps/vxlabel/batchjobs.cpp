@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/vxlabel/batchjobs.h"
+
+#include "apps/vxlabel/terminal.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <sys/prctl.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int millisecondsBetween = 50;
+
+/// The gravest first.
+constexpr std::array gravity { ExitCode::Interrupted, ExitCode::CannotWrite, ExitCode::DataSource,
+    ExitCode::BadDocument, ExitCode::Usage, ExitCode::SomeFailed, ExitCode::Ok };
+
+ExitCode graver(ExitCode left, ExitCode right)
+{
+    return std::ranges::find(gravity, left) < std::ranges::find(gravity, right) ? left : right;
+}
+
+} // namespace
+
+BatchJobs::BatchJobs(const QStringList &arguments, int count, BatchProgress &progress)
+    : m_arguments(arguments)
+    , m_count(count)
+    , m_progress(progress)
+    , m_jobs(std::size_t(count))
+{
+}
+
+ExitCode BatchJobs::run()
+{
+    for (int index = 0; index < m_count; ++index)
+        start(index);
+    const auto isRunning = [](const Job &job) { return job.process->state() != QProcess::NotRunning; };
+    while (std::ranges::any_of(m_jobs, isRunning)) {
+        for (Job &job : m_jobs) {
+            if (isRunning(job))
+                job.process->waitForReadyRead(millisecondsBetween / m_count + 1);
+            listen(job);
+        }
+        m_progress.rowDone(count());
+        if (m_progress.isInterrupted() && !std::exchange(m_isInterrupted, true)) {
+            for (const Job &job : m_jobs)
+                job.process->terminate();
+        }
+    }
+    ExitCode code = ExitCode::Ok;
+    for (std::size_t index = 0; index < m_jobs.size(); ++index) {
+        listen(m_jobs[index]);
+        code = graver(code, codeOf(index));
+    }
+    return code;
+}
+
+void BatchJobs::start(int index)
+{
+    QProcess &process = *(m_jobs[std::size_t(index)].process = std::make_unique<QProcess>());
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    // Nobody would put together what a job prints that has lost the process which started it.
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    QStringList arguments = m_arguments;
+    const qsizetype options = arguments.indexOf(u"batch"_s) + 1;
+    arguments.insert(options, u"%1/%2"_s.arg(index).arg(m_count));
+    arguments.insert(options, u"--shard"_s);
+    process.start(QCoreApplication::applicationFilePath(), arguments);
+    process.waitForStarted();
+}
+
+void BatchJobs::listen(Job &job)
+{
+    job.unread += job.process->readAllStandardError();
+    for (qsizetype end = job.unread.indexOf('\n'); end >= 0; end = job.unread.indexOf('\n')) {
+        take(job, job.unread.first(end));
+        job.unread.remove(0, end + 1);
+    }
+}
+
+void BatchJobs::take(Job &job, const QByteArray &line)
+{
+    const QJsonObject state = QJsonDocument::fromJson(line).object();
+    if (state.isEmpty()) {
+        // Each of them says that it was interrupted; once is enough.
+        if (!m_isInterrupted)
+            m_progress.show(line);
+        return;
+    }
+    job.count.printed = state.value(u"printed"_s).toInteger();
+    job.count.kept = state.value(u"kept"_s).toInteger();
+    job.count.failed = state.value(u"failed"_s).toInteger();
+    job.count.labels = state.value(u"labels"_s).toInteger();
+    if (state.contains(u"total"_s))
+        job.count.total = state.value(u"total"_s).toInteger();
+}
+
+BatchCount BatchJobs::count() const
+{
+    BatchCount sum;
+    for (const Job &job : m_jobs) {
+        sum.printed += job.count.printed;
+        sum.kept += job.count.kept;
+        sum.failed += job.count.failed;
+        sum.labels += job.count.labels;
+        if (job.count.total)
+            sum.total = sum.total.value_or(0) + *job.count.total;
+    }
+    return sum;
+}
+
+ExitCode BatchJobs::codeOf(std::size_t index)
+{
+    const QProcess &process = *m_jobs[index].process;
+    if (process.error() == QProcess::FailedToStart || process.exitStatus() == QProcess::CrashExit) {
+        Terminal::complain({ {}, u"job %1 of %2"_s.arg(index + 1).arg(m_count), u"has not come to its end"_s,
+            u"give --resume to go on"_s });
+        return ExitCode::CannotWrite;
+    }
+    return static_cast<ExitCode>(process.exitCode());
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "apps/vxlabel/batchprogress.h"
+#include "apps/vxlabel/exitcode.h"
+
+#include <QProcess>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+/// A batch whose rows are shared among several processes of this program.
+class BatchJobs
+{
+public:
+    /// The arguments are those of all jobs: "batch" and what follows it, without the share.
+    BatchJobs(const QStringList &arguments, int count, BatchProgress &progress);
+
+    /// Runs them to their end, showing how far they are together. The code of the gravest of them.
+    [[nodiscard]] ExitCode run();
+    [[nodiscard]] BatchCount count() const;
+
+private:
+    struct Job
+    {
+        std::unique_ptr<QProcess> process;
+        QByteArray unread; ///< the beginning of a line
+        BatchCount count;
+    };
+
+    void start(int index);
+    /// Takes what a job has told since.
+    void listen(Job &job);
+    void take(Job &job, const QByteArray &line);
+    [[nodiscard]] ExitCode codeOf(std::size_t index);
+
+    QStringList m_arguments;
+    int m_count;
+    BatchProgress &m_progress;
+    std::vector<Job> m_jobs;
+    bool m_isInterrupted = false;
+};
