@@ -52,6 +52,11 @@ void tst_VxLabelCommands::showsHelp_data()
     QTest::newRow("separate") << QStringList { u"separate"_s, u"--help"_s }
                               << QStringList { u"Example:\n  vxlabel separate "_s, u"--negative"_s,
                                      u"--overprint"_s, u"--format"_s, u"--dither"_s };
+    QTest::newRow("batch") << QStringList { u"batch"_s, u"--help"_s }
+                           << QStringList { u"Example:\n  vxlabel batch "_s, u"--data"_s, u"--rows"_s,
+                                  u"--resume"_s, u"--jobs"_s };
+    QTest::newRow("merge") << QStringList { u"merge"_s, u"--help"_s }
+                           << QStringList { u"Example:\n  vxlabel merge "_s, u"--output"_s, u"--rows"_s };
     QTest::newRow("inspect") << QStringList { u"inspect"_s, u"--help"_s }
                              << QStringList { u"Example:\n  vxlabel inspect "_s, u"--json"_s };
     QTest::newRow("convert") << QStringList { u"convert"_s, u"--help"_s }
