@@ -76,3 +76,22 @@ qint64 OneBit::countBlack(const QImage &mono)
         count += countBlackInRow(mono.constScanLine(y), mono.width());
     return count;
 }
+
+QImage OneBit::withClearPadding(QImage mono)
+{
+    const int used = mono.width() % 8;
+    if (mono.format() != QImage::Format_Mono || used == 0)
+        return mono;
+    const auto dots = uchar(0xFF << (8 - used));
+    for (int y = 0; y < mono.height(); ++y)
+        mono.scanLine(y)[mono.width() / 8] &= dots;
+    return mono;
+}
+
+QImage OneBit::withWhiteSet(const QImage &mono)
+{
+    QImage white = withClearPadding(mono.copy());
+    white.invertPixels();
+    white.setColorTable({ ItemColors::blackRgb, ItemColors::whiteRgb });
+    return white;
+}

@@ -14,4 +14,11 @@ namespace OneBit {
 /// The number of set (black) bits.
 [[nodiscard]] VX_LABEL_EXPORT qint64 countBlack(const QImage &mono);
 
+/// A plate whose rows end in zeros: what follows the last dot of a row is none, and may hold anything.
+[[nodiscard]] QImage withClearPadding(QImage mono);
+
+/// The dots of a plate with the other meaning: 1 is white. What follows the last dot of a row is 1. A null
+/// image when memory runs out.
+[[nodiscard]] QImage withWhiteSet(const QImage &mono);
+
 } // namespace OneBit

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/platewriter.h"
 
+#include "label/onebit.h"
+
 #include <QBuffer>
 #include <QImageWriter>
 
@@ -8,23 +10,6 @@ namespace {
 
 /// The quality that Qt turns into zlib's fastest level: plates shrink well at any.
 constexpr int fastestQuality = 80;
-
-int bytesPerRow(const QImage &plate)
-{
-    return (plate.width() + 7) / 8;
-}
-
-/// Rows of dots end in bits that are no dots and may hold anything; files get zeros there.
-QImage withClearPadding(QImage image)
-{
-    const int used = image.width() % 8;
-    if (image.format() != QImage::Format_Mono || used == 0)
-        return image;
-    const auto dots = uchar(0xFF << (8 - used));
-    for (int y = 0; y < image.height(); ++y)
-        image.scanLine(y)[bytesPerRow(image) - 1] &= dots;
-    return image;
-}
 
 } // namespace
 
@@ -34,13 +19,13 @@ QByteArray PlateWriter::toPng(const QImage &image)
     QBuffer buffer(&png);
     QImageWriter writer(&buffer, QByteArrayLiteral("png"));
     writer.setQuality(fastestQuality);
-    return writer.write(withClearPadding(image)) ? png : QByteArray();
+    return writer.write(OneBit::withClearPadding(image)) ? png : QByteArray();
 }
 
 QByteArray PlateWriter::toPbm(const QImage &plate)
 {
-    const QImage image = withClearPadding(plate);
-    const qsizetype row = bytesPerRow(image);
+    const QImage image = OneBit::withClearPadding(plate);
+    const qsizetype row = (qsizetype(image.width()) + 7) / 8;
     QByteArray pbm = QByteArrayLiteral("P4\n") + QByteArray::number(image.width()) + ' '
         + QByteArray::number(image.height()) + '\n';
     pbm.reserve(pbm.size() + row * image.height());

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/itempainter.h"
+
+#include "items/core/item.h"
+#include "label/itemtree.h"
+#include "label/labeldocument.h"
+
+#include <QGraphicsItem>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include <algorithm>
+
+namespace {
+
+/// Their items are those of groups and layers, which paint nothing themselves.
+class Painting
+{
+public:
+    explicit Painting(QPainter &painter)
+        : m_painter(painter)
+        , m_page(painter.worldTransform())
+    {
+    }
+
+    void paint(Item &item, double opacity)
+    {
+        if (!ItemTree::isShown(item))
+            return;
+        QGraphicsItem &graphics = ItemTree::graphicsOf(item);
+        opacity *= graphics.opacity();
+        if (!ItemTree::isContainer(item)) {
+            paintLeaf(graphics, opacity);
+            return;
+        }
+        for (Item *member : ItemTree::membersOf(item))
+            paint(*member, opacity);
+    }
+
+private:
+    void paintLeaf(QGraphicsItem &item, double opacity)
+    {
+        m_painter.save();
+        m_painter.setWorldTransform(item.sceneTransform() * m_page);
+        if (item.flags() & QGraphicsItem::ItemClipsToShape)
+            clipTo(item);
+        m_painter.setOpacity(opacity);
+        m_option.exposedRect = item.boundingRect();
+        m_option.rect = m_option.exposedRect.toAlignedRect();
+        item.paint(&m_painter, &m_option, nullptr);
+        m_painter.restore();
+    }
+
+    void clipTo(const QGraphicsItem &item) { m_painter.setClipPath(item.shape(), Qt::IntersectClip); }
+
+    QPainter &m_painter;
+    QTransform m_page;
+    QStyleOptionGraphicsItem m_option;
+};
+
+} // namespace
+
+void ItemPainter::paint(QPainter &painter, const LabelDocument &document)
+{
+    QList<Item *> items;
+    items.reserve(qsizetype(document.items().size()));
+    for (const auto &item : document.items())
+        items.append(item.get());
+    std::ranges::stable_sort(items, {}, [](const Item *item) { return item->getItemZValue(); });
+    painter.save();
+    Painting painting(painter);
+    for (Item *item : items)
+        painting.paint(*item, 1.0);
+    painter.restore();
+}

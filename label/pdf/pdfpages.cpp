@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/pdf/pdfpages.h"
+
+#include "label/itempainter.h"
+#include "label/labeldocument.h"
+#include "label/labellimits.h"
+#include "label/onebit.h"
+#include "label/pdf/pdfstream.h"
+#include "label/pdf/stablehashes.h"
+#include "label/wording.h"
+
+#include <QFileDevice>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double millimetresPerInch = 25.4;
+constexpr double pointsPerInch = 72.0;
+/// The resolution of what Qt cannot write as vectors, which are conical gradients.
+constexpr int unitsPerInch = 300;
+
+QString nameOf(const QIODevice &device)
+{
+    const auto *file = qobject_cast<const QFileDevice *>(&device);
+    return file ? file->fileName() : QString();
+}
+
+QPageLayout layoutOf(QSizeF roundedPoints)
+{
+    const QPageSize size(roundedPoints, QPageSize::Point, u"label"_s, QPageSize::ExactMatch);
+    return { size, QPageLayout::Portrait, QMarginsF() };
+}
+
+bool isPageSide(double millimetres)
+{
+    return millimetres >= LabelLimits::MinPageSide && millimetres <= LabelLimits::MaxPageSide;
+}
+
+bool refuse(Problems &problems, const QString &what, const QString &advice = {})
+{
+    problems.append({ {}, {}, what, advice });
+    return false;
+}
+
+bool isPlate(const QImage &plate, Problems &problems)
+{
+    return plate.format() == QImage::Format_Mono
+        || refuse(problems, u"the picture is no plate of one bit per dot"_s);
+}
+
+bool isResolution(double dpi, Problems &problems)
+{
+    if (dpi >= LabelLimits::MinDpi && dpi <= LabelLimits::MaxDpi)
+        return true;
+    return refuse(problems, u"%1 dpi is no resolution"_s.arg(dpi),
+        u"use %1 to %2 dpi"_s.arg(LabelLimits::MinDpi).arg(LabelLimits::MaxDpi));
+}
+
+} // namespace
+
+class PdfPages::Writing
+{
+public:
+    Writing(QIODevice &device, const PdfInformation &information)
+        : m_file(nameOf(device))
+        , m_stream(device, information.created)
+        , m_writer(&m_stream)
+    {
+        m_stream.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+        m_writer.setPdfVersion(QPagedPaintDevice::PdfVersion_1_6); // the first that has pages of 10 m
+        m_writer.setTitle(information.title);
+        m_writer.setCreator(information.creator);
+        m_writer.setResolution(unitsPerInch);
+    }
+
+    [[nodiscard]] int count() const { return m_count; }
+
+    /// Qt knows pages of whole points alone. Its page is the exact one with a little more on the right and at
+    /// the bottom, from which it measures heights.
+    void beginPage(QSizeF points)
+    {
+        const QSizeF rounded(std::ceil(points.width()), std::ceil(points.height()));
+        m_writer.setPageLayout(layoutOf(rounded));
+        if (m_count == 0)
+            m_painter.begin(&m_writer);
+        else
+            m_writer.newPage(); // writes the one before
+        m_stream.setPageSize(points, rounded);
+        ++m_count;
+        m_page = points / pointsPerInch * millimetresPerInch;
+        m_painter.setRenderHint(QPainter::LosslessImageRendering);
+        m_painter.setRenderHint(QPainter::NonCosmeticBrushPatterns);
+        m_painter.setWorldTransform(QTransform::fromTranslate(
+            0.0, (rounded.height() - points.height()) / pointsPerInch * unitsPerInch));
+    }
+
+    /// Runs a function that paints in units of which there are some in an inch, from a point in millimetres.
+    template <typename Paint> void paintAt(QPointF topLeft, double perInch, Paint &&paint)
+    {
+        const StableHashes stable;
+        m_painter.save();
+        m_painter.translate(topLeft / millimetresPerInch * unitsPerInch);
+        m_painter.scale(unitsPerInch / perInch, unitsPerInch / perInch);
+        paint(m_painter);
+        m_painter.restore();
+    }
+
+    /// Whether a rectangle is the whole page, at which everything ends anyway.
+    [[nodiscard]] bool isPage(QPointF topLeft, QSizeF size) const
+    {
+        constexpr double nothing = 1e-6; // millimetres
+        return topLeft.isNull() && std::abs(size.width() - m_page.width()) < nothing
+            && std::abs(size.height() - m_page.height()) < nothing;
+    }
+
+    [[nodiscard]] bool canWrite(Problems &problems) const
+    {
+        return !m_stream.hasFailed() || refuseFile(problems);
+    }
+
+    /// Whether there is a page to paint on.
+    [[nodiscard]] bool canPaint(Problems &problems) const
+    {
+        return m_count > 0 ? canWrite(problems) : refuse(problems, u"no page has been begun"_s);
+    }
+
+    [[nodiscard]] bool finish(Problems &problems)
+    {
+        m_painter.end();
+        return m_stream.finish(m_count) || refuseFile(problems);
+    }
+
+private:
+    bool refuseFile(Problems &problems) const
+    {
+        problems.append({ m_file, {}, u"cannot be written: "_s + m_stream.failure(), {} });
+        return false;
+    }
+
+    QString m_file;
+    PdfStream m_stream;
+    QPdfWriter m_writer;
+    QPainter m_painter;
+    QSizeF m_page; ///< in millimetres
+    int m_count = 0;
+};
+
+PdfPages::PdfPages(QIODevice &device, const PdfInformation &information)
+    : m_writing(std::make_unique<Writing>(device, information))
+{
+}
+
+PdfPages::~PdfPages() = default;
+
+bool PdfPages::addPage(const LabelDocument &document, Problems &problems, Paper paper)
+{
+    return beginPage(document.pageSize(), problems) && place(document, {}, problems, paper);
+}
+
+bool PdfPages::addPlate(const QImage &plate, double dpi, Problems &problems)
+{
+    if (!isPlate(plate, problems) || !isResolution(dpi, problems) || !m_writing->canWrite(problems))
+        return false;
+    // Programs that take pages for whole dots must not find one more.
+    constexpr QSizeF hair(1e-5, 1e-5);
+    m_writing->beginPage(QSizeF(plate.size()) / dpi * pointsPerInch - hair);
+    return placePlate(plate, dpi, {}, problems);
+}
+
+bool PdfPages::beginPage(QSizeF size, Problems &problems)
+{
+    if (!isPageSide(size.width()) || !isPageSide(size.height()))
+        return refuse(problems,
+            u"a page of %1 mm x %2 mm is out of range"_s.arg(
+                Wording::number(size.width()), Wording::number(size.height())),
+            u"use sides from %1 to %2 mm"_s.arg(LabelLimits::MinPageSide).arg(LabelLimits::MaxPageSide));
+    if (!m_writing->canWrite(problems))
+        return false;
+    m_writing->beginPage(size / millimetresPerInch * pointsPerInch);
+    return true;
+}
+
+bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &problems, Paper paper)
+{
+    if (!m_writing->canPaint(problems))
+        return false;
+    if (const Problems found = document.problems(); !found.isEmpty()) {
+        problems += found;
+        return false;
+    }
+    const QRectF page(QPointF(), document.pageSizeInUnits());
+    const bool isClipped = !m_writing->isPage(topLeft, document.pageSize());
+    m_writing->paintAt(topLeft, document.designDpi(), [&](QPainter &painter) {
+        if (isClipped)
+            painter.setClipRect(page);
+        if (paper == Paper::Painted)
+            painter.fillRect(page, document.paper());
+        ItemPainter::paint(painter, document);
+    });
+    return true;
+}
+
+bool PdfPages::placePlate(const QImage &plate, double dpi, QPointF topLeft, Problems &problems)
+{
+    if (!m_writing->canPaint(problems) || !isPlate(plate, problems) || !isResolution(dpi, problems))
+        return false;
+    const QImage white = OneBit::withWhiteSet(plate);
+    if (white.isNull())
+        return refuse(problems, u"not enough memory for the plate"_s);
+    m_writing->paintAt(topLeft, dpi,
+        [&](QPainter &painter) { painter.drawImage(QRectF(QPointF(), QSizeF(plate.size())), white); });
+    return true;
+}
+
+bool PdfPages::placeLine(QLineF line, double width, Problems &problems)
+{
+    if (!m_writing->canPaint(problems))
+        return false;
+    m_writing->paintAt({}, pointsPerInch, [&](QPainter &painter) {
+        painter.setPen(QPen(Qt::black, width, Qt::SolidLine, Qt::FlatCap));
+        const double pointsPerMillimetre = pointsPerInch / millimetresPerInch;
+        painter.drawLine(QLineF(line.p1() * pointsPerMillimetre, line.p2() * pointsPerMillimetre));
+    });
+    return true;
+}
+
+int PdfPages::count() const
+{
+    return m_writing->count();
+}
+
+bool PdfPages::finish(Problems &problems)
+{
+    return m_writing->canPaint(problems) && m_writing->finish(problems);
+}
