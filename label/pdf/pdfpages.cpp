@@ -25,6 +25,9 @@ constexpr double pointsPerInch = 72.0;
 /// The resolution of what Qt cannot write as vectors, which are conical gradients.
 constexpr int unitsPerInch = 300;
 
+/// In dots: what nobody sees, but more than numbers lose by rounding.
+constexpr double hair = 1e-3;
+
 QString nameOf(const QIODevice &device)
 {
     const auto *file = qobject_cast<const QFileDevice *>(&device);
@@ -167,9 +170,8 @@ bool PdfPages::addPlate(const QImage &plate, double dpi, Problems &problems)
 {
     if (!isPlate(plate, problems) || !isResolution(dpi, problems) || !m_writing->canWrite(problems))
         return false;
-    // Programs that take pages for whole dots must not find one more.
-    constexpr QSizeF hair(1e-5, 1e-5);
-    m_writing->beginPage(QSizeF(plate.size()) / dpi * pointsPerInch - hair);
+    // Programs that round pages up to whole dots must not find one more.
+    m_writing->beginPage((QSizeF(plate.size()) - QSizeF(hair, hair)) / dpi * pointsPerInch);
     return placePlate(plate, dpi, {}, problems);
 }
 
@@ -213,8 +215,9 @@ bool PdfPages::placePlate(const QImage &plate, double dpi, QPointF topLeft, Prob
     const QImage white = OneBit::withWhiteSet(plate);
     if (white.isNull())
         return refuse(problems, u"not enough memory for the plate"_s);
-    m_writing->paintAt(topLeft, dpi,
-        [&](QPainter &painter) { painter.drawImage(QRectF(QPointF(), QSizeF(plate.size())), white); });
+    // Programs that show PDFs stretch pictures to all dots that these touch: a hair less than whole dots.
+    const QRectF place = QRectF(QPointF(), QSizeF(plate.size())).adjusted(hair, hair, -hair, -hair);
+    m_writing->paintAt(topLeft, dpi, [&](QPainter &painter) { painter.drawImage(place, white); });
     return true;
 }
 
