@@ -418,13 +418,15 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
         checkLayer(*layer, pointer, problems);
     for (int i = 0; i < type.propertyCount(); ++i) {
         const QMetaProperty property = type.property(i);
+        if (property.typeId() != QMetaType::Double)
+            continue;
         const QString name = QString::fromLatin1(property.name());
+        const double number = property.read(object).toDouble();
         // A group whose sides are -1 is written with those of its members.
         const bool isOfNewGroup = item.getItemShape() == MobraTypes::GroupShape
-            && (name == widthKey || name == heightKey) && property.read(object).toDouble() == -1.0;
-        if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name)
-            && !isOfNewGroup)
-            check(property.read(object).toDouble(), name);
+            && (name == widthKey || name == heightKey) && number == -1.0;
+        if (!isOfNewGroup && !Item::ignoredPropertyNames().contains(name))
+            check(number, name);
     }
     for (const QVariant &entry : item.getItemTransform())
         check(entry.toDouble(), u"itemTransform"_s);

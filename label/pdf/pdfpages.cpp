@@ -124,6 +124,8 @@ public:
 
     [[nodiscard]] bool canWrite(Problems &problems) const
     {
+        if (m_isComplete)
+            return refuse(problems, u"the file is complete"_s);
         return !m_stream.hasFailed() || refuseFile(problems);
     }
 
@@ -136,6 +138,7 @@ public:
     [[nodiscard]] bool finish(Problems &problems)
     {
         m_painter.end();
+        m_isComplete = true;
         return m_stream.finish(m_count) || refuseFile(problems);
     }
 
@@ -152,6 +155,7 @@ private:
     QPainter m_painter;
     QSizeF m_page; ///< in millimetres
     int m_count = 0;
+    bool m_isComplete = false;
 };
 
 PdfPages::PdfPages(QIODevice &device, const PdfInformation &information)

@@ -135,6 +135,7 @@ private Q_SLOTS:
     void refusesWhatIsNoPlate();
     void refusesDocumentsWithProblems();
     void refusesToPaintWithoutAPage();
+    void refusesMoreThanTheWholeFile();
 };
 
 void tst_PdfPages::init()
@@ -553,6 +554,25 @@ void tst_PdfPages::refusesToPaintWithoutAPage()
     for (const Problem &problem : std::as_const(problems))
         QCOMPARE(problem.text(), u"no page has been begun"_s);
     QCOMPARE(buffer.size(), 0);
+}
+
+void tst_PdfPages::refusesMoreThanTheWholeFile()
+{
+    QBuffer buffer;
+    QVERIFY(buffer.open(QIODevice::WriteOnly));
+    PdfPages pages(buffer);
+    Problems problems;
+    QVERIFY(pages.addPage(blackSquare(), problems));
+    QVERIFY(pages.finish(problems));
+    const qint64 size = buffer.size();
+    QVERIFY(!pages.addPage(blackSquare(), problems));
+    QVERIFY(!pages.addPlate(randomPlate({ 8, 8 }), 300, problems));
+    QVERIFY(!pages.place(blackSquare(), {}, problems));
+    QVERIFY(!pages.finish(problems));
+    QCOMPARE(problems.size(), 4);
+    for (const Problem &problem : std::as_const(problems))
+        QCOMPARE(problem.text(), u"the file is complete"_s);
+    QCOMPARE(buffer.size(), size);
 }
 
 QTEST_MAIN(tst_PdfPages)
