@@ -26,6 +26,7 @@
 #include "label/wording.h"
 
 #include <QGraphicsItem>
+#include <QHash>
 #include <QJsonArray>
 #include <QMap>
 #include <QMetaProperty>
@@ -360,6 +361,24 @@ void applyHostKeys(Item &item, const QVariantMap &map)
     parkBinding(item);
 }
 
+/// The properties of a class that are numbers and written, with their names. They are looked for once: a
+/// batch of labels is checked label by label.
+const QList<std::pair<QMetaProperty, QString>> &numbersOf(const QMetaObject &type)
+{
+    static thread_local QHash<const QMetaObject *, QList<std::pair<QMetaProperty, QString>>> known;
+    const auto found = known.constFind(&type);
+    if (found != known.cend())
+        return *found;
+    QList<std::pair<QMetaProperty, QString>> numbers;
+    for (int i = 0; i < type.propertyCount(); ++i) {
+        const QMetaProperty property = type.property(i);
+        const QString name = QString::fromLatin1(property.name());
+        if (property.typeId() == QMetaType::Double && !Item::ignoredPropertyNames().contains(name))
+            numbers.emplace_back(property, name);
+    }
+    return *known.insert(&type, numbers);
+}
+
 } // namespace
 
 QJsonObject ItemMap::toJson(Item &item)
@@ -416,16 +435,12 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
     const QMetaObject &type = classOf(item);
     if (auto *layer = dynamic_cast<LayerItem *>(&item))
         checkLayer(*layer, pointer, problems);
-    for (int i = 0; i < type.propertyCount(); ++i) {
-        const QMetaProperty property = type.property(i);
-        if (property.typeId() != QMetaType::Double)
-            continue;
-        const QString name = QString::fromLatin1(property.name());
+    for (const auto &[property, name] : numbersOf(type)) {
         const double number = property.read(object).toDouble();
         // A group whose sides are -1 is written with those of its members.
         const bool isOfNewGroup = item.getItemShape() == MobraTypes::GroupShape
             && (name == widthKey || name == heightKey) && number == -1.0;
-        if (!isOfNewGroup && !Item::ignoredPropertyNames().contains(name))
+        if (!isOfNewGroup)
             check(number, name);
     }
     for (const QVariant &entry : item.getItemTransform())

@@ -67,9 +67,7 @@ void ItemPainter::paint(QPainter &painter, const LabelDocument &document)
     for (const auto &item : document.items())
         items.append(item.get());
     std::ranges::stable_sort(items, {}, [](const Item *item) { return item->getItemZValue(); });
-    painter.save();
     Painting painting(painter);
     for (Item *item : items)
         painting.paint(*item, 1.0);
-    painter.restore();
 }

@@ -99,19 +99,18 @@ public:
         m_page = points / pointsPerInch * millimetresPerInch;
         m_painter.setRenderHint(QPainter::LosslessImageRendering);
         m_painter.setRenderHint(QPainter::NonCosmeticBrushPatterns);
-        m_painter.setWorldTransform(QTransform::fromTranslate(
-            0.0, (rounded.height() - points.height()) / pointsPerInch * unitsPerInch));
+        m_offset = (rounded.height() - points.height()) / pointsPerInch * unitsPerInch;
     }
 
     /// Runs a function that paints in units of which there are some in an inch, from a point in millimetres.
+    /// It leaves the painter as it was, but for the transform: to save it takes Qt longer than most items.
     template <typename Paint> void paintAt(QPointF topLeft, double perInch, Paint &&paint)
     {
         const StableHashes stable;
-        m_painter.save();
-        m_painter.translate(topLeft / millimetresPerInch * unitsPerInch);
-        m_painter.scale(unitsPerInch / perInch, unitsPerInch / perInch);
+        const QPointF place = topLeft / millimetresPerInch * unitsPerInch;
+        m_painter.setWorldTransform(QTransform::fromTranslate(place.x(), m_offset + place.y())
+                                        .scale(unitsPerInch / perInch, unitsPerInch / perInch));
         paint(m_painter);
-        m_painter.restore();
     }
 
     /// Whether a rectangle is the whole page, at which everything ends anyway.
@@ -154,6 +153,7 @@ private:
     QPdfWriter m_writer;
     QPainter m_painter;
     QSizeF m_page; ///< in millimetres
+    double m_offset = 0.0; ///< of its top from that of Qt's page
     int m_count = 0;
     bool m_isComplete = false;
 };
@@ -203,11 +203,15 @@ bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &p
     const QRectF page(QPointF(), document.pageSizeInUnits());
     const bool isClipped = !m_writing->isPage(topLeft, document.pageSize());
     m_writing->paintAt(topLeft, document.designDpi(), [&](QPainter &painter) {
-        if (isClipped)
+        if (isClipped) {
+            painter.save();
             painter.setClipRect(page);
+        }
         if (paper == Paper::Painted)
             painter.fillRect(page, document.paper());
         ItemPainter::paint(painter, document);
+        if (isClipped)
+            painter.restore();
     });
     return true;
 }
@@ -230,9 +234,11 @@ bool PdfPages::placeLine(QLineF line, double width, Problems &problems)
     if (!m_writing->canPaint(problems))
         return false;
     m_writing->paintAt({}, pointsPerInch, [&](QPainter &painter) {
+        const QPen before = painter.pen();
         painter.setPen(QPen(Qt::black, width, Qt::SolidLine, Qt::FlatCap));
         const double pointsPerMillimetre = pointsPerInch / millimetresPerInch;
         painter.drawLine(QLineF(line.p1() * pointsPerMillimetre, line.p2() * pointsPerMillimetre));
+        painter.setPen(before);
     });
     return true;
 }
