@@ -51,6 +51,13 @@ bool refuse(Problems &problems, const QString &what, const QString &advice = {})
     return false;
 }
 
+bool isSound(const LabelDocument &document, Problems &problems)
+{
+    const Problems found = document.problems();
+    problems += found;
+    return found.isEmpty();
+}
+
 bool isPlate(const QImage &plate, Problems &problems)
 {
     return plate.format() == QImage::Format_Mono
@@ -113,12 +120,21 @@ public:
         paint(m_painter);
     }
 
-    /// Whether a rectangle is the whole page, at which everything ends anyway.
-    [[nodiscard]] bool isPage(QPointF topLeft, QSizeF size) const
+    void paint(const LabelDocument &document, QPointF topLeft, Paper paper)
     {
-        constexpr double nothing = 1e-6; // millimetres
-        return topLeft.isNull() && std::abs(size.width() - m_page.width()) < nothing
-            && std::abs(size.height() - m_page.height()) < nothing;
+        const QRectF page(QPointF(), document.pageSizeInUnits());
+        const bool isClipped = !isPage(topLeft, document.pageSize());
+        paintAt(topLeft, document.designDpi(), [&](QPainter &painter) {
+            if (isClipped) {
+                painter.save();
+                painter.setClipRect(page);
+            }
+            if (paper == Paper::Painted)
+                painter.fillRect(page, document.paper());
+            ItemPainter::paint(painter, document);
+            if (isClipped)
+                painter.restore();
+        });
     }
 
     [[nodiscard]] bool canWrite(Problems &problems) const
@@ -142,6 +158,14 @@ public:
     }
 
 private:
+    /// Whether a rectangle is the whole page, at which everything ends anyway.
+    [[nodiscard]] bool isPage(QPointF topLeft, QSizeF size) const
+    {
+        constexpr double nothing = 1e-6; // millimetres
+        return topLeft.isNull() && std::abs(size.width() - m_page.width()) < nothing
+            && std::abs(size.height() - m_page.height()) < nothing;
+    }
+
     bool refuseFile(Problems &problems) const
     {
         problems.append({ m_file, {}, u"cannot be written: "_s + m_stream.failure(), {} });
@@ -167,7 +191,10 @@ PdfPages::~PdfPages() = default;
 
 bool PdfPages::addPage(const LabelDocument &document, Problems &problems, Paper paper)
 {
-    return beginPage(document.pageSize(), problems) && place(document, {}, problems, paper);
+    if (!isSound(document, problems) || !beginPage(document.pageSize(), problems))
+        return false;
+    m_writing->paint(document, {}, paper);
+    return true;
 }
 
 bool PdfPages::addPlate(const QImage &plate, double dpi, Problems &problems)
@@ -194,25 +221,9 @@ bool PdfPages::beginPage(QSizeF size, Problems &problems)
 
 bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &problems, Paper paper)
 {
-    if (!m_writing->canPaint(problems))
+    if (!m_writing->canPaint(problems) || !isSound(document, problems))
         return false;
-    if (const Problems found = document.problems(); !found.isEmpty()) {
-        problems += found;
-        return false;
-    }
-    const QRectF page(QPointF(), document.pageSizeInUnits());
-    const bool isClipped = !m_writing->isPage(topLeft, document.pageSize());
-    m_writing->paintAt(topLeft, document.designDpi(), [&](QPainter &painter) {
-        if (isClipped) {
-            painter.save();
-            painter.setClipRect(page);
-        }
-        if (paper == Paper::Painted)
-            painter.fillRect(page, document.paper());
-        ItemPainter::paint(painter, document);
-        if (isClipped)
-            painter.restore();
-    });
+    m_writing->paint(document, topLeft, paper);
     return true;
 }
 

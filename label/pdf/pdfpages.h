@@ -56,7 +56,8 @@ public:
     ~PdfPages();
     Q_DISABLE_COPY_MOVE(PdfPages)
 
-    /// A page that shows a document and is of its size, exact to a millionth of a point.
+    /// A page that shows a document and is of its size, exact to a millionth of a point. False, and no page,
+    /// when the document has problems() or the device has failed.
     [[nodiscard]] bool addPage(const LabelDocument &document, Problems &problems, Paper paper = Paper::Clear);
     /// A page that a plate fills, dot by dot: its sides are whole dots, so up to half a dot from those of the
     /// label.
@@ -65,7 +66,7 @@ public:
     /// Begins a page, and completes the one before. Sides are from 0.1 mm to 10 m.
     [[nodiscard]] bool beginPage(QSizeF size, Problems &problems);
     /// Paints a document on the page that has been begun, with its own page's top left at a point. Nothing of
-    /// it shows beyond its own page.
+    /// it shows beyond its own page. The document stays the caller's, and may change afterwards.
     [[nodiscard]] bool place(
         const LabelDocument &document, QPointF topLeft, Problems &problems, Paper paper = Paper::Clear);
     /// Paints a plate (QImage::Format_Mono, of which 1 prints) in black on white, as a picture of one bit per

@@ -534,10 +534,13 @@ void tst_PdfPages::refusesDocumentsWithProblems()
     QVERIFY(buffer.open(QIODevice::WriteOnly));
     PdfPages pages(buffer);
     Problems problems;
+    QVERIFY(!pages.addPage(label, problems));
+    QCOMPARE(pages.count(), 0);
     QVERIFY(pages.beginPage({ 10, 10 }, problems));
     QVERIFY(!pages.place(label, {}, problems));
-    QCOMPARE(problems.size(), 1);
+    QCOMPARE(problems.size(), 2);
     QCOMPARE(problems[0].where, u"/inks"_s);
+    QCOMPARE(problems[1].where, u"/inks"_s);
 }
 
 void tst_PdfPages::refusesToPaintWithoutAPage()
