@@ -4,7 +4,7 @@
 #include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
-#include "apps/vxlabel/datainput.h"
+#include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/terminal.h"

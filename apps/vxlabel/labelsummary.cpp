@@ -12,6 +12,7 @@
 #include "items/style/fillableitem.h"
 #include "items/text/textitem.h"
 #include "label/canonicaljson.h"
+#include "label/data/datasourcemap.h"
 #include "label/itemtree.h"
 #include "platform/zint/symbologies.h"
 
@@ -148,6 +149,15 @@ QString inksText(const LabelDocument &document)
     return inks.join(u", ");
 }
 
+/// "2 sql, location sqlite:shop.db, query SELECT * FROM labels"
+QString sourceText(QJsonObject source)
+{
+    QString text = u"%1 %2"_s.arg(source.take(u"id"_s).toInt()).arg(source.take(u"kind"_s).toString());
+    for (auto member = source.constBegin(); member != source.constEnd(); ++member)
+        text += u", %1 %2"_s.arg(member.key(), member.value().toVariant().toString().simplified());
+    return text;
+}
+
 QString headText(const LabelDocument &document)
 {
     TextTable head({ Qt::AlignLeft, Qt::AlignLeft });
@@ -156,6 +166,8 @@ QString headText(const LabelDocument &document)
     head.addRow({ u"inks"_s, inksText(document) });
     head.addRow({ u"dither"_s, DitherNames::of(document.dither()) });
     head.addRow({ u"items"_s, QString::number(ItemTree::count(document)) });
+    for (const QJsonValue &source : DataSourceMap::toJson(document.sources()))
+        head.addRow({ u"source"_s, sourceText(source.toObject()) });
     return head.text();
 }
 
@@ -259,6 +271,9 @@ QJsonObject itemObject(const Item &item, int index)
             { u"singleColor"_s, symbol->getSingleColor() },
             { u"background"_s, symbol->getFillBoundingRectangle() } };
     }
+    if (item.getDatasourceId() >= 0)
+        object[u"source"_s]
+            = QJsonObject { { u"id"_s, item.getDatasourceId() }, { u"field"_s, item.getDatasourceField() } };
     if (layer && !layer->objectName().isEmpty())
         object[u"name"_s] = layer->objectName();
     if (!ItemTree::isShown(item))
@@ -294,9 +309,12 @@ QByteArray asTable(const LabelDocument &document)
 
 QByteArray asJson(const LabelDocument &document)
 {
-    return CanonicalJson::write({ { u"page"_s, pageObject(document) },
+    QJsonObject object { { u"page"_s, pageObject(document) },
         { u"paper"_s, StyleNames::color(document.paper()) }, { u"inks"_s, inksArray(document) },
-        { u"dither"_s, DitherNames::of(document.dither()) }, { u"items"_s, itemsArray(document) } });
+        { u"dither"_s, DitherNames::of(document.dither()) }, { u"items"_s, itemsArray(document) } };
+    if (!document.sources().isEmpty())
+        object[u"sources"_s] = DataSourceMap::toJson(document.sources());
+    return CanonicalJson::write(object);
 }
 
 } // namespace LabelSummary

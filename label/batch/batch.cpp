@@ -177,12 +177,17 @@ BatchEnd Batch::run(BatchObserver &observer)
             end = take(result);
     }
     Problems problems;
-    if (!m_manifest->finish(end == BatchEnd::Complete ? std::optional(m_lastRow) : std::nullopt, problems))
+    if (!m_manifest->finish(end == BatchEnd::Complete ? std::optional(dataEnd()) : std::nullopt, problems))
         end = BatchEnd::CannotWrite;
     for (const Problem &problem : problems)
         observer.problem(problem);
     m_observer = nullptr;
     return *end;
+}
+
+Manifest::End Batch::dataEnd() const
+{
+    return { m_lastRow, m_data.result().toHex().first(16) };
 }
 
 std::optional<BatchEnd> Batch::take(const RowResult &result)
@@ -195,6 +200,8 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
     const std::optional<qint64> copies
         = result.kind == RowResult::Data ? copiesOf(result.row, problem) : std::nullopt;
     m_lastRow = result.row.number;
+    const QByteArray digest = digestOf(result.row);
+    m_data.addData(digest);
     const qint64 firstLabel = m_labels + 1;
     // A row whose copies nobody knows counts as one, so that those behind it keep their numbers.
     m_labels += copies.value_or(1);
@@ -206,7 +213,7 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
         names = namesOf(result.row, *copies, problem);
     if (!m_options.shard.contains(result.row.number))
         return {};
-    return print({ result.row, copies, firstLabel, names, problem });
+    return print({ result.row, copies, firstLabel, names, problem, digest });
 }
 
 std::optional<qint64> Batch::copiesOf(const Row &row, Problem &problem) const
@@ -228,7 +235,7 @@ std::optional<BatchEnd> Batch::print(const Job &job)
 {
     ManifestEntry entry { .row = job.row.number,
         .key = job.row.values.value(m_keyColumn),
-        .digest = digestOf(job.row),
+        .digest = job.digest,
         .copies = job.copies.value_or(1) };
     if (isKept(entry)) {
         ++m_count.kept;

@@ -9,6 +9,7 @@
 #include "label/data/rowsource.h"
 #include "label/separation.h"
 
+#include <QCryptographicHash>
 #include <QSet>
 
 #include <memory>
@@ -55,6 +56,7 @@ private:
         qint64 firstLabel; ///< its number in the run
         std::optional<QList<QStringList>> names; ///< of each copy; nothing for a row that cannot be printed
         Problem problem; ///< of such a row
+        QByteArray digest; ///< of its values
     };
 
     Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
@@ -70,6 +72,7 @@ private:
     [[nodiscard]] std::optional<BatchEnd> record(
         const Job &job, ManifestEntry &entry, const Problems &problems);
     [[nodiscard]] bool isKept(const ManifestEntry &entry);
+    [[nodiscard]] Manifest::End dataEnd() const;
     [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
     [[nodiscard]] std::optional<QList<QStringList>> namesOf(const Row &row, qint64 copies, Problem &problem);
     /// Why the row is not printed.
@@ -90,6 +93,7 @@ private:
     int m_keyColumn = 0;
     int m_copiesColumn = -1;
     qint64 m_lastRow = 0; ///< that was read
+    QCryptographicHash m_data { QCryptographicHash::Sha256 }; ///< of all rows so far
     qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
     BatchCount m_count;
     QSet<QString> m_notes; ///< that were told

@@ -19,6 +19,7 @@ const QString versionKey = u"manifest"_s;
 constexpr int version = 1;
 
 const QString rowsKey = u"rows"_s;
+const QString digestKey = u"digest"_s;
 
 QByteArray lineOf(const QJsonObject &json)
 {
@@ -54,9 +55,9 @@ QByteArray Manifest::headLine(const QJsonObject &head)
     return lineOf(json);
 }
 
-QByteArray Manifest::endLine(qint64 rows)
+QByteArray Manifest::endLine(const End &end)
 {
-    return lineOf({ { rowsKey, rows } });
+    return lineOf({ { rowsKey, end.rows }, { digestKey, QString::fromLatin1(end.digest) } });
 }
 
 std::optional<QJsonObject> Manifest::headOfLine(const QByteArray &line)
@@ -65,11 +66,11 @@ std::optional<QJsonObject> Manifest::headOfLine(const QByteArray &line)
     return head.take(versionKey).toInt() == version ? std::optional(head) : std::nullopt;
 }
 
-std::optional<qint64> Manifest::rowsOfLine(const QByteArray &line)
+std::optional<Manifest::End> Manifest::endOfLine(const QByteArray &line)
 {
-    const QJsonObject end = QJsonDocument::fromJson(line).object();
-    const qint64 rows = end.value(rowsKey).toInteger(-1);
-    return line.endsWith('\n') && end.size() == 1 && rows >= 0 ? std::optional(rows) : std::nullopt;
+    const QJsonObject json = QJsonDocument::fromJson(line).object();
+    const End end { json.value(rowsKey).toInteger(-1), json.value(digestKey).toString().toLatin1() };
+    return line.endsWith('\n') && end.rows >= 0 ? std::optional(end) : std::nullopt;
 }
 
 Manifest::Manifest(const QString &path)
@@ -189,9 +190,9 @@ bool Manifest::append(const ManifestEntry &entry, Problems &problems)
     return writeLine(entry.line(), problems);
 }
 
-bool Manifest::finish(std::optional<qint64> rows, Problems &problems)
+bool Manifest::finish(const std::optional<End> &end, Problems &problems)
 {
-    return (m_isInOrder || putInOrder(problems)) && (!rows || writeLine(endLine(*rows), problems));
+    return (m_isInOrder || putInOrder(problems)) && (!end || writeLine(endLine(*end), problems));
 }
 
 bool Manifest::putInOrder(Problems &problems)

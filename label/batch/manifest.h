@@ -16,6 +16,15 @@
 class VX_LABEL_EXPORT Manifest
 {
 public:
+    /// That nothing is missing.
+    struct End
+    {
+        qint64 rows = 0; ///< of the data
+        QByteArray digest; ///< of all their values
+
+        friend bool operator==(const End &, const End &) = default;
+    };
+
     /// Begins a new one. Null, with the reason in problems, if there is one and overwrite is not set, another
     /// process writes it, or it cannot be written. head tells what the files depend on beyond the rows.
     [[nodiscard]] static std::unique_ptr<Manifest> create(
@@ -35,15 +44,15 @@ public:
     [[nodiscard]] bool append(const ManifestEntry &entry, Problems &problems);
     /// Puts the rows into their order, and ends the record if it is known how many rows the data have:
     /// nothing is missing then. False, with the reason in problems, if it cannot be written.
-    [[nodiscard]] bool finish(std::optional<qint64> rows, Problems &problems);
+    [[nodiscard]] bool finish(const std::optional<End> &end, Problems &problems);
 
     // Its lines
     [[nodiscard]] static QByteArray headLine(const QJsonObject &head);
-    [[nodiscard]] static QByteArray endLine(qint64 rows);
+    [[nodiscard]] static QByteArray endLine(const End &end);
     /// The head of such a line; nothing for any other.
     [[nodiscard]] static std::optional<QJsonObject> headOfLine(const QByteArray &line);
-    /// The number of rows of a line that ends a record.
-    [[nodiscard]] static std::optional<qint64> rowsOfLine(const QByteArray &line);
+    /// What a line tells that ends a record.
+    [[nodiscard]] static std::optional<End> endOfLine(const QByteArray &line);
 
 private:
     explicit Manifest(const QString &path);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/manifestlines.h"
 
-#include "label/batch/manifest.h"
-
 using namespace Qt::StringLiterals;
 
 ManifestLines::ManifestLines(const QString &path)
@@ -47,7 +45,7 @@ bool ManifestLines::read()
         } else if (const std::optional<ManifestEntry> entry = ManifestEntry::fromLine(line)) {
             m_lines.push_back({ entry->row, text });
         } else {
-            m_rows = Manifest::rowsOfLine(line);
+            m_end = Manifest::endOfLine(line);
             break;
         }
     }

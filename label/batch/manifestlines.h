@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/batch/manifest.h"
 #include "label/batch/shard.h"
 #include "label/problem.h"
 
@@ -32,8 +33,8 @@ public:
     [[nodiscard]] Shard shard() const { return m_shard; }
     /// In the order of the file.
     [[nodiscard]] const std::vector<Line> &lines() const { return m_lines; }
-    /// How many rows the data have; nothing for a batch that has not come to their end.
-    [[nodiscard]] std::optional<qint64> rows() const { return m_rows; }
+    /// Nothing for a batch that has not come to the end of its data.
+    [[nodiscard]] const std::optional<Manifest::End> &end() const { return m_end; }
 
 private:
     explicit ManifestLines(const QString &path);
@@ -44,5 +45,5 @@ private:
     QJsonObject m_head;
     Shard m_shard;
     std::vector<Line> m_lines;
-    std::optional<qint64> m_rows;
+    std::optional<Manifest::End> m_end;
 };

@@ -55,13 +55,12 @@ Problems problemsOf(const Parts &parts)
         else if (i > 0 && part.shard() == parts[i - 1]->shard())
             problems.append(
                 { part.path(), {}, u"is of %1, as is %2"_s.arg(share, parts[i - 1]->path()), {} });
-        else if (!part.rows())
+        else if (!part.end())
             problems.append({ part.path(), {}, u"is of a batch that has not come to its end"_s,
                 u"run %1 again with --resume"_s.arg(share) });
-        else if (part.rows() != parts.front()->rows().value_or(*part.rows()))
-            problems.append({ part.path(), {},
-                u"has %1 rows, and others %2"_s.arg(*part.rows()).arg(*parts.front()->rows()),
-                u"print all shares of the same data"_s });
+        else if (parts.front()->end() && part.end() != parts.front()->end())
+            problems.append({ part.path(), {}, u"is of other data than "_s + parts.front()->path(),
+                u"print all shares of the same rows in the same order"_s });
     }
     for (int index = 0; index < count && problems.isEmpty(); ++index) {
         if (std::size_t(index) >= parts.size() || parts[std::size_t(index)]->shard().index != index)
@@ -157,7 +156,7 @@ std::optional<ManifestShares::Merged> ManifestShares::merge(
     std::map<qint64, QByteArrayView> lines;
     if (found.isEmpty()) {
         lines = linesOf(*parts, found);
-        checkRows(lines, *parts->front()->rows(), rows, found);
+        checkRows(lines, parts->front()->end()->rows, rows, found);
     }
     if (!found.isEmpty()) {
         problems += found;
@@ -169,7 +168,7 @@ std::optional<ManifestShares::Merged> ManifestShares::merge(
         pieces.append(bytesOf(line));
         ++(ManifestEntry::fromLine(pieces.last())->isPrinted ? merged.printed : merged.failed);
     }
-    pieces.append(Manifest::endLine(*parts->front()->rows()));
+    pieces.append(Manifest::endLine(*parts->front()->end()));
     return write(manifest, pieces, problems) ? std::optional(merged) : std::nullopt;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/partfile.h"
 
+#include "label/wholewrite.h"
+
 #include <QCryptographicHash>
 #include <QFileInfo>
 
@@ -49,14 +51,7 @@ bool PartFile::open()
 
 bool PartFile::write(const QByteArray &data)
 {
-    // A disk that fills up takes part of the data and reports no error; only the next write tells why.
-    for (qint64 done = 0; done < data.size();) {
-        const qint64 written = m_file.write(data.constData() + done, data.size() - done);
-        if (written <= 0)
-            return fail(m_file.errorString());
-        done += written;
-    }
-    return true;
+    return writeWhole(m_file, data) || fail(m_file.errorString());
 }
 
 bool PartFile::commit()

@@ -11,7 +11,7 @@ class ProblemLog;
 namespace DataSourceMap {
 
 /// With the keys that the kind of each has, without those that hold nothing, or what a new source has.
-[[nodiscard]] QJsonArray toJson(const QList<DataSource> &sources);
+[[nodiscard]] VX_LABEL_EXPORT QJsonArray toJson(const QList<DataSource> &sources);
 
 /// What cannot be read is a problem in the log, with its JSON pointer below the given one, and is left out.
 [[nodiscard]] QList<DataSource> fromJson(const QJsonArray &json, const QString &pointer, ProblemLog &log);

@@ -4,6 +4,7 @@
 #include "label/batch/assetpaths.h"
 #include "label/data/csvsource.h"
 #include "label/data/jsonrows.h"
+#include "label/data/sqlsource.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,10 +28,22 @@ std::optional<QString> fileOf(const DataSource &source, const RowSources::Place 
     return file;
 }
 
+std::unique_ptr<RowSource> openDatabase(
+    const DataSource &source, const RowSources::Place &place, Problems &problems)
+{
+    const QString folder = place.folder.isEmpty() ? QDir::currentPath() : place.folder;
+    const std::optional<SqlLocation> location = SqlLocation::fromUrl(source.location, folder, problems);
+    if (!location)
+        return {};
+    return SqlSource::open(*location, source.query, { .passwordFile = place.passwordFile }, problems);
+}
+
 } // namespace
 
 DataSource::Kind RowSources::kindOf(const QString &location)
 {
+    if (SqlLocation::isUrl(location))
+        return DataSource::Kind::Sql;
     const QString ending = QFileInfo(location).suffix().toLower();
     const bool isJson = ending == u"json" || ending == u"jsonl" || ending == u"ndjson";
     return isJson ? DataSource::Kind::Json : DataSource::Kind::Csv;
@@ -38,6 +51,8 @@ DataSource::Kind RowSources::kindOf(const QString &location)
 
 std::unique_ptr<RowSource> RowSources::open(const DataSource &source, const Place &place, Problems &problems)
 {
+    if (source.kind == DataSource::Kind::Sql)
+        return openDatabase(source, place, problems);
     const std::optional<QString> file = fileOf(source, place, problems);
     DataInput input = file ? DataInput::open(*file, problems) : DataInput();
     if (!input.device)

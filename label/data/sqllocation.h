@@ -18,10 +18,10 @@ struct VX_LABEL_EXPORT SqlLocation
     /// - `postgresql://user@host:5432/database` or `postgres:`, with the options sslmode, sslrootcert and
     ///   target_session_attrs behind a "?". What is left out is what the server's client library takes it
     ///   for.
-    /// - `odbc:DSN=prices;UID=user`: a connection string. It may name a data source, or a driver as
-    /// odbcinst.ini
-    ///   does, and the server, database and user; what else a driver can be told, its own path included,
-    ///   belongs in a data source, since it can have a driver load and write files.
+    /// - `odbc:DSN=prices;UID=user`: a connection string. It may name a data source, or a driver by its name
+    /// in
+    ///   odbcinst.ini, and the server, database and user; what else a driver can be told, its own path
+    ///   included, belongs in a data source, since it can have a driver load and write files.
     ///
     /// "%20" stands for a blank in the first two. Nothing, with the reason in problems, for any other text,
     /// and for one with a password, which is not repeated there.

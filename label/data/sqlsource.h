@@ -26,7 +26,7 @@ class VX_LABEL_EXPORT SqlSource final : public RowSource
 public:
     struct Options
     {
-        QString passwordFile; ///< whose first line is the password; empty: what the environment says
+        QString passwordFile = {}; ///< whose first line is the password; empty: what the environment says
         std::chrono::milliseconds patience { 10'000 }; ///< for a row; not kept by ODBC drivers
         qint64 maxRows = LabelLimits::MaxRows;
         qint64 maxValueBytes = LabelLimits::MaxValueBytes; ///< of one value, in UTF-8

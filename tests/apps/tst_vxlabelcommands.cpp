@@ -34,6 +34,7 @@ private Q_SLOTS:
     void inspectsPictures();
     void inspectsForPrograms();
     void inspectsContainers();
+    void inspectsSources();
     void convertsWithoutLoss_data();
     void convertsWithoutLoss();
     void runsWithoutEnvironment();
@@ -390,6 +391,27 @@ void tst_VxLabelCommands::inspectsForPrograms()
 }
 )"));
     QCOMPARE(result.code, 0);
+}
+
+void tst_VxLabelCommands::inspectsSources()
+{
+    QJsonObject label = smallLabel();
+    label[u"sources"_s] = QJsonArray { QJsonObject { { u"id"_s, 2 }, { u"kind"_s, u"sql"_s },
+                                           { u"location"_s, u"sqlite:shop.db"_s },
+                                           { u"query"_s, u"SELECT *\nFROM labels"_s } },
+        QJsonObject { { u"id"_s, 5 }, { u"kind"_s, u"counter"_s }, { u"start"_s, 100 } } };
+    label[u"items"_s] = QJsonArray { QJsonObject { { u"itemShape"_s, 65557 }, { u"itemText"_s, u"x"_s },
+        { u"itemDatasourceId"_s, 2 }, { u"itemDatasourceField"_s, u"sku"_s } } };
+    write(u"bound.vxl"_s, toJson(label));
+    const QByteArray table = run({ u"inspect"_s, u"bound.vxl"_s }).out;
+    QVERIFY2(table.contains("\nsource  2 sql, location sqlite:shop.db, query SELECT * FROM labels\n"
+                            "source  5 counter, start 100\n"),
+        table);
+    const QJsonObject json
+        = QJsonDocument::fromJson(run({ u"inspect"_s, u"bound.vxl"_s, u"--json"_s }).out).object();
+    QCOMPARE(json[u"sources"_s].toArray(), label[u"sources"_s].toArray());
+    QCOMPARE(json[u"items"_s][0][u"source"_s].toObject(),
+        QJsonObject({ { u"id"_s, 2 }, { u"field"_s, u"sku"_s } }));
 }
 
 void tst_VxLabelCommands::convertsWithoutLoss_data()

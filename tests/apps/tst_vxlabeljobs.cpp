@@ -40,6 +40,7 @@ private Q_SLOTS:
     void sharesAreMerged();
     void whatCannotBeMerged_data();
     void whatCannotBeMerged();
+    void sharesOfOtherDataAreNotMerged();
     void whatCannotBeShared();
 
 private:
@@ -229,10 +230,13 @@ void tst_VxLabelJobs::whatCannotBeMerged_data()
             + "row 41: belongs to another share\nvxlabel: m.jsonl: 1 of 40 rows are missing: 40; print them "
               "with "
               "--resume\n");
-    row("no end", u"{\"rows\":40}\n"_s, {}, all,
+    row("no end", u"\"rows\":40}\n"_s, u"\"rows\":40"_s, all,
         second + "is of a batch that has not come to its end; run share 1/3 again with --resume\n");
-    row("other data", u"{\"rows\":40}"_s, u"{\"rows\":41}"_s, all,
-        second + "has 41 rows, and others 40; print all shares of the same data\n");
+    row("other data", u"\"rows\":40}"_s, u"\"rows\":41}"_s, all,
+        second
+            + "is of other data than out/manifest.0-of-3.jsonl; print all shares of the same rows in the "
+              "same "
+              "order\n");
     row("another batch", u"\"resolution\":100"_s, u"\"resolution\":200"_s, all,
         second
             + "is of another batch than out/manifest.0-of-3.jsonl; use manifests of one label, printed with "
@@ -260,6 +264,21 @@ void tst_VxLabelJobs::whatCannotBeMerged()
         arguments.append(u"out/manifest.%1-of-3.jsonl"_s.arg(part));
     expect(arguments, 3, {}, "vxlabel: " + err);
     QVERIFY(!files().contains(u"m.jsonl"_s));
+}
+
+/// As a database may answer in another order each time.
+void tst_VxLabelJobs::sharesOfOtherDataAreNotMerged()
+{
+    write(u"prices.csv"_s, "sku,name,price\nA,a,1\nB,b,1\nC,c,1\nD,d,1\n");
+    QCOMPARE(run(batchInto(u"out"_s, { u"--shard"_s, u"0/2"_s })).code, 0);
+    write(u"prices.csv"_s, "sku,name,price\nB,b,1\nA,a,1\nC,c,1\nD,d,1\n");
+    QCOMPARE(run(batchInto(u"out"_s, { u"--shard"_s, u"1/2"_s })).code, 0);
+    expect(
+        { u"merge"_s, u"-o"_s, u"m.jsonl"_s, u"out/manifest.0-of-2.jsonl"_s, u"out/manifest.1-of-2.jsonl"_s },
+        3, {},
+        "vxlabel: out/manifest.1-of-2.jsonl: is of other data than out/manifest.0-of-2.jsonl; print all "
+        "shares of the "
+        "same rows in the same order\n");
 }
 
 void tst_VxLabelJobs::whatCannotBeShared()

@@ -196,17 +196,17 @@ void tst_Manifest::rowsAreInOrderAtTheEnd()
 void tst_Manifest::theEndTellsHowManyRowsThereAre()
 {
     const QByteArray rows = lineOf(printedLine, 1) + lineOf(failedLine, 2);
-    const QByteArray end = "{\"rows\":2}\n";
+    const QByteArray end = "{\"digest\":\"ab\",\"rows\":2}\n";
     write(headLine + lineOf(failedLine, 2) + lineOf(printedLine, 1));
     Problems problems;
-    QVERIFY(resumed()->finish(2, problems));
+    QVERIFY(resumed()->finish(Manifest::End { 2, "ab" }, problems));
     QCOMPARE(content(), headLine + rows + end);
     // One that goes on has no end yet.
     const auto manifest = resumed();
     QCOMPARE(content(), headLine + rows);
     QVERIFY(manifest->append(printed(3), problems));
-    QVERIFY(manifest->finish(3, problems));
-    QCOMPARE(content(), headLine + rows + lineOf(printedLine, 3) + "{\"rows\":3}\n");
+    QVERIFY(manifest->finish(Manifest::End { 3, "cd" }, problems));
+    QCOMPARE(content(), headLine + rows + lineOf(printedLine, 3) + "{\"digest\":\"cd\",\"rows\":3}\n");
 }
 
 void tst_Manifest::twoProcessesDoNotWriteOne()

@@ -17,7 +17,10 @@ class App;
 /// What the arguments tell about the data.
 struct DataArguments
 {
-    std::string location; ///< empty: the source that the label names
+    std::string location; ///< a file, the URL of a database, or "@2" for that source of the label; empty: its
+                          ///< only one
+    std::string query;
+    std::string passwordFile;
     std::string kind; ///< "csv" or "json"; empty: as the ending tells
     std::string encoding;
     std::string delimiter;
