@@ -14,10 +14,11 @@ if(VX_SANITIZE)
     target_link_options(vx_options INTERFACE -fsanitize=${VX_SANITIZE})
 endif()
 
-# vx_precompile_headers(<target>): a third less to compile; builds without show what a source forgot to include.
+# vx_precompile_headers(<target> [<header>…]): a third less to compile; builds without show what a source forgot to
+# include. Large headers of other libraries may be added.
 function(vx_precompile_headers target)
     if(VX_PRECOMPILED_HEADERS)
-        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/precompiled.h")
+        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/precompiled.h" ${ARGN})
     endif()
 endfunction()
 
