@@ -272,7 +272,7 @@ void tst_VxLabelJobs::sharesOfOtherDataAreNotMerged()
     write(u"prices.csv"_s, "sku,name,price\nA,a,1\nB,b,1\nC,c,1\nD,d,1\n");
     QCOMPARE(run(batchInto(u"out"_s, { u"--shard"_s, u"0/2"_s })).code, 0);
     write(u"prices.csv"_s, "sku,name,price\nB,b,1\nA,a,1\nC,c,1\nD,d,1\n");
-    QCOMPARE(run(batchInto(u"out"_s, { u"--shard"_s, u"1/2"_s })).code, 0);
+    QCOMPARE(run(batchInto(u"out"_s, { u"--shard"_s, u"1/2"_s, u"--force"_s })).code, 0);
     expect(
         { u"merge"_s, u"-o"_s, u"m.jsonl"_s, u"out/manifest.0-of-2.jsonl"_s, u"out/manifest.1-of-2.jsonl"_s },
         3, {},
