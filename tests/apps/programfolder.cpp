@@ -84,6 +84,14 @@ QStringList ProgramFolder::files(const QString &folder) const
         .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
+std::map<QString, QByteArray> ProgramFolder::contentsOf(const QString &folder) const
+{
+    std::map<QString, QByteArray> contents;
+    for (const QString &name : files(folder))
+        contents[name] = read(folder + u'/' + name);
+    return contents;
+}
+
 std::unique_ptr<QProcess> ProgramFolder::start(const QString &command, const QStringList &arguments) const
 {
     auto process = std::make_unique<QProcess>();
@@ -105,6 +113,13 @@ ProgramResult ProgramFolder::runCommand(const QString &command, const QStringLis
 ProgramResult ProgramFolder::run(const QStringList &arguments) const
 {
     return runCommand(program(), arguments);
+}
+
+void ProgramFolder::expect(const QStringList &arguments, int code, const QByteArray &err) const
+{
+    const ProgramResult result = run(arguments);
+    QCOMPARE(result.err, err);
+    QCOMPARE(result.code, code);
 }
 
 void ProgramFolder::convert(const QStringList &labels) const

@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <map>
 #include <memory>
 
 /// What a program has answered.
@@ -35,11 +36,15 @@ public:
     void write(const QString &name, const QByteArray &content) const;
     [[nodiscard]] QByteArray read(const QString &name) const;
     [[nodiscard]] QStringList files(const QString &folder = {}) const;
+    /// The contents of all files of a folder, by their names.
+    [[nodiscard]] std::map<QString, QByteArray> contentsOf(const QString &folder) const;
 
     [[nodiscard]] std::unique_ptr<QProcess> start(const QString &command, const QStringList &arguments) const;
     [[nodiscard]] ProgramResult runCommand(const QString &command, const QStringList &arguments) const;
     /// Runs vxlabel.
     [[nodiscard]] ProgramResult run(const QStringList &arguments) const;
+    /// Runs vxlabel, and compares what it answers.
+    void expect(const QStringList &arguments, int code, const QByteArray &err = {}) const;
     /// Converts each label to the next, which must go without a word.
     void convert(const QStringList &labels) const;
 

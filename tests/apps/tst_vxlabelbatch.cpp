@@ -56,8 +56,6 @@ private Q_SLOTS:
     void runsWithoutAScreen();
 
 private:
-    /// Runs, and compares what it answers.
-    void expect(const QStringList &arguments, int code, const QByteArray &err = {}) const;
     /// The same prices.
     void makeDatabase() const;
 };
@@ -67,13 +65,6 @@ void tst_VxLabelBatch::init()
     renew();
     write(u"a.vxl"_s, priceLabel());
     write(u"prices.csv"_s, prices);
-}
-
-void tst_VxLabelBatch::expect(const QStringList &arguments, int code, const QByteArray &err) const
-{
-    const ProgramResult result = run(arguments);
-    QCOMPARE(result.err, err);
-    QCOMPARE(result.code, code);
 }
 
 void tst_VxLabelBatch::makeDatabase() const

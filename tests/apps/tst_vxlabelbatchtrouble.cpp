@@ -52,9 +52,6 @@ private Q_SLOTS:
 
 private:
     using Contents = std::map<QString, QByteArray>;
-
-    [[nodiscard]] Contents contentsOf(const QString &folder) const;
-    void expect(const QStringList &arguments, int code, const QByteArray &err = {}) const;
 };
 
 void tst_VxLabelBatchTrouble::init()
@@ -62,21 +59,6 @@ void tst_VxLabelBatchTrouble::init()
     renew();
     write(u"a.vxl"_s, priceLabel());
     write(u"prices.csv"_s, prices);
-}
-
-tst_VxLabelBatchTrouble::Contents tst_VxLabelBatchTrouble::contentsOf(const QString &folder) const
-{
-    Contents contents;
-    for (const QString &name : files(folder))
-        contents[name] = read(folder + u'/' + name);
-    return contents;
-}
-
-void tst_VxLabelBatchTrouble::expect(const QStringList &arguments, int code, const QByteArray &err) const
-{
-    const ProgramResult result = run(arguments);
-    QCOMPARE(result.err, err);
-    QCOMPARE(result.code, code);
 }
 
 void tst_VxLabelBatchTrouble::exitCodesTellWhatHappened_data()

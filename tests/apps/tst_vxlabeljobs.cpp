@@ -46,7 +46,6 @@ private Q_SLOTS:
 private:
     using Contents = std::map<QString, QByteArray>;
 
-    [[nodiscard]] Contents contentsOf(const QString &folder) const;
     void expect(
         const QStringList &arguments, int code, const QByteArray &out, const QByteArray &err = {}) const;
     /// The files of one process.
@@ -62,14 +61,6 @@ void tst_VxLabelJobs::init()
         table += 'S' + QByteArray::number(i) + ",Article " + QByteArray::number(i % 7) + ",2\n";
     write(u"a.vxl"_s, priceLabel());
     write(u"prices.csv"_s, table);
-}
-
-tst_VxLabelJobs::Contents tst_VxLabelJobs::contentsOf(const QString &folder) const
-{
-    Contents contents;
-    for (const QString &name : files(folder))
-        contents[name] = read(folder + u'/' + name);
-    return contents;
 }
 
 void tst_VxLabelJobs::expect(

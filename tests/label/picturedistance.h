@@ -52,7 +52,10 @@ private:
             && !isFar(qBlue(left), qBlue(right));
     }
 
-    [[nodiscard]] double shareOf(int pixels) const { return double(pixels) / m_size.width() / m_size.height(); }
+    [[nodiscard]] double shareOf(int pixels) const
+    {
+        return double(pixels) / m_size.width() / m_size.height();
+    }
 
     QImage m_one;
     QImage m_other;
