@@ -133,6 +133,10 @@ QJsonObject Batch::head() const
         { u"format"_s, m_options.format == BatchOptions::Format::Png ? u"png"_s : u"pbm"_s } };
     if (m_options.shard != Shard())
         head.insert(u"shard"_s, u"%1/%2"_s.arg(m_options.shard.index).arg(m_options.shard.count));
+    if (!m_options.keyColumn.isEmpty())
+        head.insert(u"key"_s, m_options.keyColumn);
+    if (!m_options.copiesColumn.isEmpty())
+        head.insert(u"copies"_s, m_options.copiesColumn);
     if (separation.negative)
         head.insert(u"negative"_s, true);
     if (separation.overprint)
@@ -176,6 +180,8 @@ BatchEnd Batch::run(BatchObserver &observer)
         else
             end = take(result);
     }
+    if (end == BatchEnd::Complete)
+        removeReplaced();
     Problems problems;
     if (!m_manifest->finish(end == BatchEnd::Complete ? std::optional(dataEnd()) : std::nullopt, problems))
         end = BatchEnd::CannotWrite;
@@ -183,6 +189,13 @@ BatchEnd Batch::run(BatchObserver &observer)
         observer.problem(problem);
     m_observer = nullptr;
     return *end;
+}
+
+/// Only now it is known which names no row of any share has.
+void Batch::removeReplaced()
+{
+    for (const ManifestEntry &entry : std::as_const(m_replaced))
+        m_files->takeBack(entry, [this](const QString &name) { return m_names->isGiven(name); });
 }
 
 Manifest::End Batch::dataEnd() const
@@ -237,7 +250,8 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         .key = job.row.values.value(m_keyColumn),
         .digest = job.digest,
         .copies = job.copies.value_or(1) };
-    if (isKept(entry)) {
+    const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
+    if (isKept(before, entry)) {
         ++m_count.kept;
         m_observer->rowDone(m_count);
         return {};
@@ -245,12 +259,13 @@ std::optional<BatchEnd> Batch::print(const Job &job)
     const Problems problems = job.names ? printCopies(job, entry) : Problems { job.problem };
     if (!problems.isEmpty())
         m_files->takeBack(entry);
+    if (before)
+        m_replaced.append(*before);
     return record(job, entry, problems);
 }
 
-bool Batch::isKept(const ManifestEntry &entry)
+bool Batch::isKept(const std::optional<ManifestEntry> &before, const ManifestEntry &entry) const
 {
-    const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
     if (m_options.start == BatchOptions::Start::OnlyFailed)
         return !before || before->isPrinted;
     return before && before->isPrinted && before->digest == entry.digest && m_files->areIntact(*before);

@@ -71,7 +71,8 @@ private:
     [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
     [[nodiscard]] std::optional<BatchEnd> record(
         const Job &job, ManifestEntry &entry, const Problems &problems);
-    [[nodiscard]] bool isKept(const ManifestEntry &entry);
+    [[nodiscard]] bool isKept(const std::optional<ManifestEntry> &before, const ManifestEntry &entry) const;
+    void removeReplaced();
     [[nodiscard]] Manifest::End dataEnd() const;
     [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
     [[nodiscard]] std::optional<QList<QStringList>> namesOf(const Row &row, qint64 copies, Problem &problem);
@@ -96,5 +97,6 @@ private:
     QCryptographicHash m_data { QCryptographicHash::Sha256 }; ///< of all rows so far
     qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
     BatchCount m_count;
+    QList<ManifestEntry> m_replaced; ///< by what was printed anew
     QSet<QString> m_notes; ///< that were told
 };

@@ -85,8 +85,16 @@ std::optional<Problem> PlateFiles::writeFile(const QString &name, const QByteArr
 
 void PlateFiles::takeBack(const ManifestEntry &entry) const
 {
-    for (const ManifestEntry::File &file : entry.files)
-        QFile::remove(pathOf(file));
+    takeBack(entry, [](const QString &) { return false; });
+}
+
+void PlateFiles::takeBack(
+    const ManifestEntry &entry, const std::function<bool(const QString &)> &isGiven) const
+{
+    for (const ManifestEntry::File &file : entry.files) {
+        if (!isGiven(pathOf(file)))
+            QFile::remove(pathOf(file));
+    }
 }
 
 bool PlateFiles::areIntact(const ManifestEntry &entry) const

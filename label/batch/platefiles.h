@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 /// The plates of a batch as files, which the manifest names from its own folder on.
@@ -24,6 +25,9 @@ public:
     [[nodiscard]] bool isBlocked() const { return m_isBlocked; }
     /// Removes the files of an entry. A row that failed has none: nobody is to print what is not on record.
     void takeBack(const ManifestEntry &entry) const;
+    /// The same for files that an earlier run has written, but for those whose paths are given to labels
+    /// again.
+    void takeBack(const ManifestEntry &entry, const std::function<bool(const QString &)> &isGiven) const;
     /// Whether the files of an entry are there, and what they were.
     [[nodiscard]] bool areIntact(const ManifestEntry &entry) const;
 

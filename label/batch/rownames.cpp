@@ -4,15 +4,19 @@
 #include "label/wording.h"
 
 #include <QCryptographicHash>
+#include <QDir>
+#include <QtEndian>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Not every file system tells capital letters apart.
-QByteArray digestOf(const QString &name)
+quint64 digestOf(const QString &name)
 {
-    return QCryptographicHash::hash(name.toCaseFolded().toUtf8(), QCryptographicHash::Sha256).first(16);
+    const QString path = QDir::cleanPath(QDir::current().absoluteFilePath(name)).toCaseFolded();
+    const QByteArray hash = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha256);
+    return qFromBigEndian<quint64>(hash.constData());
 }
 
 } // namespace
@@ -24,8 +28,7 @@ std::optional<QStringList> RowNames::namesFor(const Row &row, qint64 copy, Probl
         const std::optional<QString> name = m_pattern.nameFor({ row, copy }, ink, problem);
         if (!name)
             return {};
-        const QByteArray digest = digestOf(*name);
-        if (m_given.contains(digest)) {
+        if (isGiven(*name)) {
             problem
                 = { row.address, {}, u"another label of this batch has the name "_s + Wording::quoted(*name),
                       u"add {row} or {copy} to the names"_s };
@@ -36,4 +39,9 @@ std::optional<QStringList> RowNames::namesFor(const Row &row, qint64 copy, Probl
     for (const QString &name : std::as_const(names))
         m_given.insert(digestOf(name));
     return names;
+}
+
+bool RowNames::isGiven(const QString &name) const
+{
+    return m_given.contains(digestOf(name));
 }

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void filesAreKeptUnlessForced();
     void onlyFailedRowsArePrintedAgain();
     void changedRowsAndFilesArePrintedAgain();
+    void changedNamesLeaveNoFiles();
     void otherBatchesAreNotResumed();
     void killedBatchesAreResumed();
     void interruptedBatchesEndWithALabel();
@@ -230,12 +231,28 @@ void tst_VxLabelBatchTrouble::changedRowsAndFilesArePrintedAgain()
     QVERIFY(read(u"out/C3.black.png"_s) != whole.at(u"C3.black.png"_s));
 }
 
+/// Whatever the rows were before, there is what there would be if they had always been as they are.
+void tst_VxLabelBatchTrouble::changedNamesLeaveNoFiles()
+{
+    expect(batchOfPrices, 0);
+    write(u"prices.csv"_s, "sku,name,price\nB2,Banana,22\nA1,Apple,1.5\nD4,Dates,3\n");
+    expect(batchOfPrices + QStringList { u"--resume"_s }, 0);
+    const Contents resumed = contentsOf(u"out"_s);
+    QVERIFY(QDir(path(u"out"_s)).removeRecursively());
+    expect(batchOfPrices, 0);
+    QVERIFY(contentsOf(u"out"_s) == resumed);
+}
+
 void tst_VxLabelBatchTrouble::otherBatchesAreNotResumed()
 {
     expect(batchOfPrices, 0);
     expect(batchOfPrices + QStringList { u"--resume"_s, u"--dpi"_s, u"200"_s }, 5,
         "vxlabel: out/manifest.jsonl: the batch was begun with another resolution; resume it as it was "
         "begun, or give "
+        "--force to begin again\n");
+    expect(batchOfPrices + QStringList { u"--resume"_s, u"--copies-field"_s, u"price"_s }, 5,
+        "vxlabel: out/manifest.jsonl: the batch was begun with another copies; resume it as it was begun, or "
+        "give "
         "--force to begin again\n");
     write(u"a.vxl"_s, priceLabel() + '\n');
     expect(batchOfPrices + QStringList { u"--resume"_s }, 5,
