@@ -7,7 +7,7 @@
 #include <QColor>
 
 /// The two colours of a symbol, exchanged in the text of its drawing. A symbol is drawn with #000000 for ink
-/// and #FFFFFF for paper, as attributes or in styles, in capitals; no other writing of a colour is touched.
+/// and \#FFFFFF for paper, as attributes or in styles, in capitals; no other writing of a colour is touched.
 ///
 /// Everything here takes time proportional to the text, whatever it holds.
 namespace SymbolColors {
@@ -44,7 +44,7 @@ struct Inks
 [[nodiscard]] VX_EXPORT QByteArray withFixedStops(const QByteArray &svg);
 
 /// Exchanges black and white for the inks, at once: a white pen and a black fill swap them. What the text
-/// holds of the placeholder #MMMMMM takes the pen. Empty if the result were larger than a drawing may be.
+/// holds of the placeholder \#MMMMMM takes the pen. Empty if the result were larger than a drawing may be.
 [[nodiscard]] VX_EXPORT QByteArray colored(const QByteArray &svg, const Inks &inks);
 /// Turns the inks back into black and white. Where both inks are the same, all of it becomes black.
 [[nodiscard]] VX_EXPORT QByteArray uncolored(const QByteArray &svg, const Inks &inks);
