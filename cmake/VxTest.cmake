@@ -13,7 +13,7 @@ function(vx_add_test path)
     if(first_test)
         target_precompile_headers(${target} REUSE_FROM ${first_test})
     else()
-        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/precompiled.h")
+        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/testheaders.h")
         set_property(GLOBAL PROPERTY VX_FIRST_TEST ${target})
     endif()
     # What moc finds is in the source itself: this one is all but empty, and would take as long as a test.

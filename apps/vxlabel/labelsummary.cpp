@@ -166,7 +166,7 @@ QString headText(const LabelDocument &document)
     head.addRow({ u"inks"_s, inksText(document) });
     head.addRow({ u"dither"_s, DitherNames::of(document.dither()) });
     head.addRow({ u"items"_s, QString::number(ItemTree::count(document)) });
-    for (const QJsonValue &source : DataSourceMap::toJson(document.sources()))
+    for (const QJsonValue source : DataSourceMap::toJson(document.sources()))
         head.addRow({ u"source"_s, sourceText(source.toObject()) });
     return head.text();
 }

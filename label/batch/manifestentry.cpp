@@ -48,15 +48,15 @@ std::optional<ManifestEntry> ManifestEntry::fromLine(const QByteArray &line)
     entry.digest = json.value(u"digest"_s).toString().toLatin1();
     entry.isPrinted = status == printed;
     entry.copies = json.value(u"copies"_s).toInteger(1);
-    for (const QJsonValue &file : json.value(u"files"_s).toArray())
+    for (const QJsonValue file : json.value(u"files"_s).toArray())
         entry.files.append({ file.toObject().value(u"name"_s).toString(),
             file.toObject().value(u"sha256"_s).toString().toLatin1() });
-    for (const QJsonValue &ink : json.value(u"inks"_s).toArray()) {
+    for (const QJsonValue ink : json.value(u"inks"_s).toArray()) {
         const QJsonObject use = ink.toObject();
         entry.inks.append({ use.value(u"name"_s).toString(), use.value(u"dots"_s).toInteger(),
             use.value(u"coverage"_s).toDouble() });
     }
-    for (const QJsonValue &problem : json.value(u"problems"_s).toArray())
+    for (const QJsonValue problem : json.value(u"problems"_s).toArray())
         entry.problems.append(problem.toString());
     return entry;
 }

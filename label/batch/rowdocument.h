@@ -61,7 +61,7 @@ private:
 
     void bindItem(std::size_t index, Problems &problems);
     [[nodiscard]] std::optional<Bound> boundTo(
-        int source, const QString &field, std::size_t index, Problems &problems) const;
+        int id, const QString &field, std::size_t index, Problems &problems) const;
     [[nodiscard]] bool show(Item &item, const Bound &bound, const QString &text, Problem &problem) const;
 
     const LabelDocument &m_label;

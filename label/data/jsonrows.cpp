@@ -43,7 +43,7 @@ std::optional<QString> textOf(const QJsonValue &value)
 QStringList keysOf(const QJsonArray &list)
 {
     std::set<QString> keys;
-    for (const QJsonValue &value : list) {
+    for (const QJsonValue value : list) {
         const QStringList own = value.toObject().keys();
         keys.insert(own.begin(), own.end());
     }
