@@ -20,7 +20,7 @@ namespace {
 qint64 countOf(const QJsonArray &items)
 {
     qint64 count = items.size();
-    for (const QJsonValue &item : items) {
+    for (const QJsonValue item : items) {
         if (ItemMap::isContainer(item.toObject()))
             count += countOf(item.toObject().value(ItemMap::childrenKey).toArray());
     }

@@ -20,8 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double millimetresPerInch = 25.4;
-/// The errors of the encoder from this one on leave no symbol.
-constexpr int firstError = 5;
 /// Decoders expect square modules, and put up with less.
 constexpr double mostStretched = 1.5;
 
@@ -156,7 +154,7 @@ Problem tooLow(const Side &height, double lowestBar, double dpi)
 std::optional<Problem> problemOf(
     const BarcodeItem &item, const PrintedBarcode &barcode, double dpi, double scaling)
 {
-    if (barcode.error >= firstError)
+    if (barcode.isRefused())
         return Problem { {}, {}, reasonOf(barcode.error), adviceFor(barcode.error) };
     if (item.getBarcodeSymbol() == ultracode)
         return Problem { {}, {}, u"its modules have colours of their own, which no plate has"_s,

@@ -44,13 +44,16 @@ struct PrintedBarcode
     QString where; ///< its JSON pointer
     QString name; ///< for people
     QString symbology; ///< "QR Code"; empty for a number of none
-    int error = 0; ///< 5 or more: the encoder refuses the barcode, and no symbol is printed
+    int error = 0; ///< the encoder's; up to 4 it is a warning
     QSizeF modules; ///< how many the symbol is wide and high, with white space; empty if none is printed
     QSizeF dots; ///< how many dots each is wide and high
     bool squareModules = false; ///< of bars, only the width counts
     bool sharp = false; ///< whether all modules have the same whole number of dots
     double lowestBar = 0.0; ///< in dots; of several rows, that of the lowest
     double moduleWidth = 0.0; ///< the X dimension in millimetres
+
+    /// Whether the encoder leaves no symbol.
+    [[nodiscard]] bool isRefused() const { return error >= 5; }
 };
 
 /// A document split into one plate per ink, in the order of its inks. Without overprint a dot belongs to at

@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The errors of the encoder from this one on leave no symbol.
-constexpr int firstEncoderError = 5;
 /// Warnings that differ from row to row are told so often, and no more.
 constexpr qsizetype mostNotes = 100;
 
@@ -330,10 +328,8 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Prob
     m_document->locate(separation->warnings);
     QSet<QString> unreadable;
     for (const PrintedBarcode &barcode : separation->barcodes) {
-        Problems located { { {}, barcode.where, {}, {} } };
-        m_document->locate(located);
-        if (barcode.error >= firstEncoderError)
-            unreadable.insert(located.constFirst().where);
+        if (barcode.isRefused())
+            unreadable.insert(m_document->pointerOf(std::size_t(barcode.item)));
     }
     const auto isFailure = [&](const Problem &warning) { return unreadable.contains(warning.where); };
     std::ranges::copy_if(separation->warnings, std::back_inserter(problems), isFailure);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "label/batch/assetpaths.h"
 #include "label/batch/rowselection.h"
 #include "label/batch/shard.h"
+#include "label/data/assetpaths.h"
 #include "label/separation.h"
 
 #include <QByteArray>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "label/batch/assetpaths.h"
+#include "label/data/assetpaths.h"
 #include "label/problem.h"
 
 #include <QString>

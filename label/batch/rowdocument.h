@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "label/batch/assetpaths.h"
+#include "label/data/assetpaths.h"
 #include "label/data/rowcontent.h"
 #include "label/flatdocument.h"
 #include "label/labeldocument.h"
@@ -43,6 +43,8 @@ public:
     [[nodiscard]] bool show(const Row &row, const RowContent::Context &context, Problems &problems);
     /// The label with the row that was shown last; its items all lie on the page.
     [[nodiscard]] const LabelDocument &document() const { return m_document; }
+    /// The JSON pointer in the label of the item that has this place in document().
+    [[nodiscard]] QString pointerOf(std::size_t item) const { return m_flat.pointerOf(item); }
     /// Lets problems of document() name the items of the label.
     void locate(Problems &problems) const { m_flat.locate(problems); }
     /// Layers that are to be printed, and hidden.

@@ -36,8 +36,6 @@ public:
 
     [[nodiscard]] bool hasInk() const { return has(Kind::Ink); }
     [[nodiscard]] bool hasCopy() const { return has(Kind::Copy); }
-    /// Whether the name depends on the row at all.
-    [[nodiscard]] bool hasRow() const { return has(Kind::Row) || has(Kind::Column); }
 
     /// The name for a label and an ink. Nothing, with the reason in problem, if a value makes it empty,
     /// holds a slash, backslash or control character, or makes a name of a folder or file that is ".", "..",

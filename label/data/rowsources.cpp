@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/data/rowsources.h"
 
-#include "label/batch/assetpaths.h"
+#include "label/data/assetpaths.h"
 #include "label/data/csvsource.h"
 #include "label/data/jsonrows.h"
 #include "label/data/sqlsource.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "label/batch/assetpaths.h"
+#include "label/data/assetpaths.h"
 
 #include "label/wording.h"
 
