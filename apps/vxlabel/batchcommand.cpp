@@ -8,9 +8,9 @@
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/terminal.h"
+#include "label/batch/filedigest.h"
 #include "label/batch/manifestshares.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcessEnvironment>
@@ -59,13 +59,6 @@ AssetPaths assetsOf(const Arguments &arguments, const QString &labelPath)
     for (const std::string &folder : arguments.search)
         folders.append(QFile::decodeName(folder.c_str()));
     return AssetPaths(folders, arguments.allowAnyPath);
-}
-
-QByteArray digestOf(const QString &path)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    return file.open(QIODevice::ReadOnly) && hash.addData(&file) ? hash.result().toHex() : QByteArray();
 }
 
 ExitCode codeOf(const BatchRefusal &refusal)
@@ -204,7 +197,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.manifest = manifestOf(arguments);
     options.separation.dpi = arguments.dpi.value_or(label->document.designDpi());
     options.start = startOf(arguments);
-    options.labelDigest = digestOf(label->path);
+    options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
     options.assets = assetsOf(arguments, label->path);
 

@@ -1,33 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/platefiles.h"
 
+#include "label/batch/filedigest.h"
 #include "label/batch/partfile.h"
 #include "label/platewriter.h"
 #include "label/wording.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QByteArray sha256(const QByteArray &data)
-{
-    return QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex();
-}
-
-bool hasDigest(const QString &path, const QByteArray &digest)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    return file.open(QIODevice::ReadOnly) && hash.addData(&file) && hash.result().toHex() == digest;
-}
-
-} // namespace
 
 PlateFiles::PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite)
     : m_folder(QFileInfo(manifest).absolutePath())
@@ -52,7 +36,7 @@ Problems PlateFiles::write(const Separation &separation, const QStringList &name
         if (const std::optional<Problem> problem = writeFile(name, data))
             return { *problem };
         const QString absolute = QFileInfo(name).absoluteFilePath();
-        entry.files.append({ QDir(m_folder).relativeFilePath(absolute), sha256(data) });
+        entry.files.append({ QDir(m_folder).relativeFilePath(absolute), FileDigest::of(data) });
         if (isFirstCopy)
             entry.inks.append({ plate.ink.name, plate.dots, plate.coverage() });
     }
@@ -99,6 +83,7 @@ void PlateFiles::takeBack(
 
 bool PlateFiles::areIntact(const ManifestEntry &entry) const
 {
-    return std::ranges::all_of(entry.files,
-        [this](const ManifestEntry::File &file) { return hasDigest(pathOf(file), file.sha256); });
+    return std::ranges::all_of(entry.files, [this](const ManifestEntry::File &file) {
+        return !file.sha256.isEmpty() && FileDigest::ofFile(pathOf(file)) == file.sha256;
+    });
 }

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/vxlabelexport.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace FileDigest {
+
+/// The SHA-256 in hexadecimal digits, of bytes or of a file; empty for a file that cannot be read.
+[[nodiscard]] VX_LABEL_EXPORT QByteArray of(const QByteArray &bytes);
+[[nodiscard]] VX_LABEL_EXPORT QByteArray ofFile(const QString &path);
+
+} // namespace FileDigest
