@@ -3,6 +3,30 @@
 
 #include "items/barcode/barcodeitem.h"
 
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// One label asks for each of its barcodes several times, for each of its inks and to know how they come out.
+/// The last ones are therefore kept.
+void encode(Zint::QZint &barcode)
+{
+    static std::array<Zint::QZint, 8> last;
+    static std::size_t next = 0;
+    const auto known = std::ranges::find_if(
+        last, [&barcode](const Zint::QZint &other) { return barcode.encodesLike(other); });
+    if (known != last.end()) {
+        barcode.shareEncoding(*known);
+        return;
+    }
+    (void)barcode.error_int();
+    last[next] = barcode;
+    next = (next + 1) % last.size();
+}
+
+} // namespace
+
 Zint::QZint BarcodeEncoding::of(const BarcodeItem &item)
 {
     constexpr int unicodeInput = 1;
@@ -25,6 +49,7 @@ Zint::QZint BarcodeEncoding::of(const BarcodeItem &item)
     barcode.setFontUnderline(item.getItemUnderline());
     barcode.setFgColor(item.getItemTextColor());
     barcode.setBgColor(item.getItemFillColor());
+    encode(barcode);
     return barcode;
 }
 

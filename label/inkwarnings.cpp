@@ -92,27 +92,32 @@ bool showsOwnColors(Item &item)
 
 } // namespace
 
-Problems inkWarnings(const LabelDocument &document)
+Problems inkWarnings(const LabelDocument &document, std::size_t index)
 {
+    Item &item = *document.items()[index];
+    if (!item.getItemIsVisible())
+        return {};
     Problems warnings;
-    for (std::size_t i = 0; i < document.items().size(); ++i) {
-        Item &item = *document.items()[i];
-        const QString where = u"/items/%1"_s.arg(i);
-        if (item.getItemIsVisible() && isMissing(item))
-            warnings.append({ {}, where,
-                u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(Wording::item(item)),
-                u"load it again"_s });
-        if (item.getItemIsVisible() && showsOwnColors(item))
-            warnings.append({ {}, where,
-                u"each ink prints what %1 holds besides its pen and its fill colour"_s.arg(
-                    Wording::item(item)),
-                u"draw it in #000000 and #FFFFFF alone, or show it as an SVG drawing"_s });
-        const QStringList parts = item.getItemIsVisible() ? unprintable(item, document) : QStringList();
-        if (parts.isEmpty())
-            continue;
+    const QString where = u"/items/%1"_s.arg(index);
+    if (isMissing(item))
+        warnings.append({ {}, where,
+            u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(Wording::item(item)),
+            u"load it again"_s });
+    if (showsOwnColors(item))
+        warnings.append({ {}, where,
+            u"each ink prints what %1 holds besides its pen and its fill colour"_s.arg(Wording::item(item)),
+            u"draw it in #000000 and #FFFFFF alone, or show it as an SVG drawing"_s });
+    if (const QStringList parts = unprintable(item, document); !parts.isEmpty())
         warnings.append(
             { {}, where, u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), Wording::item(item)),
                 u"use an ink's colour or add an ink"_s });
-    }
+    return warnings;
+}
+
+Problems inkWarnings(const LabelDocument &document)
+{
+    Problems warnings;
+    for (std::size_t i = 0; i < document.items().size(); ++i)
+        warnings += inkWarnings(document, i);
     return warnings;
 }

@@ -3,6 +3,7 @@
 
 #include "items/core/itemcolors.h"
 #include "items/core/safeimage.h"
+#include "label/gatheredbits.h"
 
 #include <QtEndian>
 
@@ -11,22 +12,12 @@
 
 namespace {
 
-/// Writes 1 for each light pixel and 0 for each dark one: in a grey, the highest bit of any channel. The loop
-/// has no branches, so that compilers do many pixels at a time.
+/// Writes 1 for each light pixel and 0 for each dark one. The loop has no branches, so that compilers do many
+/// pixels at a time.
 void findWhites(const QRgb *pixels, int count, uchar *whites)
 {
-    constexpr int highestBitOfGreen = 15;
     for (int i = 0; i < count; ++i)
-        whites[i] = uchar((pixels[i] >> highestBitOfGreen) & 1U);
-}
-
-/// Eight bytes of 0 or 1 as the bits of one byte, the first one highest, inverted: 1 is black. Each set bit
-/// of the factor moves one of the bytes to its place in the highest byte of the product; no two land on the
-/// same bit.
-uchar blackBits(const uchar *whites)
-{
-    constexpr quint64 gather = 0x8040201008040201U;
-    return uchar(~((qFromLittleEndian<quint64>(whites) * gather) >> 56));
+        whites[i] = OneBit::isLight(pixels[i]);
 }
 
 bool isPlain32Bit(QImage::Format format)
@@ -45,7 +36,7 @@ QImage packed(const QImage &image)
         findWhites(reinterpret_cast<const QRgb *>(image.constScanLine(y)), image.width(), whites.data());
         uchar *bits = mono.scanLine(y);
         for (int byte = 0; byte < bytes; ++byte)
-            bits[byte] = blackBits(&whites[std::size_t(byte) * 8]);
+            bits[byte] = uchar(~gatheredBits(&whites[std::size_t(byte) * 8]));
     }
     return mono;
 }

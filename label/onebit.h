@@ -7,6 +7,13 @@
 
 namespace OneBit {
 
+/// 1 for a light pixel and 0 for a dark one: in a grey, the highest bit of any channel.
+[[nodiscard]] constexpr uchar isLight(QRgb grey)
+{
+    constexpr int highestBitOfGreen = 15;
+    return uchar((grey >> highestBitOfGreen) & 1U);
+}
+
 /// An opaque picture in black, white and the greys between them, which the edges of letters have, as
 /// QImage::Format_Mono: black is what is darker than the middle. Nothing is dithered.
 [[nodiscard]] VX_LABEL_EXPORT QImage fromGreys(const QImage &image);

@@ -13,22 +13,6 @@
 
 namespace {
 
-/// Renders what lies from row top of the page on.
-void renderBand(QImage &band, int top, QGraphicsScene &scene, double scaling)
-{
-    // A dot more on each side: what rounds into the band counts too.
-    const QRectF dots = QRectF(0, top, band.width(), band.height()).adjusted(-1, -1, 1, 1);
-    const QRectF part(dots.topLeft() / scaling, dots.size() / scaling);
-    QPainter painter(&band);
-    painter.setRenderHints(
-        QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform, false);
-    // Patterns keep their size on paper, except that they cannot be finer than the dots.
-    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns, scaling >= 1.0);
-    painter.translate(0, -top);
-    painter.scale(scaling, scaling);
-    scene.render(&painter, part, part, Qt::IgnoreAspectRatio);
-}
-
 void copyRows(const QImage &band, QImage &plate, int top)
 {
     const int rows = std::min(band.height(), plate.height() - top);
@@ -38,6 +22,21 @@ void copyRows(const QImage &band, QImage &plate, int top)
 }
 
 } // namespace
+
+void renderDots(QImage &part, int top, QGraphicsScene &scene, double scaling)
+{
+    // A dot more on each side: what rounds into the band counts too.
+    const QRectF dots = QRectF(0, top, part.width(), part.height()).adjusted(-1, -1, 1, 1);
+    const QRectF area(dots.topLeft() / scaling, dots.size() / scaling);
+    QPainter painter(&part);
+    painter.setRenderHints(
+        QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform, false);
+    // Patterns keep their size on paper, except that they cannot be finer than the dots.
+    painter.setRenderHint(QPainter::NonCosmeticBrushPatterns, scaling >= 1.0);
+    painter.translate(0, -top);
+    painter.scale(scaling, scaling);
+    scene.render(&painter, area, area, Qt::IgnoreAspectRatio);
+}
 
 QImage renderPlate(QGraphicsScene &scene, QSize dots, double scaling, QRgb background, qint64 bandPixels)
 {
@@ -49,7 +48,7 @@ QImage renderPlate(QGraphicsScene &scene, QSize dots, double scaling, QRgb backg
     plate.setColorTable({ ItemColors::whiteRgb, ItemColors::blackRgb });
     for (int top = 0; top < dots.height(); top += rows) {
         band.fill(background);
-        renderBand(band, top, scene, scaling);
+        renderDots(band, top, scene, scaling);
         copyRows(OneBit::fromGreys(band), plate, top);
     }
     return plate;

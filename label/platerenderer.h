@@ -17,3 +17,6 @@ class QGraphicsScene;
 /// way; and so may the phase of fill patterns at a scaling below 1.
 [[nodiscard]] VX_LABEL_EXPORT QImage renderPlate(
     QGraphicsScene &scene, QSize dots, double scaling, QRgb background, qint64 bandPixels);
+
+/// The same for the part of a page that lies in a picture of 32 bits, from row top on, over what it shows.
+void renderDots(QImage &part, int top, QGraphicsScene &scene, double scaling);

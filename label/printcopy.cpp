@@ -158,6 +158,33 @@ bool PrintCopy::reduceTo(const QColor &ink)
     return prints;
 }
 
+QColor PrintCopy::numberOf(const QColor &color) const
+{
+    return QColor::fromRgb(numbered(QRgb(std::max<qsizetype>(m_colors.indexOf(color, 1), 0))));
+}
+
+bool PrintCopy::numberInks()
+{
+    if (m_mode == Mode::Negative || m_backdrop || (!m_text && !m_barcode))
+        return false;
+    const auto numbered = [this](const QColor &color) { return numberOf(color); };
+    const QColor fill = m_fillable ? m_fillable->getItemFillColor() : m_barcode->getItemFillColor();
+    const bool isFilled = fill != ItemColors::transparent && fill != ItemColors::nearWhite;
+    if (m_barcode) {
+        if (isFilled)
+            m_barcode->setItemFillColor(numberOf(fill));
+        if (!m_barsAreClear)
+            m_barcode->setItemTextColor(numberOf(m_barcode->getItemTextColor()));
+        return true;
+    }
+    TextColors::replace(
+        *m_text, numbered, [&](const QColor &pixel) { return numberOf(nearestColor(pixel, m_colors)); });
+    m_text->setItemFillColor(isFilled ? numberOf(fill) : ItemColors::transparent);
+    if (!m_penIsClear)
+        m_text->setItemPenColor(numberOf(m_text->getItemPenColor()));
+    return true;
+}
+
 bool PrintCopy::reduceText(const QColor &ink)
 {
     const auto prints = [&](const QColor &color) { return (color == ink) == (m_mode == Mode::Positive); };

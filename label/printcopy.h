@@ -33,6 +33,13 @@ public:
 
     /// Makes what prints black and the rest white. Returns whether anything prints.
     bool reduceTo(const QColor &ink);
+    /// Instead of that, shows for all inks at once which of them prints: everything takes the colour of a
+    /// number, 0 for what no ink prints and i + 1 for the ink that is i + 1 behind the paper among the
+    /// colours. False, and the copy is of no more use, if the item's inks cannot be told apart like that, as
+    /// those of a gradient.
+    [[nodiscard]] bool numberInks();
+    /// The colour of a number, which is none that an item takes for another thing.
+    [[nodiscard]] static constexpr QRgb numbered(QRgb number) { return 0xFF004000U | number; }
     /// Puts the reduced copy on top of what the scene holds at its z value. The last call.
     void handTo(QGraphicsScene &scene);
 
@@ -41,6 +48,7 @@ private:
     void prepareBarcode();
     void prepareText();
     void separateBackdrop();
+    [[nodiscard]] QColor numberOf(const QColor &color) const;
     [[nodiscard]] bool reduceText(const QColor &ink);
     [[nodiscard]] bool reduceShape(const QColor &ink);
     [[nodiscard]] bool reduceEnds(const QColor &pen, const QColor &ink);

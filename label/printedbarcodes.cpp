@@ -187,19 +187,38 @@ std::optional<Problem> problemOf(
 
 } // namespace
 
+std::optional<PrintedBarcode> PrintedBarcodes::of(
+    const LabelDocument &document, std::size_t index, double dpi)
+{
+    const Item &item = *document.items()[index];
+    const auto *barcode = dynamic_cast<const BarcodeItem *>(&item);
+    if (!barcode || !item.getItemIsVisible())
+        return {};
+    PrintedBarcode result = printed(*barcode, dpi, dpi / document.designDpi());
+    result.item = qsizetype(index);
+    return result;
+}
+
 std::vector<PrintedBarcode> PrintedBarcodes::of(const LabelDocument &document, double dpi)
 {
     std::vector<PrintedBarcode> barcodes;
-    qsizetype index = 0;
-    for (const std::unique_ptr<Item> &item : document.items()) {
-        const auto *barcode = dynamic_cast<const BarcodeItem *>(item.get());
-        if (barcode && item->getItemIsVisible()) {
-            barcodes.push_back(printed(*barcode, dpi, dpi / document.designDpi()));
-            barcodes.back().item = index;
-        }
-        ++index;
+    for (std::size_t i = 0; i < document.items().size(); ++i) {
+        if (std::optional<PrintedBarcode> barcode = of(document, i, dpi))
+            barcodes.push_back(std::move(*barcode));
     }
     return barcodes;
+}
+
+std::optional<Problem> PrintedBarcodes::warning(
+    const LabelDocument &document, const PrintedBarcode &barcode, double dpi)
+{
+    const auto &item = dynamic_cast<const BarcodeItem &>(*document.items()[std::size_t(barcode.item)]);
+    std::optional<Problem> problem = problemOf(item, barcode, dpi, dpi / document.designDpi());
+    if (problem) {
+        problem->where = u"/items/%1"_s.arg(barcode.item);
+        problem->what.prepend(nameOf(item, barcode) + u": "_s);
+    }
+    return problem;
 }
 
 Problems PrintedBarcodes::warnings(
@@ -207,13 +226,8 @@ Problems PrintedBarcodes::warnings(
 {
     Problems warnings;
     for (const PrintedBarcode &barcode : barcodes) {
-        const auto &item = dynamic_cast<const BarcodeItem &>(*document.items()[std::size_t(barcode.item)]);
-        std::optional<Problem> problem = problemOf(item, barcode, dpi, dpi / document.designDpi());
-        if (!problem)
-            continue;
-        problem->where = u"/items/%1"_s.arg(barcode.item);
-        problem->what.prepend(nameOf(item, barcode) + u": "_s);
-        warnings.append(*problem);
+        if (const std::optional<Problem> problem = warning(document, barcode, dpi))
+            warnings.append(*problem);
     }
     return warnings;
 }

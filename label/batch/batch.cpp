@@ -2,6 +2,7 @@
 #include "label/batch/batch.h"
 
 #include "label/batch/manifestshares.h"
+#include "label/batch/platecomposer.h"
 #include "label/data/columnnames.h"
 #include "label/labellimits.h"
 #include "label/printlimits.h"
@@ -83,6 +84,7 @@ bool Batch::prepare(BatchRefusal &refusal)
     refusal.kind = BatchRefusal::Label;
     if (!refusal.problems.isEmpty())
         return false;
+    m_composer = std::make_unique<PlateComposer>(m_document->document(), m_document->boundItems(), m_plates);
     refusal.kind = BatchRefusal::Options;
     if (!prepareColumns(refusal.problems) || !prepareNames(refusal.problems))
         return false;
@@ -320,7 +322,7 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Prob
 {
     std::optional<Separation> separation;
     if (m_document->show(row, { m_options.begin, label }, problems))
-        separation = separate(m_document->document(), m_plates, problems);
+        separation = m_composer->separate(problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (!separation)

@@ -15,6 +15,8 @@
 #include <memory>
 #include <optional>
 
+class PlateComposer;
+
 /// What a batch tells while it runs.
 class VX_LABEL_EXPORT BatchObserver
 {
@@ -86,6 +88,7 @@ private:
     BatchOptions m_options;
     SeparationOptions m_plates; ///< of the labels that m_document shows
     std::unique_ptr<RowDocument> m_document;
+    std::unique_ptr<PlateComposer> m_composer; ///< of m_document
     std::unique_ptr<RowNames> m_names;
     std::unique_ptr<Manifest> m_manifest;
     std::unique_ptr<PlateFiles> m_files;

@@ -105,6 +105,14 @@ bool RowDocument::tellsTime() const
     return std::ranges::any_of(m_bound, [](const Bound &bound) { return bound.content.tellsTime(); });
 }
 
+std::vector<std::size_t> RowDocument::boundItems() const
+{
+    std::vector<std::size_t> items;
+    for (const Bound &bound : m_bound)
+        items.push_back(bound.item);
+    return items;
+}
+
 bool RowDocument::show(const Row &row, const RowContent::Context &context, Problems &problems)
 {
     const qsizetype before = problems.size();

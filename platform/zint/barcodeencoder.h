@@ -117,6 +117,10 @@ public:
     /// 0, a warning (2 to 4: the symbol is drawn), or an error: 5 text too long, 6 text invalid, 7 check
     /// digit wrong, 8 option invalid, and higher.
     [[nodiscard]] int error_int() const;
+    /// Whether another barcode has all settings that the encoded symbol depends on.
+    [[nodiscard]] bool encodesLike(const QZint &other) const { return m_settings == other.m_settings; }
+    /// Takes over what a barcode has encoded that encodesLike() this one.
+    void shareEncoding(const QZint &other) { m_encoded = other.m_encoded; }
 
     /// What people read beside the symbol, with check digits and brackets; empty after an error and for
     /// symbols without such a text.

@@ -19,6 +19,8 @@ struct BarcodeSettings
     int borderWidth = 0; ///< in modules
     int height = 0; ///< in modules; 0: the usual one of the symbol
     int whitespace = 0; ///< left and right, in modules
+
+    friend bool operator==(const BarcodeSettings &, const BarcodeSettings &) = default;
 };
 
 } // namespace Zint

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/platecomposer.h"
+
+#include "items/core/item.h"
+#include "items/core/itemcolors.h"
+#include "items/graphics/imageableitem.h"
+#include "label/inkwarnings.h"
+#include "label/itemmap.h"
+#include "label/itemtree.h"
+#include "label/jsonpointer.h"
+#include "label/labellimits.h"
+#include "label/plates.h"
+#include "label/printedbarcodes.h"
+#include "label/printlimits.h"
+
+#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QPainter>
+
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// So many more documents than were composed may fail to be before no other is tried.
+constexpr qint64 mostFailures = 8;
+
+bool isPicture(const Item &item)
+{
+    return dynamic_cast<const ImageableItem *>(&item) != nullptr;
+}
+
+/// All of a picture's room is taken: its dots depend on what shines through it anywhere.
+void takeWhole(QImage &bits, const Item &picture, double scaling)
+{
+    const QRectF bounds = ItemTree::graphicsOf(picture).sceneBoundingRect();
+    const QRectF dots(bounds.topLeft() * scaling, bounds.size() * scaling);
+    QPainter painter(&bits);
+    painter.fillRect(dots.toAlignedRect().adjusted(-1, -1, 1, 1), Qt::black);
+}
+
+} // namespace
+
+PlateComposer::PlateComposer(
+    const LabelDocument &document, std::vector<std::size_t> changing, const SeparationOptions &options)
+    : m_document(document)
+    , m_changing(std::move(changing))
+    , m_options(options)
+    , m_scenes(document, options)
+{
+}
+
+PlateComposer::~PlateComposer() = default;
+
+bool PlateComposer::isChanging(std::size_t item) const
+{
+    return std::ranges::binary_search(m_changing, item);
+}
+
+std::optional<Separation> PlateComposer::separate(Problems &problems)
+{
+    if (const Problems found = m_isPrepared ? problemsOfChanging() : m_document.problems();
+        !found.isEmpty()) {
+        problems += found;
+        return {};
+    }
+    if (!m_isPrepared)
+        prepare();
+    if (!m_isComposing || m_others > m_composed + mostFailures)
+        return ::separate(m_document, m_options, problems);
+    if (const Problems found = printProblems(m_document, m_options.dpi); !found.isEmpty()) {
+        problems += found;
+        return {};
+    }
+    Separation separation { {}, m_document.paper(), {}, {} };
+    if (!compose(separation.plates)) {
+        ++m_others;
+        return ::separate(m_document, m_options, problems);
+    }
+    ++m_composed;
+    tell(separation);
+    return separation;
+}
+
+Problems PlateComposer::problemsOfChanging() const
+{
+    Problems problems;
+    for (const std::size_t item : m_changing)
+        problems += ItemMap::geometryProblems(
+            *m_document.items()[item], JsonPointer::element(u"/items"_s, qsizetype(item)));
+    return problems;
+}
+
+void PlateComposer::prepare()
+{
+    m_isPrepared = true;
+    m_isComposing = canCompose() && prepareFixed();
+    if (!m_isComposing)
+        return;
+    prepareTaken();
+    m_reports.resize(m_document.items().size());
+    for (std::size_t i = 0; i < m_reports.size(); ++i) {
+        if (!isChanging(i))
+            m_reports[i] = reportOn(i);
+    }
+}
+
+bool PlateComposer::canCompose() const
+{
+    const QSize dots = m_scenes.dots();
+    const auto isPlain = [this](std::size_t item) { return !isPicture(*m_document.items()[item]); };
+    return qint64(dots.width()) * dots.height() <= LabelLimits::BandPixels
+        && std::ranges::all_of(m_changing, isPlain);
+}
+
+bool PlateComposer::prepareFixed()
+{
+    LabelDocument fixed = m_document.withoutItems();
+    for (std::size_t i = 0; i < m_document.items().size(); ++i) {
+        if (!isChanging(i))
+            fixed.addItem(std::unique_ptr<Item>(m_document.items()[i]->createItemCopy()));
+    }
+    m_canvas = std::make_unique<DotCanvas>(m_scenes.dots());
+    return m_canvas->isValid() && Plates::make(fixed, m_options, m_fixed).isEmpty();
+}
+
+void PlateComposer::prepareTaken()
+{
+    m_taken = QImage(m_scenes.dots(), QImage::Format_Mono);
+    m_taken.setColorTable({ ItemColors::whiteRgb, ItemColors::blackRgb });
+    m_taken.fill(0);
+    const std::vector<std::size_t> above = fixedAboveChanging();
+    for (qsizetype ink = 0; ink < m_document.inks().size(); ++ink)
+        takeRoomOf(above, ink);
+}
+
+std::vector<std::size_t> PlateComposer::fixedAboveChanging() const
+{
+    std::vector<std::size_t> order(m_document.items().size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(
+        order, {}, [this](std::size_t item) { return m_document.items()[item]->getItemZValue(); });
+    const auto isOfThese = [this](std::size_t item) { return isChanging(item); };
+    std::vector<std::size_t> above(std::ranges::find_if(order, isOfThese), order.end());
+    std::erase_if(above, isOfThese);
+    return above;
+}
+
+void PlateComposer::takeRoomOf(const std::vector<std::size_t> &items, qsizetype ink)
+{
+    std::vector<std::size_t> plain;
+    for (const std::size_t item : items) {
+        const Item &fixed = *m_document.items()[item];
+        if (!isPicture(fixed))
+            plain.push_back(item);
+        else if (fixed.getItemIsVisible())
+            takeWhole(m_taken, fixed, m_scenes.scaling());
+    }
+    paintInk(plain, ink);
+    m_canvas->moveCoverTo(m_taken);
+}
+
+/// Adds each item to a scene, and paints that. False if one cannot be added.
+template <typename Add> bool PlateComposer::paint(const std::vector<std::size_t> &items, Add add)
+{
+    QGraphicsScene scene(QRectF(QPointF(), m_document.pageSizeInUnits()));
+    scene.setItemIndexMethod(QGraphicsScene::NoIndex);
+    for (const std::size_t item : items) {
+        if (!add(scene, *m_document.items()[item]))
+            return false;
+    }
+    m_canvas->paint(scene, m_scenes.scaling());
+    return true;
+}
+
+void PlateComposer::paintInk(const std::vector<std::size_t> &items, qsizetype ink)
+{
+    (void)paint(items, [&](QGraphicsScene &scene, Item &item) {
+        m_scenes.add(scene, item, ink);
+        return true;
+    });
+}
+
+bool PlateComposer::compose(std::vector<Plate> &plates)
+{
+    plates = m_fixed;
+    if (!putChangingOn(plates))
+        return false;
+    Plates::finish(plates, m_options);
+    return true;
+}
+
+/// All inks at once where that can be.
+bool PlateComposer::putChangingOn(std::vector<Plate> &plates)
+{
+    if (paint(m_changing,
+            [this](QGraphicsScene &scene, Item &item) { return m_scenes.addNumbered(scene, item); }))
+        return m_canvas->moveNumbersTo(plates, m_taken);
+    for (qsizetype ink = 0; ink < m_document.inks().size(); ++ink) {
+        paintInk(m_changing, ink);
+        if (!m_canvas->moveTo(plates[std::size_t(ink)].image, m_taken))
+            return false;
+    }
+    return true;
+}
+
+PlateComposer::Report PlateComposer::reportOn(std::size_t item) const
+{
+    Report report { inkWarnings(m_document, item), PrintedBarcodes::of(m_document, item, m_options.dpi), {} };
+    if (report.barcode) {
+        report.barcode->where = JsonPointer::element(u"/items"_s, qsizetype(item));
+        report.unreadable = PrintedBarcodes::warning(m_document, *report.barcode, m_options.dpi);
+    }
+    return report;
+}
+
+/// First the warnings of all items about colours, then those about barcodes.
+void PlateComposer::tell(Separation &separation)
+{
+    for (const std::size_t item : m_changing)
+        m_reports[item] = reportOn(item);
+    for (const Report &report : m_reports)
+        separation.warnings += report.warnings;
+    for (const Report &report : m_reports) {
+        if (report.barcode)
+            separation.barcodes.push_back(*report.barcode);
+        if (report.unreadable)
+            separation.warnings.append(*report.unreadable);
+    }
+}
