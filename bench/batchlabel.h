@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -48,6 +49,15 @@ inline Row rowOf(int number)
             .arg(digits)
             .leftJustified(47, QLatin1Char('0')),
         QStringLiteral("PART-%1-%2").arg(digits).arg(number % 1000, 3, 10, QLatin1Char('0')) };
+}
+
+/// The names of a row's values.
+inline const QStringList columns { QStringLiteral("part"), QStringLiteral("name"), QStringLiteral("place"),
+    QStringLiteral("qr"), QStringLiteral("bars") };
+
+inline QStringList valuesOf(const Row &row)
+{
+    return { row.texts[0], row.texts[1], row.texts[2], row.qr, row.bars };
 }
 
 /// Rings and a bar, in black, white and red.

@@ -1,14 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "bench/boundpdf.h"
+#include "bench/itemlabel.h"
 #include "bench/pair.h"
 #include "bench/support.h"
-#include "items/barcode/barcodeitem.h"
-#include "items/containers/groupitem.h"
-#include "items/graphics/pixmapitem.h"
-#include "items/shapes/rectangleitem.h"
-#include "items/text/simpletextitem.h"
-#include "label/itemtree.h"
-#include "label/labeldocument.h"
 #include "label/pdf/pdfpages.h"
 
 #include <QFile>
@@ -23,91 +17,9 @@ namespace {
 
 constexpr double mostTime = 1.0 / 0.70; ///< of that of plain painting
 
-template <typename Type> Type *add(std::vector<std::unique_ptr<Item>> &items, QPointF at)
-{
-    auto item = std::make_unique<Type>();
-    item->setPos(at);
-    Type *added = item.get();
-    items.push_back(std::move(item));
-    return added;
-}
-
-/// The label as items of a document, on the page or all in a group.
-class Label
-{
-public:
-    explicit Label(bool grouped)
-    {
-        m_document.setPageSize(BatchLabel::millimetres);
-        m_document.setDesignDpi(BatchLabel::dpi);
-        std::vector<std::unique_ptr<Item>> items;
-        addFrame(items);
-        addLogo(items);
-        for (const BatchLabel::TextPlace &place : BatchLabel::textPlaces)
-            addText(items, place);
-        addBarcode(items, 58, BatchLabel::qr);
-        addBarcode(items, 20, BatchLabel::bars);
-        if (grouped) {
-            auto group = std::make_unique<GroupItem>();
-            ItemTree::join(*group, std::move(items));
-            m_document.addItem(std::move(group));
-            return;
-        }
-        for (std::unique_ptr<Item> &item : items)
-            m_document.addItem(std::move(item));
-    }
-
-    void show(const BatchLabel::Row &row)
-    {
-        for (std::size_t i = 0; i < row.texts.size(); ++i)
-            m_values[i]->setItemData(row.texts[i]);
-        m_values[3]->setItemData(row.qr);
-        m_values[4]->setItemData(row.bars);
-    }
-
-    [[nodiscard]] const LabelDocument &document() const { return m_document; }
-
-private:
-    using Items = std::vector<std::unique_ptr<Item>>;
-
-    static void addFrame(Items &items)
-    {
-        auto *frame = add<RectangleItem>(items, BatchLabel::frame.topLeft());
-        frame->setItemSize(BatchLabel::frame.size());
-        frame->setItemPenWidth(BatchLabel::frameWidth);
-        frame->setItemFillColor(Qt::transparent);
-    }
-
-    static void addLogo(Items &items)
-    {
-        add<PixMapItem>(items, BatchLabel::logoAt)->setPixmap(QPixmap::fromImage(BatchLabel::logo()));
-    }
-
-    void addText(Items &items, const BatchLabel::TextPlace &place)
-    {
-        auto *text = add<SimpleTextItem>(items, place.topLeft);
-        text->setItemFontFamily(BatchLabel::fontFamily);
-        text->setItemFontSize(place.pixels);
-        text->setItemBold(false);
-        m_values.push_back(text);
-    }
-
-    void addBarcode(Items &items, short symbol, const QRectF &place)
-    {
-        auto *barcode = add<BarcodeItem>(items, place.topLeft());
-        barcode->setBarcodeSymbol(symbol);
-        barcode->setBarcodeHideText(true);
-        barcode->setItemSize(place.size());
-        m_values.push_back(barcode);
-    }
-
-    LabelDocument m_document;
-    std::vector<IDatasourceItem *> m_values;
-};
-
 /// Calls a function with the number of each page.
 template <typename Pages>
-void writeOurs(Label &label, const QString &path, int labels, benchmark::State &state, Pages &&written)
+void writeOurs(ItemLabel &label, const QString &path, int labels, benchmark::State &state, Pages &&written)
 {
     QFile file(path);
     Problems problems;
@@ -134,7 +46,7 @@ void writeBound(const QString &path, int labels)
 void labels(benchmark::State &state)
 {
     const QTemporaryDir folder;
-    Label label(state.range(1) != 0);
+    ItemLabel label(state.range(1) != 0);
     const int count = int(state.range(0));
     Pair::compare(
         state, mostTime, count,
@@ -156,7 +68,7 @@ double memory()
 void memoryOfPages(benchmark::State &state)
 {
     const QTemporaryDir folder;
-    Label label(false);
+    ItemLabel label(false);
     for (auto _ : state) {
         double before = 0.0;
         writeOurs(label, folder.filePath(QStringLiteral("ours.pdf")), 11'000, state, [&](int page) {

@@ -69,7 +69,7 @@ void RowDocument::bindItem(std::size_t index, Problems &problems)
     else if (const QString text = BoundContent::templateOf(item); RowTemplate::hasPlaces(text)) {
         if (std::optional<RowContent> content
             = RowContent::ofTemplate(text, markupOf(item), m_options.columns, found))
-            bound = Bound { index, Kind::Template, std::move(*content) };
+            bound = Bound { index, Kind::Template, std::move(*content), {} };
     }
     addProblems(found, item, m_flat.pointerOf(index), problems);
     if (bound)
@@ -84,7 +84,8 @@ std::optional<RowDocument::Bound> RowDocument::boundTo(
     if (source && source->isFunction()) {
         const Item &item = *m_flat.document().items()[index];
         content = RowContent::ofFunction(*source, markupOf(item), m_options.columns, problems);
-        return content ? std::optional(Bound { index, Kind::Function, std::move(*content) }) : std::nullopt;
+        return content ? std::optional(Bound { index, Kind::Function, std::move(*content), {} })
+                       : std::nullopt;
     }
     if (m_options.rowSource && m_options.rowSource != id) {
         problems.append({ {}, {}, u"takes its content from source %1"_s.arg(id),
@@ -92,7 +93,7 @@ std::optional<RowDocument::Bound> RowDocument::boundTo(
         return {};
     }
     content = RowContent::ofColumn(field, m_options.columns, problems);
-    return content ? std::optional(Bound { index, Kind::Value, std::move(*content) }) : std::nullopt;
+    return content ? std::optional(Bound { index, Kind::Value, std::move(*content), {} }) : std::nullopt;
 }
 
 bool RowDocument::countsLabels() const
@@ -116,13 +117,17 @@ std::vector<std::size_t> RowDocument::boundItems() const
 bool RowDocument::show(const Row &row, const RowContent::Context &context, Problems &problems)
 {
     const qsizetype before = problems.size();
-    for (const Bound &bound : m_bound) {
+    for (Bound &bound : m_bound) {
+        Problem problem;
+        std::optional<QString> text = bound.content.textFor(row, context, problem);
+        if (text && text == bound.shown)
+            continue;
         const std::unique_ptr<Item> &designed = m_flat.document().items()[bound.item];
         std::unique_ptr<Item> item(designed->createItemCopy());
-        Problem problem;
-        const std::optional<QString> text = bound.content.textFor(row, context, problem);
-        if (!text || !show(*item, bound, *text, problem))
+        const bool isShown = text && show(*item, bound, *text, problem);
+        if (!isShown)
             addProblems({ problem }, *designed, m_flat.pointerOf(bound.item), problems);
+        bound.shown = isShown ? std::move(text) : std::nullopt;
         m_document.replaceItem(bound.item, std::move(item));
     }
     return problems.size() == before;

@@ -59,6 +59,7 @@ private:
         std::size_t item; ///< its place in the flat document
         Kind kind;
         RowContent content;
+        std::optional<QString> shown; ///< by the item as it is
     };
 
     RowDocument(const LabelDocument &label, const BindingOptions &options);
