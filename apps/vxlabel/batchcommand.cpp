@@ -8,6 +8,7 @@
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/worker.h"
 #include "label/batch/filedigest.h"
 #include "label/batch/manifestshares.h"
 
@@ -199,6 +200,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.start = startOf(arguments);
     options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
+    options.mostFileBytes = Worker::limits().fileBytes();
     options.assets = assetsOf(arguments, label->path);
 
     BatchRefusal refusal;
@@ -209,7 +211,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), label->path);
     const BatchEnd end = batch->run(progress);
     progress.finish(batch->count());
-    const bool isTold = Terminal::print(summaryOf(batch->count()));
+    const bool isTold = Terminal::print(summaryOf(progress.ofAllWorkers(batch->count())));
     const ExitCode code = codeOf(end, batch->count());
     return code != ExitCode::Ok ? code : isTold ? label->outcome : ExitCode::CannotWrite;
 }
@@ -226,8 +228,19 @@ QDateTime beginOf(const Arguments &arguments)
     return begin.isEmpty() ? QDateTime::currentDateTime() : QDateTime::fromString(begin, Qt::ISODate);
 }
 
+/// Another worker goes on where one has come to its end; what comes from standard input has gone by.
+void goOnBehindLostRows(Arguments &arguments)
+{
+    if (arguments.data.location != "-")
+        Worker::letOthersGoOn();
+    arguments.batch.lostRows = Worker::lostRows();
+    if (!arguments.batch.lostRows.isEmpty() && !arguments.onlyFailed)
+        arguments.resume = true;
+}
+
 ExitCode runBatch(Arguments arguments, BrokenItems broken)
 {
+    goOnBehindLostRows(arguments);
     if (!arguments.batch.begin.isValid())
         arguments.batch.begin = beginOf(arguments);
     // The record of the batch has whole seconds.

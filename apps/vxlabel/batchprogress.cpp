@@ -3,6 +3,7 @@
 
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/worker.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -53,6 +54,7 @@ BatchProgress::Form BatchProgress::usualForm()
 BatchProgress::BatchProgress(Form form, const QString &labelPath)
     : m_form(form)
     , m_labelPath(labelPath)
+    , m_before(Worker::countBefore())
 {
     m_sinceBegin.start();
     m_sinceShown.start();
@@ -70,8 +72,23 @@ void BatchProgress::show(const QByteArray &complaint)
     write(complaint + '\n');
 }
 
+void BatchProgress::rowBegins(qint64 row)
+{
+    Worker::beginRow(row);
+}
+
+BatchCount BatchProgress::ofAllWorkers(BatchCount count) const
+{
+    const qint64 found = std::min(count.kept, m_before.printed);
+    count.printed += found;
+    count.kept -= found;
+    count.labels += m_before.labels;
+    return count;
+}
+
 void BatchProgress::rowDone(const BatchCount &count)
 {
+    Worker::endRow(ofAllWorkers(count));
     if (m_form != Form::None && m_sinceShown.elapsed() >= millisecondsBetween)
         show(count);
 }
@@ -95,7 +112,8 @@ void BatchProgress::show(const BatchCount &count)
 {
     m_sinceShown.restart();
     clearLine();
-    write(m_form == Form::Json ? json(count) : line(count));
+    const BatchCount all = ofAllWorkers(count);
+    write(m_form == Form::Json ? json(all) : line(all));
     m_lineIsShown = m_form == Form::Line;
 }
 

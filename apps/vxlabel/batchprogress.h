@@ -22,8 +22,11 @@ public:
     BatchProgress(Form form, const QString &labelPath);
 
     void problem(const Problem &problem) override;
+    void rowBegins(qint64 row) override;
     void rowDone(const BatchCount &count) override;
     [[nodiscard]] bool isInterrupted() override;
+    /// Counts as printed what workers before this one have printed, which it finds done.
+    [[nodiscard]] BatchCount ofAllWorkers(BatchCount count) const;
     /// A line that another process has told.
     void show(const QByteArray &complaint);
     /// Shows the last state, which stays.
@@ -37,6 +40,7 @@ private:
 
     Form m_form;
     QString m_labelPath;
+    BatchCount m_before; ///< by workers before this one
     QElapsedTimer m_sinceBegin;
     QElapsedTimer m_sinceShown;
     bool m_lineIsShown = false;

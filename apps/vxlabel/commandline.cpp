@@ -2,6 +2,7 @@
 #include "apps/vxlabel/commandline.h"
 
 #include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/worker.h"
 #include "label/labellimits.h"
 #include "label/nearestname.h"
 
@@ -68,7 +69,22 @@ CommandLine::CommandLine()
     m_program.set_version_flag("--version", "vxlabel " VX_VERSION, "Print the version and exit");
     m_program.add_flag(
         "--keep-going", m_keepGoing, "Leave broken items out instead of refusing the label; then exit 1");
+    addLimits();
     m_program.footer(std::string("Help on a command:\n  vxlabel separate --help\n\n") + exitCodes);
+}
+
+void CommandLine::addLimits()
+{
+    const auto add = [this](const char *name, const char *unit, int &value, const char *help) {
+        m_program.add_option(name, value, std::string(help) + "; 0 for any")
+            ->type_name(unit)
+            ->group("Limits")
+            ->check(CLI::Range(0, 1'000'000))
+            ->capture_default_str();
+    };
+    add("--max-memory", "MB", m_limits.megabytes, "The most memory");
+    add("--max-time", "SECONDS", m_limits.seconds, "The most processor time for one label or one row");
+    add("--max-file", "MB", m_limits.fileMegabytes, "The largest file that is written");
 }
 
 CLI::App &CommandLine::addCommand(
@@ -124,6 +140,7 @@ ExitCode CommandLine::refuseUnexpected(const QString &argument) const
 
 ExitCode CommandLine::runJob() const
 {
+    Worker::setLimits(m_limits);
     return m_job(m_keepGoing ? BrokenItems::LeaveOut : BrokenItems::Refuse);
 }
 

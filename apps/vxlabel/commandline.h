@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/vxlabel/exitcode.h"
+#include "apps/vxlabel/worklimits.h"
 #include "label/batch/rowselection.h"
 #include "label/dither.h"
 #include "label/documentfile.h"
@@ -68,6 +69,7 @@ public:
     [[nodiscard]] static CLI::Validator nameCheck();
 
 private:
+    void addLimits();
     /// The command that is given, or the program itself.
     [[nodiscard]] const CLI::App &command() const;
     /// Points to the help when there is no better advice.
@@ -77,5 +79,6 @@ private:
     CLI::App m_program;
     QStringList m_arguments;
     bool m_keepGoing = false;
+    WorkLimits m_limits;
     Job m_job;
 };

@@ -9,7 +9,7 @@
 #include "apps/vxlabel/mergecommand.h"
 #include "apps/vxlabel/rendercommand.h"
 #include "apps/vxlabel/separatecommand.h"
-#include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/worker.h"
 
 #include <new>
 
@@ -37,13 +37,13 @@ ExitCode run(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    Interruption::install();
-    prepareHeadless();
-    try {
-        return int(run(argc, argv));
-    } catch (const std::bad_alloc &) {
-        Terminal::complain({ {}, {}, QStringLiteral("the label needs more memory than there is"),
-            QStringLiteral("use a smaller page, fewer items or a lower --dpi") });
-        return int(ExitCode::BadDocument);
-    }
+    return Worker::run([argc, argv] {
+        Interruption::install();
+        prepareHeadless();
+        try {
+            return int(run(argc, argv));
+        } catch (const std::bad_alloc &) {
+            Worker::endWithoutMemory();
+        }
+    });
 }

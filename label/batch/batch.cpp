@@ -44,6 +44,8 @@ Problem ofRow(const Problem &problem, const QString &address)
 
 BatchObserver::~BatchObserver() = default;
 
+void BatchObserver::rowBegins(qint64 /*row*/) { }
+
 Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options)
     : m_label(label)
     , m_rows(rows)
@@ -54,8 +56,8 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
         m_options.manifest = usualManifest(m_options.pattern);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
     m_plates.layers.clear(); // nothing but their items is left
-    m_files = std::make_unique<PlateFiles>(
-        m_options.manifest, m_options.format, m_options.start != BatchOptions::Start::New);
+    m_files = std::make_unique<PlateFiles>(m_options.manifest, m_options.format,
+        m_options.start != BatchOptions::Start::New, m_options.mostFileBytes);
 }
 
 Batch::~Batch() = default;
@@ -256,7 +258,11 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         m_observer->rowDone(m_count);
         return {};
     }
-    const Problems problems = job.names ? printCopies(job, entry) : Problems { job.problem };
+    m_observer->rowBegins(entry.row);
+    const auto lost = m_options.lostRows.constFind(entry.row);
+    const Problems problems = lost != m_options.lostRows.cend() ? Problems { *lost }
+        : job.names                                             ? printCopies(job, entry)
+                                                                : Problems { job.problem };
     if (!problems.isEmpty())
         m_files->takeBack(entry);
     if (before)

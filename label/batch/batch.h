@@ -25,6 +25,8 @@ public:
 
     /// A row that is not printed, or something that a person should know.
     virtual void problem(const Problem &problem) = 0;
+    /// Before a row is printed; what has been printed already does not come here.
+    virtual void rowBegins(qint64 row);
     /// After each row that was to be printed.
     virtual void rowDone(const BatchCount &count) = 0;
     /// Asked before each row: the batch ends then.

@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QHash>
 #include <QString>
 
 #include <optional>
@@ -33,10 +34,12 @@ struct BatchOptions
     QString keyColumn = {}; ///< by which people know a row; empty: the first one
     QString copiesColumn = {}; ///< tells how often a row is printed; empty: once
     OnError onError = OnError::Skip;
+    qint64 mostFileBytes = 0; ///< of a plate's file; 0 for any
     Start start = Start::New;
     QByteArray labelDigest = {}; ///< of the file of the label: a batch is resumed with the same one only
     std::optional<int> rowSource = {}; ///< see BindingOptions
     AssetPaths assets = AssetPaths({});
+    QHash<qint64, Problem> lostRows = {}; ///< that cannot be printed, by their numbers
     QDateTime begin = {}; ///< what dates and times on labels tell
 };
 

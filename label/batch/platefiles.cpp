@@ -13,10 +13,11 @@
 
 using namespace Qt::StringLiterals;
 
-PlateFiles::PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite)
+PlateFiles::PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite, qint64 mostBytes)
     : m_folder(QFileInfo(manifest).absolutePath())
     , m_format(format)
     , m_overwrite(overwrite)
+    , m_mostBytes(mostBytes)
 {
 }
 
@@ -45,6 +46,12 @@ Problems PlateFiles::write(const Separation &separation, const QStringList &name
 
 std::optional<Problem> PlateFiles::writeFile(const QString &name, const QByteArray &data)
 {
+    if (m_mostBytes > 0 && data.size() > m_mostBytes)
+        return Problem { {}, {},
+            u"%1 would have %2 bytes, more than the %3 that a file may have"_s.arg(Wording::quoted(name))
+                .arg(data.size())
+                .arg(m_mostBytes),
+            u"give a lower --dpi, or --max-file"_s };
     const QFileInfo info(name);
     const bool isTaken = info.exists() || info.isSymLink();
     if (isTaken && !info.isFile())

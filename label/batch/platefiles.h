@@ -16,7 +16,7 @@
 class PlateFiles
 {
 public:
-    PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite);
+    PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite, qint64 mostBytes = 0);
 
     /// Writes a file for each plate, and enters it. What keeps them from being written, if anything does.
     [[nodiscard]] Problems write(
@@ -38,6 +38,7 @@ private:
     QString m_folder; ///< of the manifest, absolute
     BatchOptions::Format m_format;
     bool m_overwrite;
+    qint64 m_mostBytes; ///< of a file; 0 for any
     bool m_isBlocked = false;
     QSet<QString> m_folders; ///< that exist
 };

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "tests/apps/batchlabels.h"
+#include "tests/apps/programfolder.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using namespace BatchLabels;
+
+namespace {
+
+const QStringList batchOfNames { u"batch"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, u"-o"_s,
+    u"out/{sku}.png"_s };
+
+/// A label of one ink that shows a name twice.
+QByteArray nameLabel()
+{
+    return toJson(document({ { u"width"_s, 50.8 }, { u"height"_s, 25.4 }, { u"dpi"_s, 100 } },
+        { ink(u"black"_s, u"#000000"_s) }, { text(5, 5, u"${name}"_s), text(100, 5, u"${name}"_s) }));
+}
+
+/// So many lines take seconds to be laid out, in hundreds of megabytes.
+const QByteArray endless = '"' + QByteArray("ab\n").repeated(450'000) + '"';
+
+/// Three rows, of which the second one has the name.
+QByteArray namesWith(const QByteArray &name)
+{
+    return "sku,name\nA,Apple\nB," + name + "\nC,Cherry\n";
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool memoryIsLimited = false; ///< sanitizers need all addresses
+#else
+constexpr bool memoryIsLimited = true;
+#endif
+
+/// The process that works for another one; 0 if there is none.
+pid_t workerOf(qint64 process)
+{
+    QFile file(u"/proc/%1/task/%1/children"_s.arg(process));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
+}
+
+} // namespace
+
+/// What the program takes of the machine, and what becomes of a batch of which a row takes more.
+class tst_VxLabelLimits : public QObject, private ProgramFolder
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void limitsAreSet_data();
+    void limitsAreSet();
+    void rowsBeyondALimitAreLeftOut_data();
+    void rowsBeyondALimitAreLeftOut();
+    void otherRowsAreAsWithoutIt();
+    void jobsGoOnAsWell();
+    void rowsOfStandardInputEndTheBatch();
+    void labelsBeyondALimitAreRefused();
+    void largeFilesAreRefused();
+    void brokenWorkersLoseTheirRowOnly_data();
+    void brokenWorkersLoseTheirRowOnly();
+    void killedProgramsLeaveNoWorker();
+    void signalsReachTheWorker_data();
+    void signalsReachTheWorker();
+};
+
+void tst_VxLabelLimits::init()
+{
+    renew();
+    write(u"a.vxl"_s, nameLabel());
+    write(u"names.csv"_s, namesWith(endless));
+}
+
+void tst_VxLabelLimits::limitsAreSet_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("line"); // of /proc/PID/limits, soft limit
+    if (memoryIsLimited) {
+        QTest::newRow("memory") << QStringList {} << QByteArray("Max address space 2147483648");
+        QTest::newRow("other memory")
+            << QStringList { u"--max-memory"_s, u"700"_s } << QByteArray("Max address space 734003200");
+    }
+    QTest::newRow("any memory") << QStringList { u"--max-memory"_s, u"0"_s }
+                                << QByteArray("Max address space unlimited");
+    QTest::newRow("files") << QStringList {} << QByteArray("Max file size 4294967296");
+    QTest::newRow("smaller files") << QStringList { u"--max-file"_s, u"3"_s }
+                                   << QByteArray("Max file size 3145728");
+    QTest::newRow("no dumps") << QStringList {} << QByteArray("Max core file size 0");
+    QTest::newRow("any time") << QStringList { u"--max-time"_s, u"0"_s }
+                              << QByteArray("Max cpu time unlimited");
+}
+
+void tst_VxLabelLimits::limitsAreSet()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QByteArray, line);
+    const std::unique_ptr<QProcess> process = start(program(), batchOfNames + arguments);
+    const auto limits = [&] {
+        QFile file(u"/proc/%1/limits"_s.arg(workerOf(process->processId())));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().simplified() : QByteArray();
+    };
+    QTRY_VERIFY2(limits().contains(line + ' '), limits().constData());
+    process->kill();
+    QVERIFY(process->waitForFinished());
+}
+
+void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut_data()
+{
+    QTest::addColumn<QStringList>("limit");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("time") << QStringList { u"--max-time"_s, u"1"_s }
+                          << QByteArray(
+                                 "it takes more than 1 seconds of processor time; use smaller pictures "
+                                 "or a lower --dpi, or give --max-time");
+    if (memoryIsLimited)
+        QTest::newRow("memory") << QStringList { u"--max-memory"_s, u"300"_s }
+                                << QByteArray("it needs more memory than the 300 MB that it may take; use "
+                                              "smaller pictures, a smaller page or a lower --dpi, or give "
+                                              "--max-memory");
+}
+
+void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut()
+{
+    QFETCH(const QStringList, limit);
+    QFETCH(const QByteArray, reason);
+    const ProgramResult result = run(batchOfNames + limit);
+    QCOMPARE(result.err, "vxlabel: names.csv:3: " + reason + '\n');
+    QCOMPARE(result.out, "2 rows printed, 1 failed\n");
+    QCOMPARE(result.code, 1);
+    QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
+    QVERIFY(read(u"out/manifest.jsonl"_s).contains(reason));
+}
+
+void tst_VxLabelLimits::otherRowsAreAsWithoutIt()
+{
+    QCOMPARE(run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s }).code, 1);
+    const auto plate = [this](const QString &name) { return read(u"out/"_s + name); };
+    const QByteArray first = plate(u"A.png"_s);
+    const QByteArray last = plate(u"C.png"_s);
+    write(u"names.csv"_s, namesWith("Banana"));
+    expect(batchOfNames + QStringList { u"--force"_s }, 0);
+    QVERIFY(!first.isEmpty());
+    QCOMPARE(plate(u"A.png"_s), first);
+    QCOMPARE(plate(u"C.png"_s), last);
+}
+
+void tst_VxLabelLimits::jobsGoOnAsWell()
+{
+    const ProgramResult result
+        = run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s, u"--jobs"_s, u"2"_s });
+    QVERIFY2(isOneLine(result.err) && result.err.contains("names.csv:3: it takes more"), result.err);
+    QCOMPARE(result.out, "2 rows printed, 1 failed\n");
+    QCOMPARE(result.code, 1);
+    QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
+}
+
+// They have gone by.
+void tst_VxLabelLimits::rowsOfStandardInputEndTheBatch()
+{
+    const ProgramResult result = runCommand(u"/bin/sh"_s,
+        { u"-c"_s, u"exec \"$0\" batch a.vxl --data - --max-time 1 -o 'out/{sku}.png' <names.csv"_s,
+            program() });
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 seconds"), result.err);
+    QCOMPARE(result.code, 3);
+    QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"manifest.jsonl"_s }));
+}
+
+void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
+{
+    QJsonObject item = text(5, 5, QString::fromLatin1(endless));
+    write(u"b.vxl"_s, toJson(document(smallPage(), { ink(u"black"_s, u"#000000"_s) }, { item, item })));
+    const ProgramResult result = run({ u"separate"_s, u"b.vxl"_s, u"-o"_s, u"."_s, u"--max-time"_s, u"1"_s });
+    QCOMPARE(result.err,
+        "vxlabel: it takes more than 1 seconds of processor time; use smaller pictures or a lower --dpi, or "
+        "give --max-time\n");
+    QCOMPARE(result.code, 3);
+    QCOMPARE(files(), QStringList({ u"a.vxl"_s, u"b.vxl"_s, u"names.csv"_s }));
+}
+
+void tst_VxLabelLimits::largeFilesAreRefused()
+{
+    // 50.8 mm x 25.4 mm at 2400 dpi are 4800 x 2400 dots, 1,440,000 bytes and a header of 13.
+    write(u"names.csv"_s, namesWith("Banana"));
+    const QStringList batch { u"batch"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, u"-o"_s,
+        u"out/{sku}.pbm"_s, u"--format"_s, u"pbm"_s, u"--dpi"_s, u"2400"_s };
+    const ProgramResult result = run(batch + QStringList { u"--max-file"_s, u"1"_s });
+    QVERIFY2(result.err.contains("names.csv:2: \"out/A.pbm\" would have 1440013 bytes, more than the 1048576 "
+                                 "that a file may have; give a lower --dpi, or --max-file\n"),
+        result.err);
+    QCOMPARE(result.err.count('\n'), 3);
+    QCOMPARE(result.code, 1);
+    QCOMPARE(files(u"out"_s), QStringList { u"manifest.jsonl"_s });
+    expect(batch + QStringList { u"--max-file"_s, u"2"_s, u"--resume"_s }, 0);
+}
+
+void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("segmentation fault") << SIGSEGV << QByteArray("Segmentation fault");
+    QTest::newRow("abort") << SIGABRT << QByteArray("Aborted");
+}
+
+void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly()
+{
+    QFETCH(const int, signal);
+    QFETCH(const QByteArray, name);
+    const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
+    QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
+    QTest::qWait(200); // well into the second row
+    QCOMPARE(::kill(workerOf(process->processId()), signal), 0);
+    QVERIFY(process->waitForFinished(patience));
+    QCOMPARE(process->readAllStandardError(),
+        "vxlabel: names.csv:3: the program broke down at it (" + name
+            + "); leave it out, and report it with the label\n");
+    QCOMPARE(process->exitCode(), 1);
+    QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
+}
+
+void tst_VxLabelLimits::killedProgramsLeaveNoWorker()
+{
+    const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
+    QTRY_VERIFY(workerOf(process->processId()) != 0);
+    const pid_t worker = workerOf(process->processId());
+    process->kill();
+    QVERIFY(process->waitForFinished());
+    QTRY_VERIFY(!QFile::exists(u"/proc/%1/fd/1"_s.arg(worker)));
+}
+
+void tst_VxLabelLimits::signalsReachTheWorker_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+}
+
+void tst_VxLabelLimits::signalsReachTheWorker()
+{
+    QFETCH(const int, signal);
+    const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
+    QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
+    ::kill(pid_t(process->processId()), signal);
+    QVERIFY(process->waitForFinished(patience));
+    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process->exitCode(), 130);
+    QCOMPARE(process->readAllStandardError(), "vxlabel: interrupted\n");
+}
+
+QTEST_MAIN(tst_VxLabelLimits)
+#include "tst_vxlabellimits.moc"
