@@ -11,6 +11,7 @@ import calibration_sheet
 import hazard_sign
 import price_sign
 import product_label
+import shelf_batch
 import shelf_label
 import shipping_label
 import spare_parts_label
@@ -39,6 +40,10 @@ def main():
     folder = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent.parent
     for name, sign in SIGNS.items():
         (folder / f"{name}.vxl").write_text(sign.build().to_json(), encoding="utf-8")
+    batch = folder / "batch"
+    batch.mkdir(exist_ok=True)
+    shelf_batch.write_label(batch / "shelf.vxl")
+    shelf_batch.write_database(batch / "shelf.sqlite")
 
 
 if __name__ == "__main__":

@@ -124,7 +124,7 @@ template <typename Take> void DotCanvas::takeGroups(QSize size, Take take)
     const std::size_t stride = (bytes + 3) / 4 * 4;
     for (const QRect &part : std::exchange(m_painted, {})) {
         const std::size_t left = std::size_t(part.left()) / group * group;
-        const auto right = std::size_t(part.right() + 1);
+        const std::size_t right = std::size_t(part.right()) + 1;
         for (int y = part.top(); y <= part.bottom(); ++y) {
             QRgb *row = &m_pixels[std::size_t(y) * m_rowPixels];
             for (std::size_t x = left; x < right; x += group) {
@@ -158,6 +158,7 @@ bool DotCanvas::moveTo(QImage &plate, const QImage &taken)
 bool DotCanvas::moveNumbersTo(std::vector<Plate> &plates, const QImage &taken)
 {
     std::vector<uchar *> bits;
+    bits.reserve(plates.size());
     for (Plate &plate : plates)
         bits.push_back(plate.image.bits());
     const uchar *takenBits = taken.constBits();

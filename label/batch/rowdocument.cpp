@@ -109,6 +109,7 @@ bool RowDocument::tellsTime() const
 std::vector<std::size_t> RowDocument::boundItems() const
 {
     std::vector<std::size_t> items;
+    items.reserve(m_bound.size());
     for (const Bound &bound : m_bound)
         items.push_back(bound.item);
     return items;
