@@ -15,7 +15,12 @@
 /// How a batch is printed.
 struct BatchOptions
 {
-    enum class Format { Png, Pbm };
+    enum class Format {
+        Png,
+        Pbm,
+        Pdf, ///< labels in colour
+        PdfPlates ///< a page for each plate
+    };
     enum class OnError { Skip, Stop };
     enum class Start {
         New, ///< a batch of the same manifest must not be there
@@ -27,6 +32,8 @@ struct BatchOptions
     SeparationOptions separation;
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
+    QString pdf = {}; ///< the PDF that all labels go into, instead of files with names of the pattern
+    QString title = {}; ///< of PDFs
     QString manifest = {}; ///< its path, without the share; empty: see Batch::usualManifest()
     RowSelection rows = {};
     Shard shard = {};
@@ -38,6 +45,8 @@ struct BatchOptions
     std::optional<int> rowSource = {}; ///< see BindingOptions
     AssetPaths assets = AssetPaths({});
     QDateTime begin = {}; ///< what dates and times on labels tell
+
+    [[nodiscard]] bool hasPdfFormat() const { return format == Format::Pdf || format == Format::PdfPlates; }
 };
 
 /// How far a batch is.

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "label/batch/batchhead.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString nameOf(BatchOptions::Format format)
+{
+    switch (format) {
+    case BatchOptions::Format::Png:
+        return u"png"_s;
+    case BatchOptions::Format::Pbm:
+        return u"pbm"_s;
+    case BatchOptions::Format::Pdf:
+        return u"pdf"_s;
+    case BatchOptions::Format::PdfPlates:
+        return u"pdf-plates"_s;
+    }
+    return {};
+}
+
+} // namespace
+
+QJsonObject BatchHead::of(const BatchOptions &options, bool tellsTime)
+{
+    const SeparationOptions &separation = options.separation;
+    QJsonObject head { { u"label"_s, QString::fromLatin1(options.labelDigest) },
+        { u"resolution"_s, separation.dpi }, { u"format"_s, nameOf(options.format) } };
+    if (options.pdf.isEmpty())
+        head.insert(u"pattern"_s, QFileInfo(options.pattern).fileName());
+    else
+        head.insert(u"pdf"_s, QFileInfo(options.pdf).fileName());
+    if (options.shard != Shard())
+        head.insert(u"shard"_s, u"%1/%2"_s.arg(options.shard.index).arg(options.shard.count));
+    if (!options.keyColumn.isEmpty())
+        head.insert(u"key"_s, options.keyColumn);
+    if (!options.copiesColumn.isEmpty())
+        head.insert(u"copies"_s, options.copiesColumn);
+    if (separation.negative)
+        head.insert(u"negative"_s, true);
+    if (separation.overprint)
+        head.insert(u"overprint"_s, true);
+    if (separation.dither)
+        head.insert(u"dithering"_s, DitherNames::of(*separation.dither));
+    if (!separation.layers.isEmpty())
+        head.insert(u"layers"_s, separation.layers.join(u','));
+    if (tellsTime)
+        head.insert(u"begin"_s, options.begin.toString(Qt::ISODate));
+    return head;
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include "label/batch/batchoptions.h"
+#include "label/batch/rowoutput.h"
+
+#include <memory>
+
+namespace RowOutputs {
+
+/// What a batch with these options is printed into. filePerInk tells whether the names have a place for the
+/// ink. Null, with the reasons in problems, if the options do not go together.
+[[nodiscard]] std::unique_ptr<RowOutput> of(const BatchOptions &options, bool filePerInk, Problems &problems);
+
+} // namespace RowOutputs
