@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/batchcommand.h"
 
+#include "apps/vxlabel/adjustmentarguments.h"
 #include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
@@ -365,6 +366,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
     CommandLine::addPlateFlags(command, batch.separation.negative, batch.separation.overprint);
     CommandLine::addDither(command, batch.separation.dither);
     CommandLine::addLayers(command, batch.separation.layers);
+    addAdjustmentArguments(command, batch.adjustment);
 }
 
 void addFileArguments(CLI::App &command, Arguments &arguments)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/batch.h"
 
+#include "label/adjust/inkrecoloring.h"
 #include "label/batch/batchhead.h"
 #include "label/batch/manifestshares.h"
 #include "label/batch/rowcheck.h"
@@ -50,13 +51,11 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
     : m_label(label)
     , m_rows(rows)
     , m_options(options)
-    , m_plates(options.separation)
 {
     if (m_options.manifest.isEmpty())
         m_options.manifest
             = m_options.pdf.isEmpty() ? usualManifest(m_options.pattern) : usualManifestOfPdf(m_options.pdf);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
-    m_plates.layers.clear(); // nothing but their items is left
 }
 
 Batch::~Batch() = default;
@@ -83,6 +82,9 @@ std::unique_ptr<Batch> Batch::of(
 
 bool Batch::prepare(BatchRefusal &refusal)
 {
+    refusal.kind = BatchRefusal::Options;
+    if (!prepareAdjustment(refusal.problems))
+        return false;
     const BindingOptions binding { m_rows.columns(), m_options.rowSource, m_options.separation.layers,
         m_options.assets };
     m_document = RowDocument::of(m_label, binding, refusal.problems);
@@ -100,16 +102,26 @@ bool Batch::prepare(BatchRefusal &refusal)
     return m_output->open(refusal.problems) && openManifest(refusal.problems);
 }
 
+bool Batch::prepareAdjustment(Problems &problems)
+{
+    m_adjuster = PlateAdjuster::of(m_label, m_options.separation, m_options.adjustment, problems);
+    if (!m_adjuster)
+        return false;
+    m_plates = m_adjuster->separation();
+    m_plates.layers.clear(); // nothing but their items is left
+    return true;
+}
+
 bool Batch::prepareNames(Problems &problems)
 {
     m_copiesAreFiles = !m_options.pdf.isEmpty();
     if (m_options.pdf.isEmpty()) {
-        m_names = RowNames::of(m_options, m_rows.columns(), m_label.inks(), problems);
+        m_names = RowNames::of(m_options, m_rows.columns(), m_adjuster->inks().printed(), problems);
         if (!m_names)
             return false;
         m_copiesAreFiles = m_names->hasCopy() || m_document->countsLabels();
     }
-    m_output = RowOutputs::of(m_options, m_names && m_names->hasInk(), problems);
+    m_output = RowOutputs::of(m_options, *m_adjuster, m_names && m_names->hasInk(), problems);
     return m_output != nullptr;
 }
 
@@ -146,6 +158,7 @@ BatchEnd Batch::run(BatchObserver &observer)
 {
     m_observer = &observer;
     tell(m_document->warnings());
+    tellKeptColors();
     std::optional<BatchEnd> end;
     while (!end) {
         const RowResult result = m_rows.next();
@@ -328,7 +341,7 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
                                             : RowCheck::of(m_document->document(), m_plates.dpi, problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    if (!separation)
+    if (!separation || !m_adjuster->apply(*separation, problems))
         return {};
     m_document->locate(separation->warnings);
     QSet<QString> unreadable;
@@ -341,6 +354,16 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
     separation->warnings.removeIf(isFailure);
     tell(separation->warnings);
     return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+/// Pictures of a PDF in colour are not printed with other inks.
+void Batch::tellKeptColors()
+{
+    if (m_options.format != BatchOptions::Format::Pdf)
+        return;
+    Problems kept = InkRecoloring::warnings(m_document->document(), m_adjuster->inks());
+    m_document->locate(kept);
+    tell(kept);
 }
 
 void Batch::tell(const Problems &warnings)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/adjust/plateadjuster.h"
 #include "label/batch/batchoptions.h"
 #include "label/batch/manifest.h"
 #include "label/batch/rowdocument.h"
@@ -65,6 +66,7 @@ private:
     Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
 
     [[nodiscard]] bool prepare(BatchRefusal &refusal);
+    [[nodiscard]] bool prepareAdjustment(Problems &problems);
     [[nodiscard]] bool prepareNames(Problems &problems);
     [[nodiscard]] bool prepareColumns(Problems &problems);
     [[nodiscard]] bool openManifest(Problems &problems);
@@ -85,11 +87,13 @@ private:
         const Row &row, qint64 label, With plates, Problems &problems);
     [[nodiscard]] BatchEnd finish(BatchEnd end);
     void tell(const Problems &warnings);
+    void tellKeptColors();
 
     const LabelDocument &m_label;
     RowSource &m_rows;
     BatchOptions m_options;
-    SeparationOptions m_plates; ///< of the labels that m_document shows
+    std::optional<PlateAdjuster> m_adjuster;
+    SeparationOptions m_plates; ///< of the labels that m_document shows, before they are adjusted
     std::unique_ptr<RowDocument> m_document;
     std::unique_ptr<RowNames> m_names; ///< null if all labels go into one file
     std::unique_ptr<Manifest> m_manifest;

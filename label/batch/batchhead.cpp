@@ -22,6 +22,22 @@ QString nameOf(BatchOptions::Format format)
     return {};
 }
 
+void addAdjustment(const PrintAdjustment &adjustment, QJsonObject &head)
+{
+    if (adjustment.rotation != 0)
+        head.insert(u"rotation"_s, adjustment.rotation);
+    if (adjustment.mirror)
+        head.insert(u"mirror"_s, true);
+    if (adjustment.offset != LengthPair())
+        head.insert(u"offset"_s, adjustment.offset.text());
+    if (adjustment.scale != 1.0)
+        head.insert(u"scale"_s, adjustment.scale);
+    if (adjustment.keepBlack)
+        head.insert(u"keep black"_s, true);
+    if (!adjustment.replacements.isEmpty())
+        head.insert(u"map"_s, InkReplacement::text(adjustment.replacements));
+}
+
 } // namespace
 
 QJsonObject BatchHead::of(const BatchOptions &options, bool tellsTime)
@@ -47,6 +63,7 @@ QJsonObject BatchHead::of(const BatchOptions &options, bool tellsTime)
         head.insert(u"dithering"_s, DitherNames::of(*separation.dither));
     if (!separation.layers.isEmpty())
         head.insert(u"layers"_s, separation.layers.join(u','));
+    addAdjustment(options.adjustment, head);
     if (tellsTime)
         head.insert(u"begin"_s, options.begin.toString(Qt::ISODate));
     return head;

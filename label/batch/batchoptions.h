@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/adjust/printadjustment.h"
 #include "label/batch/rowselection.h"
 #include "label/batch/shard.h"
 #include "label/data/assetpaths.h"
@@ -30,6 +31,7 @@ struct BatchOptions
     };
 
     SeparationOptions separation;
+    PrintAdjustment adjustment = {};
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
     QString pdf = {}; ///< the PDF that all labels go into, instead of files with names of the pattern

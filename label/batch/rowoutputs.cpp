@@ -9,21 +9,22 @@ using Format = BatchOptions::Format;
 
 namespace {
 
-LabelPages pagesOf(const BatchOptions &options)
+LabelPages pagesOf(const BatchOptions &options, const PlateAdjuster &adjuster)
 {
-    return LabelPages(options.format == Format::Pdf ? LabelPages::Kind::Colored : LabelPages::Kind::Plates);
+    return { options.format == Format::Pdf ? LabelPages::Kind::Colored : LabelPages::Kind::Plates, adjuster };
 }
 
 } // namespace
 
 std::unique_ptr<RowOutput> RowOutputs::of(
-    const BatchOptions &options, bool filePerInk, Problems & /*problems*/)
+    const BatchOptions &options, const PlateAdjuster &adjuster, bool filePerInk, Problems & /*problems*/)
 {
     const bool overwrites = options.start != BatchOptions::Start::New;
     if (!options.pdf.isEmpty())
-        return std::make_unique<PdfDocument>(options.pdf, pagesOf(options), options.title, overwrites);
+        return std::make_unique<PdfDocument>(
+            options.pdf, pagesOf(options, adjuster), options.title, overwrites);
     if (options.hasPdfFormat())
         return std::make_unique<PdfFiles>(
-            options.manifest, pagesOf(options), filePerInk, options.title, overwrites);
+            options.manifest, pagesOf(options, adjuster), filePerInk, options.title, overwrites);
     return std::make_unique<PlateFiles>(options.manifest, options.format, overwrites);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/adjust/plateadjuster.h"
 #include "label/batch/batchoptions.h"
 #include "label/batch/rowoutput.h"
 
@@ -8,8 +9,10 @@
 
 namespace RowOutputs {
 
-/// What a batch with these options is printed into. filePerInk tells whether the names have a place for the
-/// ink. Null, with the reasons in problems, if the options do not go together.
-[[nodiscard]] std::unique_ptr<RowOutput> of(const BatchOptions &options, bool filePerInk, Problems &problems);
+/// What a batch with these options is printed into, whose plates are adjusted already. filePerInk tells
+/// whether the names have a place for the ink. Null, with the reasons in problems, if the options do not go
+/// together.
+[[nodiscard]] std::unique_ptr<RowOutput> of(
+    const BatchOptions &options, const PlateAdjuster &adjuster, bool filePerInk, Problems &problems);
 
 } // namespace RowOutputs

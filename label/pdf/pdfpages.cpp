@@ -129,11 +129,24 @@ public:
                 painter.save();
                 painter.setClipRect(page);
             }
-            if (paper == Paper::Painted)
-                painter.fillRect(page, document.paper());
-            ItemPainter::paint(painter, document);
+            paintAll(painter, document, paper);
             if (isClipped)
                 painter.restore();
+        });
+    }
+
+    void paint(const LabelDocument &document, const QTransform &onPage, const QRectF &area, Paper paper)
+    {
+        const QRectF page(QPointF(), document.pageSizeInUnits());
+        paintAt({}, millimetresPerInch, [&](QPainter &painter) {
+            const double millimetresPerUnit = millimetresPerInch / document.designDpi();
+            painter.save();
+            painter.setClipRect(area);
+            painter.setWorldTransform(
+                QTransform::fromScale(millimetresPerUnit, millimetresPerUnit) * onPage, true);
+            painter.setClipRect(page, Qt::IntersectClip);
+            paintAll(painter, document, paper);
+            painter.restore();
         });
     }
 
@@ -158,6 +171,13 @@ public:
     }
 
 private:
+    static void paintAll(QPainter &painter, const LabelDocument &document, Paper paper)
+    {
+        if (paper == Paper::Painted)
+            painter.fillRect(QRectF(QPointF(), document.pageSizeInUnits()), document.paper());
+        ItemPainter::paint(painter, document);
+    }
+
     /// Whether a rectangle is the whole page, at which everything ends anyway.
     [[nodiscard]] bool isPage(QPointF topLeft, QSizeF size) const
     {
@@ -224,6 +244,15 @@ bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &p
     if (!m_writing->canPaint(problems) || !isSound(document, problems))
         return false;
     m_writing->paint(document, topLeft, paper);
+    return true;
+}
+
+bool PdfPages::place(const LabelDocument &document, const QTransform &onPage, const QRectF &area,
+    Problems &problems, Paper paper)
+{
+    if (!m_writing->canPaint(problems) || !isSound(document, problems))
+        return false;
+    m_writing->paint(document, onPage, area, paper);
     return true;
 }
 
