@@ -8,6 +8,7 @@
 #include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
+#include "apps/vxlabel/sheetarguments.h"
 #include "apps/vxlabel/terminal.h"
 #include "label/batch/filedigest.h"
 #include "label/batch/manifestshares.h"
@@ -165,6 +166,8 @@ bool chooseFormat(Arguments &arguments)
         return false;
     }
     Problems problems = arguments.pdf.empty() ? Problems() : problemsOfOnePdf(arguments);
+    if (arguments.batch.sheet && arguments.pdf.empty())
+        problems.append({ {}, {}, u"sheets are pages of one PDF"_s, u"give --pdf instead of --output"_s });
     arguments.batch.format = arguments.format.value_or(arguments.pdf.empty() ? Format::Png : Format::Pdf);
     if (arguments.batch.format == Format::Pdf)
         problems += problemsOfColors(arguments.batch);
@@ -378,6 +381,7 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
         ->type_name("FILE")
         ->check(CommandLine::nameCheck())
         ->excludes(output);
+    addSheetArguments(command, arguments.batch.sheet);
     command
         .add_option("--manifest", arguments.manifest,
             "The record of the batch; manifest.jsonl in the first folder of the pattern, or "

@@ -121,7 +121,8 @@ bool Batch::prepareNames(Problems &problems)
             return false;
         m_copiesAreFiles = m_names->hasCopy() || m_document->countsLabels();
     }
-    m_output = RowOutputs::of(m_options, *m_adjuster, m_names && m_names->hasInk(), problems);
+    m_output
+        = RowOutputs::of(m_options, m_label.pageSize(), *m_adjuster, m_names && m_names->hasInk(), problems);
     return m_output != nullptr;
 }
 

@@ -38,6 +38,17 @@ void addAdjustment(const PrintAdjustment &adjustment, QJsonObject &head)
         head.insert(u"map"_s, InkReplacement::text(adjustment.replacements));
 }
 
+QJsonObject sheetOf(const SheetOptions &sheet)
+{
+    QJsonObject json { { u"size"_s, sheet.size.text() }, { u"start"_s, sheet.start },
+        { u"gap"_s, sheet.gap.text() }, { u"crop marks"_s, sheet.cropMarks } };
+    if (sheet.cells)
+        json.insert(u"cells"_s, u"%1x%2"_s.arg(sheet.cells->width()).arg(sheet.cells->height()));
+    if (sheet.margin)
+        json.insert(u"margin"_s, sheet.margin->text());
+    return json;
+}
+
 } // namespace
 
 QJsonObject BatchHead::of(const BatchOptions &options, bool tellsTime)
@@ -64,6 +75,8 @@ QJsonObject BatchHead::of(const BatchOptions &options, bool tellsTime)
     if (!separation.layers.isEmpty())
         head.insert(u"layers"_s, separation.layers.join(u','));
     addAdjustment(options.adjustment, head);
+    if (options.sheet)
+        head.insert(u"sheet"_s, sheetOf(*options.sheet));
     if (tellsTime)
         head.insert(u"begin"_s, options.begin.toString(Qt::ISODate));
     return head;

@@ -6,6 +6,7 @@
 #include "label/batch/shard.h"
 #include "label/data/assetpaths.h"
 #include "label/separation.h"
+#include "label/sheet/sheetoptions.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -35,6 +36,7 @@ struct BatchOptions
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
     QString pdf = {}; ///< the PDF that all labels go into, instead of files with names of the pattern
+    std::optional<SheetOptions> sheet = {}; ///< that the labels of one PDF fill; if not, each has its page
     QString title = {}; ///< of PDFs
     QString manifest = {}; ///< its path, without the share; empty: see Batch::usualManifest()
     RowSelection rows = {};

@@ -7,9 +7,10 @@
 
 using namespace Qt::StringLiterals;
 
-PdfDocument::PdfDocument(const QString &path, const LabelPages &pages, const QString &title, bool overwrite)
+PdfDocument::PdfDocument(
+    const QString &path, std::unique_ptr<PdfLayout> layout, const QString &title, bool overwrite)
     : m_path(path)
-    , m_labels(pages)
+    , m_layout(std::move(layout))
     , m_title(title)
     , m_overwrite(overwrite)
     , m_file(path)
@@ -42,9 +43,7 @@ Problems PdfDocument::write(const RowLabel &label, const QStringList & /*names*/
     Problems problems = label.document.problems();
     if (!problems.isEmpty())
         return problems;
-    const qint64 before = m_pages->count();
-    m_isBlocked = !m_labels.add(*m_pages, label, problems);
-    entry.addPages(before + 1, m_pages->count());
+    m_isBlocked = !m_layout->add(*m_pages, label, entry, problems);
     return problems;
 }
 
@@ -58,6 +57,8 @@ bool PdfDocument::finish(bool isComplete, Problems &problems)
 {
     if (!isComplete)
         return true;
+    if (!m_layout->end(*m_pages, problems))
+        return false;
     if (m_pages->count() == 0)
         return finishWithoutPages(problems);
     return m_pages->finish(problems) && m_file.commit(problems);

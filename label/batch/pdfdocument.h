@@ -2,21 +2,20 @@
 #pragma once
 
 #include "label/atomicfile.h"
-#include "label/batch/labelpages.h"
+#include "label/batch/pdflayout.h"
 #include "label/batch/rowoutput.h"
 
 #include <memory>
-#include <optional>
 
 /// All labels in one PDF, which gets its name when it is whole. What a batch has not come to the end of
 /// leaves nothing: a name never holds a part of the labels.
 class PdfDocument final : public RowOutput
 {
 public:
-    PdfDocument(const QString &path, const LabelPages &pages, const QString &title, bool overwrite);
+    PdfDocument(const QString &path, std::unique_ptr<PdfLayout> layout, const QString &title, bool overwrite);
     ~PdfDocument() override;
 
-    [[nodiscard]] bool needsPlates() const override { return m_labels.needsPlates(); }
+    [[nodiscard]] bool needsPlates() const override { return m_layout->needsPlates(); }
     [[nodiscard]] bool isOneFile() const override { return true; }
     [[nodiscard]] bool open(Problems &problems) override;
     [[nodiscard]] Problems write(
@@ -31,7 +30,7 @@ private:
     [[nodiscard]] bool finishWithoutPages(Problems &problems);
 
     QString m_path;
-    LabelPages m_labels;
+    std::unique_ptr<PdfLayout> m_layout;
     QString m_title;
     bool m_overwrite;
     bool m_isBlocked = false;

@@ -14,7 +14,9 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <algorithm>
 #include <cmath>
+#include <deque>
 
 using namespace Qt::StringLiterals;
 
@@ -150,6 +152,18 @@ public:
         });
     }
 
+    /// The picture of a plate. Those of the last plates are kept: to one that is the same, Qt only refers.
+    [[nodiscard]] QImage whiteOf(const QImage &plate)
+    {
+        const auto known = std::ranges::find(m_plates, plate.cacheKey(), &Known::plate);
+        if (known != m_plates.end())
+            return known->white;
+        if (m_plates.size() == LabelLimits::MaxInks)
+            m_plates.pop_front();
+        m_plates.push_back({ plate.cacheKey(), OneBit::withWhiteSet(plate) });
+        return m_plates.back().white;
+    }
+
     [[nodiscard]] bool canWrite(Problems &problems) const
     {
         if (m_isComplete)
@@ -192,10 +206,17 @@ private:
         return false;
     }
 
+    struct Known
+    {
+        qint64 plate;
+        QImage white;
+    };
+
     QString m_file;
     PdfStream m_stream;
     QPdfWriter m_writer;
     QPainter m_painter;
+    std::deque<Known> m_plates;
     QSizeF m_page; ///< in millimetres
     double m_offset = 0.0; ///< of its top from that of Qt's page
     int m_count = 0;
@@ -260,7 +281,7 @@ bool PdfPages::placePlate(const QImage &plate, double dpi, QPointF topLeft, Prob
 {
     if (!m_writing->canPaint(problems) || !isPlate(plate, problems) || !isResolution(dpi, problems))
         return false;
-    const QImage white = OneBit::withWhiteSet(plate);
+    const QImage white = m_writing->whiteOf(plate);
     if (white.isNull())
         return refuse(problems, u"not enough memory for the plate"_s);
     // Programs that show PDFs stretch pictures to all dots that these touch: a hair less than whole dots.

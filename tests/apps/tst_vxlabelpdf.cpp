@@ -366,6 +366,8 @@ void tst_VxLabelPdf::wrongUsageIsExplained_data()
         "--overprint changes plates, and a PDF in colour has none; give --format pdf-plates");
     row("dots of colours", pdf + QStringList { u"--dither"_s, u"ordered"_s },
         "--dither changes plates, and a PDF in colour has none; give --format pdf-plates");
+    row("sheets of pictures", { u"-o"_s, u"{sku}.{ink}.png"_s, u"--nup"_s, u"2x2"_s },
+        "sheets are pages of one PDF; give --pdf instead of --output");
     row("names of PDFs for pictures", { u"-o"_s, u"{sku}.{ink}.pdf"_s },
         "a.vxl: \"{sku}.{ink}.pdf\" names PDFs; give --format pdf or --format pdf-plates");
     row("names of pictures for PDFs", { u"-o"_s, u"{sku}.png"_s, u"--format"_s, u"pdf"_s },
