@@ -127,7 +127,7 @@ QImage PlateBits::mirrored(const QImage &plate)
 QImage PlateBits::placed(const QImage &plate, QSize size, QPoint topLeft, bool fill)
 {
     QImage placed = blankOf(plate, size);
-    if (fill)
+    if (fill && !placed.isNull())
         placed.fill(1);
     const int first = std::max(0, topLeft.y());
     const int end = std::min(placed.height(), topLeft.y() + plate.height());
