@@ -419,8 +419,9 @@ void addBatchCommand(CommandLine &commandLine)
 {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App &command = commandLine.addCommand("batch",
-        "Print a label for each row of a table, as plates and with a manifest of them",
-        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'",
+        "Print a label for each row of a table, as plates or PDFs and with a manifest of them",
+        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'\n"
+        "  vxlabel batch shelf.vxl --data prices.csv --pdf shelf.pdf --nup 3x8 --gap 2mm --crop-marks",
         [arguments, &commandLine](BrokenItems broken) {
             arguments->all = commandLine.arguments();
             return runBatch(*arguments, broken);

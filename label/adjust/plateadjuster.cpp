@@ -17,16 +17,21 @@ namespace {
 
 constexpr double millimetresPerInch = 25.4;
 
+/// A sound label at the resolutions of its print and of its content.
 Problems scaleProblems(const LabelDocument &label, double dpi, double scale)
 {
-    if (scale == 1.0)
+    if (scale == 1.0 || !label.problems().isEmpty())
         return {};
     const double scaled = dpi * scale;
-    if (scaled >= LabelLimits::MinDpi && scaled <= LabelLimits::MaxDpi)
-        return printProblems(label, dpi);
-    return { { {}, {}, u"%1 dpi cannot be scaled by %2"_s.arg(dpi).arg(scale),
-        u"the product of both has to be from %1 to %2"_s.arg(LabelLimits::MinDpi)
-            .arg(LabelLimits::MaxDpi) } };
+    if (scaled < LabelLimits::MinDpi || scaled > LabelLimits::MaxDpi)
+        return { { {}, {}, u"%1 dpi cannot be scaled by %2"_s.arg(dpi).arg(scale),
+            u"the product of both has to be from %1 to %2"_s.arg(LabelLimits::MinDpi)
+                .arg(LabelLimits::MaxDpi) } };
+    const Problems unscaled = printProblems(label, dpi);
+    if (!unscaled.isEmpty() || printProblems(label, scaled).isEmpty())
+        return unscaled;
+    return { { {}, {}, u"%1 dpi, scaled by %2, are too many dots for the label"_s.arg(dpi).arg(scale),
+        u"use a lower resolution or a smaller scale"_s } };
 }
 
 /// A label whose whole print lies beyond its edges is not what anybody wants.

@@ -321,10 +321,11 @@ Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
     const With plates = m_output->needsPlates() ? With::Plates : With::NoPlates;
     std::optional<Separation> separation;
     for (qsizetype i = 0; i < count && problems.isEmpty(); ++i) {
-        if (i == 0 || m_document->countsLabels())
+        if (i == 0 || m_document->countsLabels()) {
             separation = separationOf(job.row, job.firstLabel + i, plates, problems);
-        if (!separation)
-            break;
+            if (!separation || !m_adjuster->apply(*separation, problems))
+                break;
+        }
         problems += m_output->write({ m_document->document(), *separation }, job.names->at(i), entry);
         for (std::size_t plate = 0; i == 0 && plate < separation->plates.size(); ++plate) {
             const Plate &printed = separation->plates[plate];
@@ -342,7 +343,7 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
                                             : RowCheck::of(m_document->document(), m_plates.dpi, problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    if (!separation || !m_adjuster->apply(*separation, problems))
+    if (!separation)
         return {};
     m_document->locate(separation->warnings);
     QSet<QString> unreadable;

@@ -517,6 +517,9 @@ void tst_VxLabelAdjust::wrongUsageIsExplained_data()
             + help);
     row("too coarse", u"--scale|10%|--dpi|50"_s,
         "a.vxl: 50 dpi cannot be scaled by 0.1; the product of both has to be from 10 to 9600");
+    row("too large", u"--scale|10|--dpi|900"_s,
+        "a.vxl: 900 dpi, scaled by 10, are too many dots for the label; use a lower resolution or a smaller "
+        "scale");
     row("no two inks", u"--map|red"_s,
         "--map: \"red\" names no two inks; write the ink of the label and the one to print, for example "
         "red=black"

@@ -370,8 +370,7 @@ void tst_VxLabelSheets::wrongUsageIsExplained_data()
         "11 rows fit");
     row("a hair too wide", u"--nup|2x1|--sheet|101.59x30mm"_s,
         "a.vxl: 2 labels of 50.8 mm with gaps and margins are 101.6 mm wide, 0.01 mm more than the sheet; at "
-        "most 1 "
-        "column fits");
+        "most 1 column fits");
     row("none", u"--sheet|50x30mm"_s,
         "a.vxl: 1 label of 50.8 mm with gaps and margins are 50.8 mm wide, 0.8 mm more than the sheet; use a "
         "larger "
