@@ -127,6 +127,11 @@ Problems problemsOfOnePdf(const Arguments &arguments)
 {
     using Format = BatchOptions::Format;
     Problems problems;
+    const QString pdf = QFile::decodeName(arguments.pdf.c_str());
+    if (!pdf.endsWith(u".pdf"_s, Qt::CaseInsensitive))
+        problems.append({ pdf, {}, u"the file is a PDF"_s, u"let the name end in .pdf"_s });
+    else if (QFileInfo(pdf).absoluteFilePath() == QFileInfo(manifestOf(arguments)).absoluteFilePath())
+        problems.append({ pdf, {}, u"cannot be the manifest as well"_s, u"choose another name for it"_s });
     const Format format = arguments.format.value_or(Format::Pdf);
     if (format != Format::Pdf && format != Format::PdfPlates)
         problems.append({ {}, {}, u"--pdf does not write this format"_s,

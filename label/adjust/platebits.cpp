@@ -3,7 +3,6 @@
 
 #include "items/core/itemcolors.h"
 #include "items/core/safeimage.h"
-#include "label/onebit.h"
 
 #include <QtEndian>
 
@@ -116,7 +115,7 @@ template <typename Change> void changeBytes(QImage &plate, const QImage &other, 
 QImage PlateBits::turned(const QImage &plate, int rightAngles)
 {
     const QImage half = rightAngles & 2 ? plate.mirrored(true, true) : plate;
-    return rightAngles & 1 ? turnedOnce(OneBit::withClearPadding(half)) : half;
+    return rightAngles & 1 ? turnedOnce(half) : half;
 }
 
 QImage PlateBits::mirrored(const QImage &plate)

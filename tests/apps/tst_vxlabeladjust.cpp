@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/graphics/pixmapitem.h"
 #include "tests/apps/batchlabels.h"
 #include "tests/apps/programfolder.h"
 #include "tests/label/pdfprobe.h"
@@ -86,6 +87,7 @@ private Q_SLOTS:
     void pdfsAreAdjustedLikePlates_data();
     void pdfsAreAdjustedLikePlates();
     void colorsArePrintedWithOtherInks();
+    void picturesInColorKeepTheirs();
     void otherAdjustmentsAreNotResumed();
     void wrongUsageIsExplained_data();
     void wrongUsageIsExplained();
@@ -461,6 +463,24 @@ void tst_VxLabelAdjust::colorsArePrintedWithOtherInks()
     QVERIFY(mapped.contains(0xFF00FF00)); // of no ink
     for (const QRgb color : mapped)
         QVERIFY2(qRed(color) <= qBlue(color) || qGreen(color) > 0, qPrintable(QString::number(color, 16)));
+}
+
+/// Their dots are mixed of several inks: on plates they are replaced, in colour they stay.
+void tst_VxLabelAdjust::picturesInColorKeepTheirs()
+{
+    QPixmap red(20, 20);
+    red.fill(Qt::red);
+    PixMapItem picture;
+    picture.pixmapImportActions(red);
+    picture.setPos(20, 20);
+    write(u"a.vxl"_s, labelOf({ QJsonObject::fromVariantMap(picture.saveItemToJSON()) }));
+    write(u"rows.csv"_s, "sku\nB2\n");
+    const QStringList batch { u"batch"_s, u"a.vxl"_s, u"--data"_s, u"rows.csv"_s, u"--pdf"_s, u"all.pdf"_s,
+        u"--map"_s, u"red=blue"_s, u"--force"_s };
+    const ProgramResult colored = run(batch);
+    QCOMPARE(colored.code, 0);
+    QVERIFY2(isOneLine(colored.err) && colored.err.contains("keeps its colours"), colored.err);
+    expect(batch + QStringList { u"--format"_s, u"pdf-plates"_s }, 0);
 }
 
 void tst_VxLabelAdjust::otherAdjustmentsAreNotResumed()

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void rowsThatFailHaveNoPage_data();
     void rowsThatFailHaveNoPage();
     void copiesArePages();
+    void copiesOfPlatesAreStoredOnce();
     void noCopyOfARowThatFailsIsPrinted();
     void manifestsTellThePages();
     void theSameTwiceGivesTheSameBytes_data();
@@ -203,6 +204,22 @@ void tst_VxLabelPdf::copiesArePages()
     QCOMPARE(pagesOf(*probe(u"all.pdf"_s)), QStringList({ u"A"_s, u"A"_s, u"C"_s, u"C"_s, u"C"_s }));
 }
 
+void tst_VxLabelPdf::copiesOfPlatesAreStoredOnce()
+{
+    write(u"prices.csv"_s, "sku,name,price\nA1,Apple,4\nB2,Banana,2\n");
+    expect(batchOfPrices
+            + QStringList { u"--pdf"_s, u"all.pdf"_s, u"--format"_s, u"pdf-plates"_s, u"--copies-field"_s,
+                u"price"_s },
+        0);
+    QStringList objects;
+    for (const QStringList &image : probe(u"all.pdf"_s)->table(u"pdfimages"_s))
+        objects.append(image[10]);
+    QCOMPARE(objects.size(), 6 * 2); // black and red of each copy
+    QCOMPARE(objects[2], objects[0]);
+    QCOMPARE(objects[7], objects[1]);
+    QCOMPARE(QSet<QString>(objects.cbegin(), objects.cend()).size(), 4);
+}
+
 /// EAN-13 takes 12 digits: the number of the label makes it one more from the tenth on.
 void tst_VxLabelPdf::noCopyOfARowThatFailsIsPrinted()
 {
@@ -348,6 +365,10 @@ void tst_VxLabelPdf::wrongUsageIsExplained_data()
     row("no place to write to", {}, "--output or --pdf is required; see vxlabel batch --help");
     row("two places", pdf + QStringList { u"-o"_s, u"{sku}.pdf"_s },
         "--output excludes --pdf; see vxlabel batch --help");
+    row("a name of something else", { u"--pdf"_s, u"a.vxl"_s, u"--force"_s },
+        "a.vxl: the file is a PDF; let the name end in .pdf");
+    row("the manifest", pdf + QStringList { u"--manifest"_s, u"./all.pdf"_s },
+        "all.pdf: cannot be the manifest as well; choose another name for it");
     row("pictures in a PDF", pdf + QStringList { u"--format"_s, u"png"_s },
         "--pdf does not write this format; give --format pdf or --format pdf-plates, or leave it out");
     row("several processes", pdf + QStringList { u"--jobs"_s, u"2"_s },
