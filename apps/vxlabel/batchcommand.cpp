@@ -366,8 +366,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
             "--format",
             [&arguments, formats](const std::string &text) { arguments.format = formats.at(text); },
             "png (if not given) or pbm: a picture of each plate; pdf: labels in colour; pdf-plates: a page "
-            "for "
-            "each plate")
+            "for each plate")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({ "png", "pbm", "pdf", "pdf-plates" }));
     CommandLine::addResolution(command, arguments.dpi);
@@ -390,8 +389,7 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
     command
         .add_option("--manifest", arguments.manifest,
             "The record of the batch; manifest.jsonl in the first folder of the pattern, or "
-            "NAME.manifest.jsonl "
-            "beside NAME.pdf, if not given")
+            "NAME.manifest.jsonl beside NAME.pdf, if not given")
         ->type_name("FILE")
         ->check(CommandLine::nameCheck());
     command

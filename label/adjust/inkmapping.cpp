@@ -52,6 +52,7 @@ std::vector<std::size_t> replacementsOf(
         given[*ink] = with;
     }
     std::vector<std::size_t> all;
+    all.reserve(given.size());
     for (const std::optional<std::size_t> &with : given)
         all.push_back(with.value_or(all.size()));
     return all;

@@ -25,7 +25,11 @@ std::unique_ptr<PdfLayout> layoutOf(
         return std::make_unique<OwnPages>(labels);
     const std::optional<SheetLayout> layout
         = SheetLayout::of(*options.sheet, adjuster.adjustment().printedSize(page), adjuster.dpi(), problems);
-    return layout ? std::make_unique<SheetPages>(labels, *layout) : nullptr;
+    if (!layout)
+        return {};
+    const Problems found = labels.needsPlates() ? layout->plateProblems(adjuster.dpi()) : Problems();
+    problems += found;
+    return found.isEmpty() ? std::make_unique<SheetPages>(labels, *layout) : nullptr;
 }
 
 } // namespace

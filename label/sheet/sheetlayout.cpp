@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/sheet/sheetlayout.h"
 
+#include "label/labellimits.h"
 #include "label/wording.h"
 
 #include <algorithm>
@@ -10,6 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double millimetresPerInch = 25.4;
 /// What is lost by rounding, and in inches.
 constexpr double nothing = 1e-6;
 
@@ -97,9 +99,26 @@ std::optional<SheetLayout> SheetLayout::of(
     return found.isEmpty() ? std::optional(layout) : std::nullopt;
 }
 
+Problems SheetLayout::plateProblems(double dpi) const
+{
+    const QSizeF dots = m_sheet / millimetresPerInch * dpi;
+    if (dots.width() * dots.height() <= double(LabelLimits::SheetDots))
+        return {};
+    return { { {}, {},
+        u"a sheet of %1 x %2 has too many dots for plates at %3 dpi"_s
+            .arg(millimetres(m_sheet.width()), millimetres(m_sheet.height()))
+            .arg(dpi),
+        u"use a smaller sheet or a lower resolution"_s } };
+}
+
 Problems SheetLayout::problemsOf(const SheetOptions &options) const
 {
     Problems problems;
+    if (std::max(m_sheet.width(), m_sheet.height()) > LabelLimits::MaxPageSide)
+        problems.append({ {}, {},
+            u"a sheet of %1 x %2 is too large"_s.arg(
+                millimetres(m_sheet.width()), millimetres(m_sheet.height())),
+            u"use sides of at most %1 mm"_s.arg(LabelLimits::MaxPageSide) });
     if (options.start < 1 || options.start > cellCount())
         problems.append({ {}, {}, u"there is no cell %1 to start in"_s.arg(options.start),
             u"a sheet has %1 x %2 cells, %3 in all"_s.arg(m_cells.width())

@@ -17,6 +17,9 @@ public:
     [[nodiscard]] static std::optional<SheetLayout> of(
         const SheetOptions &options, QSizeF label, double dpi, Problems &problems);
 
+    /// What keeps plates of so many dots per inch from waiting for their sheet to be full: too many dots.
+    [[nodiscard]] Problems plateProblems(double dpi) const;
+
     [[nodiscard]] QSizeF sheet() const { return m_sheet; }
     [[nodiscard]] QSize cells() const { return m_cells; }
     [[nodiscard]] int cellCount() const { return m_cells.width() * m_cells.height(); }

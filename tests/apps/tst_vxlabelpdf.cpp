@@ -287,8 +287,7 @@ void tst_VxLabelPdf::filesAreKeptUnlessForced()
     QVERIFY(QFile::remove(path(u"all.pdf"_s)));
     expect(arguments, 5,
         "vxlabel: ./all.manifest.jsonl: is there from an earlier batch; give --resume to go on with it, or "
-        "--force "
-        "to begin again\n");
+        "--force to begin again\n");
     QVERIFY(!files().contains(u"all.pdf"_s));
 }
 
@@ -395,8 +394,7 @@ void tst_VxLabelPdf::wrongUsageIsExplained_data()
         "a.vxl: \"{sku}.png\" names no PDFs; let the names end in .pdf");
     row("an ink of colours", { u"-o"_s, u"{sku}.{ink}.pdf"_s, u"--format"_s, u"pdf"_s },
         "a.vxl: \"{sku}.{ink}.pdf\" asks for the ink, but a PDF in colour has all of them; leave out {ink}, "
-        "or "
-        "give --format pdf-plates");
+        "or give --format pdf-plates");
 }
 
 void tst_VxLabelPdf::wrongUsageIsExplained()

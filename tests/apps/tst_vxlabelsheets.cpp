@@ -362,24 +362,27 @@ void tst_VxLabelSheets::wrongUsageIsExplained_data()
     const QByteArray help = "; see vxlabel batch --help";
     row("too wide", u"--nup|4x8|--gap|2mm|--margin|10mm"_s,
         "a.vxl: 4 labels of 50.8 mm with gaps and margins are 229.2 mm wide, 19.2 mm more than the sheet; at "
-        "most 3 "
-        "columns fit");
+        "most 3 columns fit");
     row("too high", u"--nup|1x12"_s,
         "a.vxl: 12 labels of 25.4 mm with gaps and margins are 304.8 mm high, 7.8 mm more than the sheet; at "
-        "most "
-        "11 rows fit");
+        "most 11 rows fit");
     row("a hair too wide", u"--nup|2x1|--sheet|101.59x30mm"_s,
         "a.vxl: 2 labels of 50.8 mm with gaps and margins are 101.6 mm wide, 0.01 mm more than the sheet; at "
         "most 1 column fits");
     row("none", u"--sheet|50x30mm"_s,
         "a.vxl: 1 label of 50.8 mm with gaps and margins are 50.8 mm wide, 0.8 mm more than the sheet; use a "
-        "larger "
-        "sheet, smaller margins or --rotate");
+        "larger sheet, smaller margins or --rotate");
     row("no such cell", u"--nup|3x8|--start|25"_s,
         "a.vxl: there is no cell 25 to start in; a sheet has 3 x 8 cells, 24 in all");
     row("cell 0", u"--nup|3x8|--start|0"_s, "--start: Value 0 not in range 1 to 1000000" + help);
     row("no room for marks", u"--nup|4x1|--sheet|206x100mm|--crop-marks"_s,
         "a.vxl: 1.4 mm beside the labels are no room for crop marks; leave a margin of 2 mm at least");
+    row("a very large sheet", u"--sheet|11000x100mm"_s,
+        "a.vxl: a sheet of 11000 mm x 100 mm is too large; use sides of at most 10000 mm");
+    row("too many dots", u"--sheet|10000x10000mm|--format|pdf-plates"_s,
+        "a.vxl: a sheet of 10000 mm x 10000 mm has too many dots for plates at 100 dpi; use a smaller sheet "
+        "or a "
+        "lower resolution");
     row("no columns", u"--nup|8"_s,
         "--nup: \"8\" are no columns and rows; write both, from 1 to 1000, for example 3x8" + help);
     row("no rows", u"--nup|3x0"_s,
@@ -388,8 +391,7 @@ void tst_VxLabelSheets::wrongUsageIsExplained_data()
         "--sheet: \"leter\" is no size of a sheet; did you mean \"letter\"?" + help);
     row("no sheet", u"--sheet|tabloid"_s,
         "--sheet: \"tabloid\" is no size of a sheet; use a3, a4, a5, a6, legal, letter, or two sides, for "
-        "example "
-        "210x297mm"
+        "example 210x297mm"
             + help);
     row("a sheet without unit", u"--sheet|210x297"_s, "--sheet: 210 what?; give mm, in, pt or dot" + help);
     row("a gap without unit", u"--gap|2"_s, "--gap: 2 what?; give mm, in, pt or dot" + help);
