@@ -45,6 +45,9 @@ inline constexpr double MaxDpi = 9'600.0;
 inline constexpr int MaxProblems = 100;
 /// The pixels of a page that are rendered in 32-bit colour at a time, before they shrink to one bit.
 inline constexpr qint64 BandPixels = 8'000'000;
+/// The dots of a sheet of labels, whose plates are in memory together: an A3 sheet at 2000 dpi, and 125 MB
+/// for each ink.
+inline constexpr qint64 SheetDots = 1'000'000'000;
 /// The pixels of all gradients of a page together at the output resolution: an A4 page at 600 dpi, 144 MB.
 inline constexpr qint64 GradientPixels = 36'000'000;
 

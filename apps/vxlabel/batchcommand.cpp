@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/batchcommand.h"
 
+#include "apps/vxlabel/adjustmentarguments.h"
 #include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
+#include "apps/vxlabel/sheetarguments.h"
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
 #include "label/batch/filedigest.h"
@@ -18,6 +20,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <map>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +34,9 @@ struct Arguments
     QStringList all; ///< as this process was given them
     std::string label;
     std::string pattern;
+    std::string pdf;
     std::string manifest;
+    std::optional<BatchOptions::Format> format;
     DataArguments data;
     std::optional<double> dpi;
     std::vector<std::string> search;
@@ -112,8 +117,68 @@ QByteArray summaryOf(const BatchCount &count)
 
 QString manifestOf(const Arguments &arguments)
 {
-    return arguments.manifest.empty() ? Batch::usualManifest(QFile::decodeName(arguments.pattern.c_str()))
-                                      : QFile::decodeName(arguments.manifest.c_str());
+    if (!arguments.manifest.empty())
+        return QFile::decodeName(arguments.manifest.c_str());
+    return arguments.pdf.empty() ? Batch::usualManifest(QFile::decodeName(arguments.pattern.c_str()))
+                                 : Batch::usualManifestOfPdf(QFile::decodeName(arguments.pdf.c_str()));
+}
+
+/// What does not go with one PDF of all labels.
+Problems problemsOfOnePdf(const Arguments &arguments)
+{
+    using Format = BatchOptions::Format;
+    Problems problems;
+    const QString pdf = QFile::decodeName(arguments.pdf.c_str());
+    if (!pdf.endsWith(u".pdf"_s, Qt::CaseInsensitive))
+        problems.append({ pdf, {}, u"the file is a PDF"_s, u"let the name end in .pdf"_s });
+    else if (QFileInfo(pdf).absoluteFilePath() == QFileInfo(manifestOf(arguments)).absoluteFilePath())
+        problems.append({ pdf, {}, u"cannot be the manifest as well"_s, u"choose another name for it"_s });
+    const Format format = arguments.format.value_or(Format::Pdf);
+    if (format != Format::Pdf && format != Format::PdfPlates)
+        problems.append({ {}, {}, u"--pdf does not write this format"_s,
+            u"give --format pdf or --format pdf-plates, or leave it out"_s });
+    if (arguments.jobs > 1 || arguments.batch.shard != Shard())
+        problems.append({ {}, {}, u"one PDF is written by one process"_s,
+            u"leave out --jobs and --shard, or write a PDF for each row with -o"_s });
+    if (arguments.resume || arguments.onlyFailed)
+        problems.append({ {}, {}, u"one PDF is written as a whole"_s,
+            u"give --force to begin again, or write a PDF for each row with -o"_s });
+    return problems;
+}
+
+/// What does not go with labels in colour.
+Problems problemsOfColors(const BatchOptions &batch)
+{
+    const auto refuse = [](const QString &option) {
+        return Problems { { {}, {}, option + u" changes plates, and a PDF in colour has none"_s,
+            u"give --format pdf-plates"_s } };
+    };
+    Problems problems;
+    if (batch.separation.negative)
+        problems += refuse(u"--negative"_s);
+    if (batch.separation.overprint)
+        problems += refuse(u"--overprint"_s);
+    if (batch.separation.dither)
+        problems += refuse(u"--dither"_s);
+    return problems;
+}
+
+/// Takes the format that the arguments mean, and complains about what does not go together.
+bool chooseFormat(Arguments &arguments)
+{
+    using Format = BatchOptions::Format;
+    if (arguments.pattern.empty() && arguments.pdf.empty()) {
+        Terminal::complain({ {}, {}, u"--output or --pdf is required"_s, u"see vxlabel batch --help"_s });
+        return false;
+    }
+    Problems problems = arguments.pdf.empty() ? Problems() : problemsOfOnePdf(arguments);
+    if (arguments.batch.sheet && arguments.pdf.empty())
+        problems.append({ {}, {}, u"sheets are pages of one PDF"_s, u"give --pdf instead of --output"_s });
+    arguments.batch.format = arguments.format.value_or(arguments.pdf.empty() ? Format::Png : Format::Pdf);
+    if (arguments.batch.format == Format::Pdf)
+        problems += problemsOfColors(arguments.batch);
+    Terminal::complain(problems, {});
+    return problems.isEmpty();
 }
 
 /// Lays out the record of the batch for its processes. False, with complaints, if it is in the way.
@@ -195,6 +260,8 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
         return ExitCode::DataSource;
     BatchOptions &options = arguments.batch;
     options.pattern = QFile::decodeName(arguments.pattern.c_str());
+    options.pdf = QFile::decodeName(arguments.pdf.c_str());
+    options.title = QFileInfo(label->path).completeBaseName();
     options.manifest = manifestOf(arguments);
     options.separation.dpi = arguments.dpi.value_or(label->document.designDpi());
     options.start = startOf(arguments);
@@ -228,18 +295,24 @@ QDateTime beginOf(const Arguments &arguments)
     return begin.isEmpty() ? QDateTime::currentDateTime() : QDateTime::fromString(begin, Qt::ISODate);
 }
 
-/// Another worker goes on where one has come to its end; what comes from standard input has gone by.
+/// Another worker goes on where one has come to its end, or begins one PDF of all labels again; what comes
+/// from standard input has gone by.
 void goOnBehindLostRows(Arguments &arguments)
 {
     if (arguments.data.location != "-")
         Worker::letOthersGoOn();
     arguments.batch.lostRows = Worker::lostRows();
-    if (!arguments.batch.lostRows.isEmpty() && !arguments.onlyFailed)
-        arguments.resume = true;
+    if (arguments.batch.lostRows.isEmpty() || arguments.onlyFailed)
+        return;
+    (arguments.pdf.empty() ? arguments.resume : arguments.force) = true;
+    if (!arguments.pdf.empty())
+        Worker::countAnew();
 }
 
 ExitCode runBatch(Arguments arguments, BrokenItems broken)
 {
+    if (!chooseFormat(arguments))
+        return ExitCode::Usage;
     goOnBehindLostRows(arguments);
     if (!arguments.batch.begin.isValid())
         arguments.batch.begin = beginOf(arguments);
@@ -302,29 +375,38 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
 void addPlateArguments(CLI::App &command, Arguments &arguments)
 {
     BatchOptions &batch = arguments.batch;
+    const std::map<std::string, BatchOptions::Format> formats { { "png", BatchOptions::Format::Png },
+        { "pbm", BatchOptions::Format::Pbm }, { "pdf", BatchOptions::Format::Pdf },
+        { "pdf-plates", BatchOptions::Format::PdfPlates } };
     command
         .add_option_function<std::string>(
             "--format",
-            [&batch](const std::string &text) {
-                batch.format = text == "pbm" ? BatchOptions::Format::Pbm : BatchOptions::Format::Png;
-            },
-            "The format of the plates: png (if not given) or pbm")
+            [&arguments, formats](const std::string &text) { arguments.format = formats.at(text); },
+            "png (if not given) or pbm: a picture of each plate; pdf: labels in colour; pdf-plates: a page "
+            "for each plate")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember({ "png", "pbm" }));
+        ->check(CLI::IsMember({ "png", "pbm", "pdf", "pdf-plates" }));
     CommandLine::addResolution(command, arguments.dpi);
     CommandLine::addPlateFlags(command, batch.separation.negative, batch.separation.overprint);
     CommandLine::addDither(command, batch.separation.dither);
     CommandLine::addLayers(command, batch.separation.layers);
+    addAdjustmentArguments(command, batch.adjustment);
 }
 
 void addFileArguments(CLI::App &command, Arguments &arguments)
 {
-    CommandLine::addPath(command, "-o,--output", "PATTERN",
-        "The names of the plates, with places for values: {COLUMN}, {row:05}, {copy}, {ink}",
-        arguments.pattern);
+    CLI::Option *output = command.add_option("-o,--output", arguments.pattern,
+        "The names of the files, with places for values: {COLUMN}, {row:05}, {copy}, {ink}");
+    output->type_name("PATTERN")->check(CommandLine::nameCheck());
+    command.add_option("--pdf", arguments.pdf, "One PDF of all labels, instead of files for each row")
+        ->type_name("FILE")
+        ->check(CommandLine::nameCheck())
+        ->excludes(output);
+    addSheetArguments(command, arguments.batch.sheet);
     command
         .add_option("--manifest", arguments.manifest,
-            "The record of the batch; manifest.jsonl in the first folder of the pattern if not given")
+            "The record of the batch; manifest.jsonl in the first folder of the pattern, or "
+            "NAME.manifest.jsonl beside NAME.pdf, if not given")
         ->type_name("FILE")
         ->check(CommandLine::nameCheck());
     command
@@ -357,8 +439,9 @@ void addBatchCommand(CommandLine &commandLine)
 {
     const auto arguments = std::make_shared<Arguments>();
     CLI::App &command = commandLine.addCommand("batch",
-        "Print a label for each row of a table, as plates and with a manifest of them",
-        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'",
+        "Print a label for each row of a table, as plates or PDFs and with a manifest of them",
+        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'\n"
+        "  vxlabel batch shelf.vxl --data prices.csv --pdf shelf.pdf --nup 3x8 --gap 2mm --crop-marks",
         [arguments, &commandLine](BrokenItems broken) {
             arguments->all = commandLine.arguments();
             return runBatch(*arguments, broken);

@@ -56,14 +56,23 @@ public:
     static CLI::Option *addParsed(CLI::App &command, const std::string &name, const std::string &help,
         Value &value, const std::function<std::optional<Value>(const QString &, Problem &)> &parse)
     {
-        const auto take = [&value, parse, name](const std::string &text) {
+        return addParsedWith<Value>(
+            command, name, help, [&value](const Value &parsed) { value = parsed; }, parse);
+    }
+    /// The same with a function that takes the value.
+    template <typename Value>
+    static CLI::Option *addParsedWith(CLI::App &command, const std::string &name, const std::string &help,
+        const std::function<void(const Value &)> &take,
+        const std::function<std::optional<Value>(const QString &, Problem &)> &parse)
+    {
+        const auto takeText = [take, parse, name](const std::string &text) {
             Problem problem;
             const std::optional<Value> parsed = parse(QString::fromStdString(text), problem);
             if (!parsed)
                 throw CLI::ValidationError(name, problem.text().toStdString());
-            value = *parsed;
+            take(*parsed);
         };
-        return command.add_option_function<std::string>(name, take, help);
+        return command.add_option_function<std::string>(name, takeText, help);
     }
     /// That a name is not empty.
     [[nodiscard]] static CLI::Validator nameCheck();

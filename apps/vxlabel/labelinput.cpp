@@ -16,12 +16,23 @@ std::optional<LabelInput> loadLabel(const std::string &path, BrokenItems broken)
     return LabelInput { file, std::move(*loaded.document), outcome };
 }
 
-std::optional<Separation> separateLabel(const LabelInput &label, const SeparationOptions &options)
+std::optional<PlateAdjuster> adjusterFor(
+    const LabelInput &label, const SeparationOptions &options, const PrintAdjustment &adjustment)
 {
     Problems problems;
-    std::optional<Separation> separation = separate(label.document, options, problems);
+    std::optional<PlateAdjuster> adjuster = PlateAdjuster::of(label.document, options, adjustment, problems);
     Terminal::complain(problems, label.path);
-    if (separation)
-        Terminal::complain(separation->warnings, label.path);
+    return adjuster;
+}
+
+std::optional<Separation> separateLabel(const LabelInput &label, const PlateAdjuster &adjuster)
+{
+    Problems problems;
+    std::optional<Separation> separation = separate(label.document, adjuster.separation(), problems);
+    const bool isComplete = separation && adjuster.apply(*separation, problems);
+    Terminal::complain(problems, label.path);
+    if (!isComplete)
+        return std::nullopt;
+    Terminal::complain(separation->warnings, label.path);
     return separation;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/rendercommand.h"
 
+#include "apps/vxlabel/adjustmentarguments.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/outputs.h"
@@ -24,6 +25,7 @@ struct RenderOptions
     std::optional<double> dpi;
     std::optional<Dither> dither;
     QStringList layers;
+    PrintAdjustment adjustment;
     bool force = false;
 };
 
@@ -55,8 +57,11 @@ ExitCode render(const RenderOptions &options, BrokenItems broken)
     if (!label)
         return ExitCode::BadDocument;
     const double dpi = options.dpi.value_or(label->document.designDpi());
-    const std::optional<Separation> separation
-        = separateLabel(*label, { .dpi = dpi, .dither = options.dither, .layers = options.layers });
+    const std::optional<PlateAdjuster> adjuster = adjusterFor(
+        *label, { .dpi = dpi, .dither = options.dither, .layers = options.layers }, options.adjustment);
+    if (!adjuster)
+        return ExitCode::Usage;
+    const std::optional<Separation> separation = separateLabel(*label, *adjuster);
     if (!separation)
         return ExitCode::BadDocument;
 
@@ -78,5 +83,6 @@ void addRenderCommand(CommandLine &commandLine)
     CommandLine::addResolution(command, options->dpi);
     CommandLine::addDither(command, options->dither);
     CommandLine::addLayers(command, options->layers);
+    addAdjustmentArguments(command, options->adjustment);
     CommandLine::addForce(command, options->force);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/separatecommand.h"
 
+#include "apps/vxlabel/adjustmentarguments.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/outputs.h"
@@ -27,6 +28,7 @@ struct SeparateOptions
     std::optional<double> dpi;
     std::optional<Dither> dither;
     QStringList layers;
+    PrintAdjustment adjustment;
     bool negative = false;
     bool overprint = false;
     std::string format = "png";
@@ -94,12 +96,16 @@ ExitCode separateIntoPlates(const SeparateOptions &options, BrokenItems broken)
     const std::optional<LabelInput> label = loadLabel(options.label, broken);
     if (!label)
         return ExitCode::BadDocument;
-    const std::optional<Separation> separation = separateLabel(*label,
+    const std::optional<PlateAdjuster> adjuster = adjusterFor(*label,
         { .dpi = options.dpi.value_or(label->document.designDpi()),
             .negative = options.negative,
             .overprint = options.overprint,
             .dither = options.dither,
-            .layers = options.layers });
+            .layers = options.layers },
+        options.adjustment);
+    if (!adjuster)
+        return ExitCode::Usage;
+    const std::optional<Separation> separation = separateLabel(*label, *adjuster);
     if (!separation)
         return ExitCode::BadDocument;
 
@@ -127,5 +133,6 @@ void addSeparateCommand(CommandLine &commandLine)
         ->check(CLI::IsMember({ "png", "pbm" }));
     CommandLine::addDither(command, options->dither);
     CommandLine::addLayers(command, options->layers);
+    addAdjustmentArguments(command, options->adjustment);
     CommandLine::addForce(command, options->force);
 }

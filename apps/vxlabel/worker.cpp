@@ -215,6 +215,11 @@ QHash<qint64, Problem> Worker::lostRows()
     return rows;
 }
 
+void Worker::countAnew()
+{
+    before = {};
+}
+
 BatchCount Worker::countBefore()
 {
     return before;

@@ -30,6 +30,8 @@ public:
 
     /// The rows at which workers have come to their end, and why.
     [[nodiscard]] static QHash<qint64, Problem> lostRows();
+    /// What the workers before this one have done has come to nothing.
+    static void countAnew();
     /// How far the workers before this one have come.
     [[nodiscard]] static BatchCount countBefore();
 

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/batch.h"
 
+#include "label/adjust/inkrecoloring.h"
+#include "label/batch/batchhead.h"
 #include "label/batch/manifestshares.h"
 #include "label/batch/platecomposer.h"
+#include "label/batch/rowcheck.h"
+#include "label/batch/rowoutputs.h"
 #include "label/data/columnnames.h"
 #include "label/labellimits.h"
 #include "label/printlimits.h"
@@ -50,14 +54,11 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
     : m_label(label)
     , m_rows(rows)
     , m_options(options)
-    , m_plates(options.separation)
 {
     if (m_options.manifest.isEmpty())
-        m_options.manifest = usualManifest(m_options.pattern);
+        m_options.manifest
+            = m_options.pdf.isEmpty() ? usualManifest(m_options.pattern) : usualManifestOfPdf(m_options.pdf);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
-    m_plates.layers.clear(); // nothing but their items is left
-    m_files = std::make_unique<PlateFiles>(m_options.manifest, m_options.format,
-        m_options.start != BatchOptions::Start::New, m_options.mostFileBytes);
 }
 
 Batch::~Batch() = default;
@@ -69,6 +70,12 @@ QString Batch::usualManifest(const QString &pattern)
     return fixed.left(slash + 1) + u"manifest.jsonl"_s;
 }
 
+QString Batch::usualManifestOfPdf(const QString &pdf)
+{
+    const QFileInfo info(pdf);
+    return info.dir().filePath(info.completeBaseName() + u".manifest.jsonl"_s);
+}
+
 std::unique_ptr<Batch> Batch::of(
     const LabelDocument &label, RowSource &rows, const BatchOptions &options, BatchRefusal &refusal)
 {
@@ -78,6 +85,9 @@ std::unique_ptr<Batch> Batch::of(
 
 bool Batch::prepare(BatchRefusal &refusal)
 {
+    refusal.kind = BatchRefusal::Options;
+    if (!prepareAdjustment(refusal.problems))
+        return false;
     const BindingOptions binding { m_rows.columns(), m_options.rowSource, m_options.separation.layers,
         m_options.assets };
     m_document = RowDocument::of(m_label, binding, refusal.problems);
@@ -93,26 +103,31 @@ bool Batch::prepare(BatchRefusal &refusal)
     if (const std::optional<qint64> total = m_rows.total())
         m_count.total = m_options.rows.countOf(*total) / m_options.shard.count;
     refusal.kind = BatchRefusal::Output;
-    return openManifest(refusal.problems);
+    return m_output->open(refusal.problems) && openManifest(refusal.problems);
+}
+
+bool Batch::prepareAdjustment(Problems &problems)
+{
+    m_adjuster = PlateAdjuster::of(m_label, m_options.separation, m_options.adjustment, problems);
+    if (!m_adjuster)
+        return false;
+    m_plates = m_adjuster->separation();
+    m_plates.layers.clear(); // nothing but their items is left
+    return true;
 }
 
 bool Batch::prepareNames(Problems &problems)
 {
-    const std::optional<NamePattern> pattern
-        = NamePattern::parse(m_options.pattern, m_rows.columns(), problems);
-    if (!pattern)
-        return false;
-    QStringList inks;
-    for (const Ink &ink : m_label.inks())
-        inks.append(ink.name);
-    if (inks.size() > 1 && !pattern->hasInk()) {
-        problems.append(
-            { {}, {}, Wording::quoted(m_options.pattern) + u" gives all inks one name"_s, u"add {ink}"_s });
-        return false;
+    m_copiesAreFiles = !m_options.pdf.isEmpty();
+    if (m_options.pdf.isEmpty()) {
+        m_names = RowNames::of(m_options, m_rows.columns(), m_adjuster->inks().printed(), problems);
+        if (!m_names)
+            return false;
+        m_copiesAreFiles = m_names->hasCopy() || m_document->countsLabels();
     }
-    m_copiesAreFiles = pattern->hasCopy() || m_document->countsLabels();
-    m_names = std::make_unique<RowNames>(*pattern, inks);
-    return true;
+    m_output
+        = RowOutputs::of(m_options, m_label.pageSize(), *m_adjuster, m_names && m_names->hasInk(), problems);
+    return m_output != nullptr;
 }
 
 bool Batch::prepareColumns(Problems &problems)
@@ -127,31 +142,6 @@ bool Batch::prepareColumns(Problems &problems)
     return find(m_options.copiesColumn, m_copiesColumn) && keyIsThere;
 }
 
-QJsonObject Batch::head() const
-{
-    const SeparationOptions &separation = m_options.separation;
-    QJsonObject head { { u"label"_s, QString::fromLatin1(m_options.labelDigest) },
-        { u"resolution"_s, separation.dpi }, { u"pattern"_s, QFileInfo(m_options.pattern).fileName() },
-        { u"format"_s, m_options.format == BatchOptions::Format::Png ? u"png"_s : u"pbm"_s } };
-    if (m_options.shard != Shard())
-        head.insert(u"shard"_s, u"%1/%2"_s.arg(m_options.shard.index).arg(m_options.shard.count));
-    if (!m_options.keyColumn.isEmpty())
-        head.insert(u"key"_s, m_options.keyColumn);
-    if (!m_options.copiesColumn.isEmpty())
-        head.insert(u"copies"_s, m_options.copiesColumn);
-    if (separation.negative)
-        head.insert(u"negative"_s, true);
-    if (separation.overprint)
-        head.insert(u"overprint"_s, true);
-    if (separation.dither)
-        head.insert(u"dithering"_s, DitherNames::of(*separation.dither));
-    if (!separation.layers.isEmpty())
-        head.insert(u"layers"_s, separation.layers.join(u','));
-    if (m_document->tellsTime())
-        head.insert(u"begin"_s, m_options.begin.toString(Qt::ISODate));
-    return head;
-}
-
 bool Batch::openManifest(Problems &problems)
 {
     const QString folder = QFileInfo(m_options.manifest).path();
@@ -161,10 +151,11 @@ bool Batch::openManifest(Problems &problems)
         return false;
     }
     using Start = BatchOptions::Start;
+    const QJsonObject head = BatchHead::of(m_options, m_document->tellsTime());
     const bool isNew = m_options.start == Start::New || m_options.start == Start::Replace;
     m_manifest = isNew
-        ? Manifest::create(m_options.manifest, head(), m_options.start == Start::Replace, problems)
-        : Manifest::resume(m_options.manifest, head(), problems);
+        ? Manifest::create(m_options.manifest, head, m_options.start == Start::Replace, problems)
+        : Manifest::resume(m_options.manifest, head, problems);
     return m_manifest != nullptr;
 }
 
@@ -172,6 +163,7 @@ BatchEnd Batch::run(BatchObserver &observer)
 {
     m_observer = &observer;
     tell(m_document->warnings());
+    tellKeptColors();
     std::optional<BatchEnd> end;
     while (!end) {
         const RowResult result = m_rows.next();
@@ -182,22 +174,34 @@ BatchEnd Batch::run(BatchObserver &observer)
         else
             end = take(result);
     }
+    end = finish(*end);
+    m_observer = nullptr;
+    return *end;
+}
+
+BatchEnd Batch::finish(BatchEnd end)
+{
     if (end == BatchEnd::Complete)
         removeReplaced();
     Problems problems;
-    if (!m_manifest->finish(end == BatchEnd::Complete ? std::optional(dataEnd()) : std::nullopt, problems))
+    if (!m_output->finish(end == BatchEnd::Complete, problems))
         end = BatchEnd::CannotWrite;
-    for (const Problem &problem : problems)
-        observer.problem(problem);
-    m_observer = nullptr;
-    return *end;
+    const bool isComplete = end == BatchEnd::Complete;
+    // The pages on record of a file that there is not would only be in the way.
+    if (m_output->isOneFile() && !isComplete)
+        m_manifest->remove();
+    else if (!m_manifest->finish(isComplete ? std::optional(dataEnd()) : std::nullopt, problems))
+        end = BatchEnd::CannotWrite;
+    for (const Problem &problem : std::as_const(problems))
+        m_observer->problem(problem);
+    return end;
 }
 
 /// Only now it is known which names no row of any share has.
 void Batch::removeReplaced()
 {
     for (const ManifestEntry &entry : std::as_const(m_replaced))
-        m_files->takeBack(entry, [this](const QString &name) { return m_names->isGiven(name); });
+        m_output->takeBackEarlier(entry, [this](const QString &name) { return m_names->isGiven(name); });
 }
 
 Manifest::End Batch::dataEnd() const
@@ -264,7 +268,7 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         : job.names                                             ? printCopies(job, entry)
                                                                 : Problems { job.problem };
     if (!problems.isEmpty())
-        m_files->takeBack(entry);
+        m_output->takeBack(entry);
     if (before)
         m_replaced.append(*before);
     return record(job, entry, problems);
@@ -274,7 +278,7 @@ bool Batch::isKept(const std::optional<ManifestEntry> &before, const ManifestEnt
 {
     if (m_options.start == BatchOptions::Start::OnlyFailed)
         return !before || before->isPrinted;
-    return before && before->isPrinted && before->digest == entry.digest && m_files->areIntact(*before);
+    return before && before->isPrinted && before->digest == entry.digest && m_output->areIntact(*before);
 }
 
 std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)
@@ -284,7 +288,7 @@ std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, cons
         m_observer->problem(located);
         entry.problems.append(Problem { {}, located.where, located.what, located.advice }.text());
     }
-    if (m_files->isBlocked())
+    if (m_output->isBlocked())
         return BatchEnd::CannotWrite;
     entry.isPrinted = problems.isEmpty();
     ++(entry.isPrinted ? m_count.printed : m_count.failed);
@@ -302,6 +306,8 @@ std::optional<QList<QStringList>> Batch::namesOf(const Row &row, qint64 copies, 
 {
     QList<QStringList> names;
     const qint64 count = m_copiesAreFiles ? copies : std::min<qint64>(copies, 1);
+    if (!m_names)
+        return QList<QStringList>(count);
     for (qint64 copy = 1; copy <= count; ++copy) {
         const std::optional<QStringList> ofCopy = m_names->namesFor(row, copy, problem);
         if (!ofCopy)
@@ -314,21 +320,35 @@ std::optional<QList<QStringList>> Batch::namesOf(const Row &row, qint64 copies, 
 Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
 {
     Problems problems;
+    const qsizetype count = job.names->size();
+    // Pages cannot be taken back: none of the copies is printed unless all of them can be.
+    for (qsizetype i = 1; i < count && m_output->isOneFile() && m_document->countsLabels(); ++i) {
+        if (!separationOf(job.row, job.firstLabel + i, With::NoPlates, problems))
+            return problems;
+    }
+    const With plates = m_output->needsPlates() ? With::Plates : With::NoPlates;
     std::optional<Separation> separation;
-    for (qsizetype i = 0; i < job.names->size() && problems.isEmpty(); ++i) {
-        if (i == 0 || m_document->countsLabels())
-            separation = separationOf(job.row, job.firstLabel + i, problems);
-        if (separation)
-            problems += m_files->write(*separation, job.names->at(i), entry);
+    for (qsizetype i = 0; i < count && problems.isEmpty(); ++i) {
+        if (i == 0 || m_document->countsLabels()) {
+            separation = separationOf(job.row, job.firstLabel + i, plates, problems);
+            if (!separation || !m_adjuster->apply(*separation, problems))
+                break;
+        }
+        problems += m_output->write({ m_document->document(), *separation }, job.names->at(i), entry);
+        for (std::size_t plate = 0; i == 0 && plate < separation->plates.size(); ++plate) {
+            const Plate &printed = separation->plates[plate];
+            entry.inks.append({ printed.ink.name, printed.dots, printed.coverage() });
+        }
     }
     return problems;
 }
 
-std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Problems &problems)
+std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With plates, Problems &problems)
 {
     std::optional<Separation> separation;
     if (m_document->show(row, { m_options.begin, label }, problems))
-        separation = m_composer->separate(problems);
+        separation = plates == With::Plates ? m_composer->separate(problems)
+                                            : RowCheck::of(m_document->document(), m_plates.dpi, problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (!separation)
@@ -344,6 +364,16 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Prob
     separation->warnings.removeIf(isFailure);
     tell(separation->warnings);
     return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+/// Pictures of a PDF in colour are not printed with other inks.
+void Batch::tellKeptColors()
+{
+    if (m_options.format != BatchOptions::Format::Pdf)
+        return;
+    Problems kept = InkRecoloring::warnings(m_document->document(), m_adjuster->inks());
+    m_document->locate(kept);
+    tell(kept);
 }
 
 void Batch::tell(const Problems &warnings)

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/adjust/plateadjuster.h"
 #include "label/batch/batchoptions.h"
 #include "label/batch/manifest.h"
-#include "label/batch/platefiles.h"
 #include "label/batch/rowdocument.h"
 #include "label/batch/rownames.h"
+#include "label/batch/rowoutput.h"
 #include "label/data/rowsource.h"
 #include "label/separation.h"
 
@@ -33,12 +34,15 @@ public:
     [[nodiscard]] virtual bool isInterrupted() = 0;
 };
 
-/// Prints the rows of a data source on a label, each into files of its own, and keeps a manifest of them.
+/// Prints the rows of a data source on a label, each into files of its own or all into one, and keeps a
+/// manifest of them.
 class VX_LABEL_EXPORT Batch
 {
 public:
     /// The manifest of a batch that names none: in the folders that the pattern names before the first place.
     [[nodiscard]] static QString usualManifest(const QString &pattern);
+    /// The same for a batch that goes into one PDF: beside that.
+    [[nodiscard]] static QString usualManifestOfPdf(const QString &pdf);
 
     /// Null, with the reasons in refusal, if the label, the columns that it asks for, the pattern of the
     /// names or the manifest are unusable. The label and the rows must outlive it.
@@ -66,10 +70,10 @@ private:
     Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
 
     [[nodiscard]] bool prepare(BatchRefusal &refusal);
+    [[nodiscard]] bool prepareAdjustment(Problems &problems);
     [[nodiscard]] bool prepareNames(Problems &problems);
     [[nodiscard]] bool prepareColumns(Problems &problems);
     [[nodiscard]] bool openManifest(Problems &problems);
-    [[nodiscard]] QJsonObject head() const;
     // Each gives the end of the batch, or nothing to go on
     [[nodiscard]] std::optional<BatchEnd> take(const RowResult &result);
     [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
@@ -82,20 +86,25 @@ private:
     [[nodiscard]] std::optional<QList<QStringList>> namesOf(const Row &row, qint64 copies, Problem &problem);
     /// Why the row is not printed.
     [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);
-    [[nodiscard]] std::optional<Separation> separationOf(const Row &row, qint64 label, Problems &problems);
+    enum class With { Plates, NoPlates };
+    [[nodiscard]] std::optional<Separation> separationOf(
+        const Row &row, qint64 label, With plates, Problems &problems);
+    [[nodiscard]] BatchEnd finish(BatchEnd end);
     void tell(const Problems &warnings);
+    void tellKeptColors();
 
     const LabelDocument &m_label;
     RowSource &m_rows;
     BatchOptions m_options;
-    SeparationOptions m_plates; ///< of the labels that m_document shows
+    std::optional<PlateAdjuster> m_adjuster;
+    SeparationOptions m_plates; ///< of the labels that m_document shows, before they are adjusted
     std::unique_ptr<RowDocument> m_document;
     std::unique_ptr<PlateComposer> m_composer; ///< of m_document
-    std::unique_ptr<RowNames> m_names;
+    std::unique_ptr<RowNames> m_names; ///< null if all labels go into one file
     std::unique_ptr<Manifest> m_manifest;
-    std::unique_ptr<PlateFiles> m_files;
+    std::unique_ptr<RowOutput> m_output;
     BatchObserver *m_observer = nullptr; ///< while it runs
-    bool m_copiesAreFiles = false; ///< and otherwise the manifest tells how many there are to be
+    bool m_copiesAreFiles = false; ///< or pages; otherwise the manifest tells how many there are to be
     int m_keyColumn = 0;
     int m_copiesColumn = -1;
     qint64 m_lastRow = 0; ///< that was read

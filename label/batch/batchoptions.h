@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/adjust/printadjustment.h"
 #include "label/batch/rowselection.h"
 #include "label/batch/shard.h"
 #include "label/data/assetpaths.h"
 #include "label/separation.h"
+#include "label/sheet/sheetoptions.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -16,7 +18,12 @@
 /// How a batch is printed.
 struct BatchOptions
 {
-    enum class Format { Png, Pbm };
+    enum class Format {
+        Png,
+        Pbm,
+        Pdf, ///< labels in colour
+        PdfPlates ///< a page for each plate
+    };
     enum class OnError { Skip, Stop };
     enum class Start {
         New, ///< a batch of the same manifest must not be there
@@ -26,8 +33,12 @@ struct BatchOptions
     };
 
     SeparationOptions separation;
+    PrintAdjustment adjustment = {};
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
+    QString pdf = {}; ///< the PDF that all labels go into, instead of files with names of the pattern
+    std::optional<SheetOptions> sheet = {}; ///< that the labels of one PDF fill; if not, each has its page
+    QString title = {}; ///< of PDFs
     QString manifest = {}; ///< its path, without the share; empty: see Batch::usualManifest()
     RowSelection rows = {};
     Shard shard = {};
@@ -41,6 +52,8 @@ struct BatchOptions
     AssetPaths assets = AssetPaths({});
     QHash<qint64, Problem> lostRows = {}; ///< that cannot be printed, by their numbers
     QDateTime begin = {}; ///< what dates and times on labels tell
+
+    [[nodiscard]] bool hasPdfFormat() const { return format == Format::Pdf || format == Format::PdfPlates; }
 };
 
 /// How far a batch is.

@@ -195,6 +195,11 @@ bool Manifest::finish(const std::optional<End> &end, Problems &problems)
     return (m_isInOrder || putInOrder(problems)) && (!end || writeLine(endLine(*end), problems));
 }
 
+void Manifest::remove()
+{
+    m_file.remove();
+}
+
 bool Manifest::putInOrder(Problems &problems)
 {
     PartFile ordered(m_file.fileName());

@@ -46,6 +46,9 @@ public:
     /// nothing is missing then. False, with the reason in problems, if it cannot be written.
     [[nodiscard]] bool finish(const std::optional<End> &end, Problems &problems);
 
+    /// Removes the file. The last call.
+    void remove();
+
     // Its lines
     [[nodiscard]] static QByteArray headLine(const QJsonObject &head);
     [[nodiscard]] static QByteArray endLine(const End &end);

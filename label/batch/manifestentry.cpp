@@ -14,6 +14,11 @@ const QString failed = u"failed"_s;
 
 } // namespace
 
+void ManifestEntry::addPages(qint64 first, qint64 last)
+{
+    pages = Pages { pages ? pages->first : first, last };
+}
+
 QByteArray ManifestEntry::line() const
 {
     QJsonObject json { { u"row"_s, row }, { u"key"_s, key }, { u"digest"_s, QString::fromLatin1(digest) },
@@ -28,7 +33,12 @@ QByteArray ManifestEntry::line() const
             inkList.append(QJsonObject {
                 { u"name"_s, ink.name }, { u"dots"_s, ink.dots }, { u"coverage"_s, ink.coverage } });
         json.insert(u"copies"_s, copies);
-        json.insert(u"files"_s, fileList);
+        if (pages)
+            json.insert(u"pages"_s, QJsonObject { { u"first"_s, pages->first }, { u"last"_s, pages->last } });
+        else
+            json.insert(u"files"_s, fileList);
+        if (cell > 0)
+            json.insert(u"cell"_s, cell);
         json.insert(u"inks"_s, inkList);
     } else {
         json.insert(u"problems"_s, QJsonArray::fromStringList(problems));
@@ -51,6 +61,9 @@ std::optional<ManifestEntry> ManifestEntry::fromLine(const QByteArray &line)
     for (const QJsonValue file : json.value(u"files"_s).toArray())
         entry.files.append({ file.toObject().value(u"name"_s).toString(),
             file.toObject().value(u"sha256"_s).toString().toLatin1() });
+    if (const QJsonObject pages = json.value(u"pages"_s).toObject(); !pages.isEmpty())
+        entry.addPages(pages.value(u"first"_s).toInteger(), pages.value(u"last"_s).toInteger());
+    entry.cell = json.value(u"cell"_s).toInt();
     for (const QJsonValue ink : json.value(u"inks"_s).toArray()) {
         const QJsonObject use = ink.toObject();
         entry.inks.append({ use.value(u"name"_s).toString(), use.value(u"dots"_s).toInteger(),

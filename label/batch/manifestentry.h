@@ -27,14 +27,27 @@ struct VX_LABEL_EXPORT ManifestEntry
         friend bool operator==(const InkUse &, const InkUse &) = default;
     };
 
+    /// Pages of the one file that all labels are in.
+    struct Pages
+    {
+        qint64 first = 0; ///< from 1
+        qint64 last = 0;
+        friend bool operator==(const Pages &, const Pages &) = default;
+    };
+
     qint64 row = 0;
     QString key; ///< by which people know the row
     QByteArray digest; ///< of the values of the row
     qint64 copies = 1;
     bool isPrinted = false; ///< and otherwise failed
     QList<File> files = {};
+    std::optional<Pages> pages = {}; ///< instead of files
+    int cell = 0; ///< of the sheet that the first of these pages shows, from 1; 0: the page is the label
     QList<InkUse> inks = {};
     QStringList problems = {}; ///< why it failed
+
+    /// Enters pages that follow those which are entered, or are among them.
+    void addPages(qint64 first, qint64 last);
 
     /// A line of JSON, with its line feed. Equal entries are equal lines.
     [[nodiscard]] QByteArray line() const;

@@ -19,7 +19,42 @@ quint64 digestOf(const QString &name)
     return qFromBigEndian<quint64>(hash.constData());
 }
 
+/// Why the inks of a label cannot go into files of a pattern.
+std::optional<Problem> problemOf(const BatchOptions &options, qsizetype inks, bool hasInk)
+{
+    const QString pattern = Wording::quoted(options.pattern);
+    const bool endsInPdf = options.pattern.endsWith(u".pdf"_s, Qt::CaseInsensitive);
+    if (endsInPdf && !options.hasPdfFormat())
+        return Problem { {}, {}, pattern + u" names PDFs"_s, u"give --format pdf or --format pdf-plates"_s };
+    if (!endsInPdf && options.hasPdfFormat())
+        return Problem { {}, {}, pattern + u" names no PDFs"_s, u"let the names end in .pdf"_s };
+    if (hasInk && options.format == BatchOptions::Format::Pdf)
+        return Problem { {}, {}, pattern + u" asks for the ink, but a PDF in colour has all of them"_s,
+            u"leave out {ink}, or give --format pdf-plates"_s };
+    if (inks > 1 && !hasInk && !options.hasPdfFormat())
+        return Problem { {}, {}, pattern + u" gives all inks one name"_s, u"add {ink}"_s };
+    return {};
+}
+
 } // namespace
+
+std::unique_ptr<RowNames> RowNames::of(
+    const BatchOptions &options, const QStringList &columns, const QList<Ink> &inks, Problems &problems)
+{
+    const std::optional<NamePattern> pattern = NamePattern::parse(options.pattern, columns, problems);
+    if (!pattern)
+        return {};
+    if (const std::optional<Problem> problem = problemOf(options, inks.size(), pattern->hasInk())) {
+        problems.append(*problem);
+        return {};
+    }
+    QStringList names;
+    for (const Ink &ink : inks)
+        names.append(ink.name);
+    if (options.hasPdfFormat() && !pattern->hasInk())
+        names = { QString() };
+    return std::make_unique<RowNames>(*pattern, names);
+}
 
 std::optional<QStringList> RowNames::namesFor(const Row &row, qint64 copy, Problem &problem)
 {

@@ -14,7 +14,9 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <algorithm>
 #include <cmath>
+#include <deque>
 
 using namespace Qt::StringLiterals;
 
@@ -129,12 +131,37 @@ public:
                 painter.save();
                 painter.setClipRect(page);
             }
-            if (paper == Paper::Painted)
-                painter.fillRect(page, document.paper());
-            ItemPainter::paint(painter, document);
+            paintAll(painter, document, paper);
             if (isClipped)
                 painter.restore();
         });
+    }
+
+    void paint(const LabelDocument &document, const QTransform &onPage, const QRectF &area, Paper paper)
+    {
+        const QRectF page(QPointF(), document.pageSizeInUnits());
+        paintAt({}, millimetresPerInch, [&](QPainter &painter) {
+            const double millimetresPerUnit = millimetresPerInch / document.designDpi();
+            painter.save();
+            painter.setClipRect(area);
+            painter.setWorldTransform(
+                QTransform::fromScale(millimetresPerUnit, millimetresPerUnit) * onPage, true);
+            painter.setClipRect(page, Qt::IntersectClip);
+            paintAll(painter, document, paper);
+            painter.restore();
+        });
+    }
+
+    /// The picture of a plate. Those of the last plates are kept: to one that is the same, Qt only refers.
+    [[nodiscard]] QImage whiteOf(const QImage &plate)
+    {
+        const auto known = std::ranges::find(m_plates, plate.cacheKey(), &Known::plate);
+        if (known != m_plates.end())
+            return known->white;
+        if (m_plates.size() == LabelLimits::MaxInks)
+            m_plates.pop_front();
+        m_plates.push_back({ plate.cacheKey(), OneBit::withWhiteSet(plate) });
+        return m_plates.back().white;
     }
 
     [[nodiscard]] bool canWrite(Problems &problems) const
@@ -158,6 +185,13 @@ public:
     }
 
 private:
+    static void paintAll(QPainter &painter, const LabelDocument &document, Paper paper)
+    {
+        if (paper == Paper::Painted)
+            painter.fillRect(QRectF(QPointF(), document.pageSizeInUnits()), document.paper());
+        ItemPainter::paint(painter, document);
+    }
+
     /// Whether a rectangle is the whole page, at which everything ends anyway.
     [[nodiscard]] bool isPage(QPointF topLeft, QSizeF size) const
     {
@@ -172,10 +206,17 @@ private:
         return false;
     }
 
+    struct Known
+    {
+        qint64 plate;
+        QImage white;
+    };
+
     QString m_file;
     PdfStream m_stream;
     QPdfWriter m_writer;
     QPainter m_painter;
+    std::deque<Known> m_plates;
     QSizeF m_page; ///< in millimetres
     double m_offset = 0.0; ///< of its top from that of Qt's page
     int m_count = 0;
@@ -227,11 +268,20 @@ bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &p
     return true;
 }
 
+bool PdfPages::place(const LabelDocument &document, const QTransform &onPage, const QRectF &area,
+    Problems &problems, Paper paper)
+{
+    if (!m_writing->canPaint(problems) || !isSound(document, problems))
+        return false;
+    m_writing->paint(document, onPage, area, paper);
+    return true;
+}
+
 bool PdfPages::placePlate(const QImage &plate, double dpi, QPointF topLeft, Problems &problems)
 {
     if (!m_writing->canPaint(problems) || !isPlate(plate, problems) || !isResolution(dpi, problems))
         return false;
-    const QImage white = OneBit::withWhiteSet(plate);
+    const QImage white = m_writing->whiteOf(plate);
     if (white.isNull())
         return refuse(problems, u"not enough memory for the plate"_s);
     // Programs that show PDFs stretch pictures to all dots that these touch: a hair less than whole dots.

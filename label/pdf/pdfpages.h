@@ -7,8 +7,10 @@
 #include <QDateTime>
 #include <QLineF>
 #include <QPointF>
+#include <QRectF>
 #include <QSizeF>
 #include <QString>
+#include <QTransform>
 
 #include <memory>
 
@@ -69,6 +71,10 @@ public:
     /// it shows beyond its own page. The document stays the caller's, and may change afterwards.
     [[nodiscard]] bool place(
         const LabelDocument &document, QPointF topLeft, Problems &problems, Paper paper = Paper::Clear);
+    /// The same with its page scaled, mirrored or turned: onPage leads from there to the page that has been
+    /// begun. Nothing shows beyond the area either.
+    [[nodiscard]] bool place(const LabelDocument &document, const QTransform &onPage, const QRectF &area,
+        Problems &problems, Paper paper = Paper::Clear);
     /// Paints a plate (QImage::Format_Mono, of which 1 prints) in black on white, as a picture of one bit per
     /// dot and of as many dots per inch.
     [[nodiscard]] bool placePlate(const QImage &plate, double dpi, QPointF topLeft, Problems &problems);

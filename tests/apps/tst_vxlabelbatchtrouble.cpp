@@ -80,7 +80,7 @@ void tst_VxLabelBatchTrouble::exitCodesTellWhatHappened_data()
         "with "
         "a delimiter "
         "in it needs quotes\n");
-    row("no pattern", {}, prices, 2, "vxlabel: --output is required; see vxlabel batch --help\n");
+    row("no pattern", {}, prices, 2, "vxlabel: --output or --pdf is required; see vxlabel batch --help\n");
     row("no column of the pattern", { u"-o"_s, u"{skew}.{ink}.png"_s }, prices, 2,
         "vxlabel: a.vxl: there is no column \"skew\"; did you mean \"sku\"?\n");
     row("no ink in the pattern", { u"-o"_s, u"{sku}.png"_s }, prices, 2,
