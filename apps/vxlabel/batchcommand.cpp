@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/batchcommand.h"
 
+#include "apps/vxlabel/assetarguments.h"
 #include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
@@ -33,8 +34,7 @@ struct Arguments
     std::string manifest;
     DataArguments data;
     std::optional<double> dpi;
-    std::vector<std::string> search;
-    bool allowAnyPath = false;
+    AssetArguments assets;
     bool force = false;
     bool resume = false;
     bool onlyFailed = false;
@@ -50,15 +50,6 @@ BatchOptions::Start startOf(const Arguments &arguments)
         : arguments.resume      ? Start::Resume
         : arguments.force       ? Start::Replace
                                 : Start::New;
-}
-
-/// Files that rows name lie beside the label, or where the arguments tell.
-AssetPaths assetsOf(const Arguments &arguments, const QString &labelPath)
-{
-    QStringList folders { QFileInfo(labelPath).absolutePath() };
-    for (const std::string &folder : arguments.search)
-        folders.append(QFile::decodeName(folder.c_str()));
-    return AssetPaths(folders, arguments.allowAnyPath);
 }
 
 ExitCode codeOf(const BatchRefusal &refusal)
@@ -199,7 +190,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.start = startOf(arguments);
     options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
-    options.assets = assetsOf(arguments, label->path);
+    options.assets = assetsOf(arguments.assets, label->path);
 
     BatchRefusal refusal;
     const std::unique_ptr<Batch> batch = Batch::of(label->document, *data.rows, options, refusal);
@@ -274,16 +265,7 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
             "skip rows that cannot be printed (if not given), or stop at the first")
         ->type_name("WHAT")
         ->check(CLI::IsMember({ "skip", "stop" }));
-    takesFirst(CommandLine::addParsed<QDateTime>(command, "--date",
-                   "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if "
-                   "not given",
-                   batch.begin,
-                   [](const QString &text, Problem &problem) {
-                       const QDateTime moment = QDateTime::fromString(text, Qt::ISODate);
-                       problem = { {}, {}, text + u" is no date"_s, {} };
-                       return moment.isValid() ? std::optional(moment) : std::nullopt;
-                   }))
-        ->type_name("MOMENT");
+    takesFirst(CommandLine::addMoment(command, batch.begin));
 }
 
 void addPlateArguments(CLI::App &command, Arguments &arguments)
@@ -314,13 +296,7 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
             "The record of the batch; manifest.jsonl in the first folder of the pattern if not given")
         ->type_name("FILE")
         ->check(CommandLine::nameCheck());
-    command
-        .add_option(
-            "--search", arguments.search, "A folder of pictures that rows name, beside the label's own")
-        ->type_name("DIR")
-        ->allow_extra_args(false)
-        ->check(CLI::ExistingDirectory);
-    command.add_flag("--allow-any-path", arguments.allowAnyPath, "Let rows name pictures in any folder");
+    addAssetArguments(command, arguments.assets);
     CLI::Option *resume
         = command.add_flag("--resume", arguments.resume, "Go on with a batch that was interrupted or killed");
     CLI::Option *onlyFailed

@@ -17,7 +17,7 @@ namespace {
 
 constexpr auto exitCodes = R"(Exit codes:
   0    done
-  1    done, but some rows failed, or broken items were left out (with --keep-going)
+  1    done, but some rows failed, a check has found errors, or broken items were left out (with --keep-going)
   2    wrong usage
   3    the label cannot be read or printed
   4    the data cannot be read
@@ -205,4 +205,17 @@ void CommandLine::addText(CLI::App &command, const std::string &name, const std:
 void CommandLine::addRows(CLI::App &command, RowSelection &rows, const std::string &help)
 {
     addParsed<RowSelection>(command, "--rows", help, rows, RowSelection::parse)->type_name("LIST");
+}
+
+CLI::Option *CommandLine::addMoment(CLI::App &command, QDateTime &moment)
+{
+    return addParsed<QDateTime>(command, "--date",
+        "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if not given",
+        moment,
+        [](const QString &text, Problem &problem) {
+            const QDateTime parsed = QDateTime::fromString(text, Qt::ISODate);
+            problem = { {}, {}, text + u" is no date"_s, {} };
+            return parsed.isValid() ? std::optional(parsed) : std::nullopt;
+        })
+        ->type_name("MOMENT");
 }

@@ -6,6 +6,7 @@
 #include "label/dither.h"
 #include "label/documentfile.h"
 
+#include <QDateTime>
 #include <QStringList>
 #include <QtGlobal>
 
@@ -50,6 +51,8 @@ public:
     static void addText(CLI::App &command, const std::string &name, const std::string &value,
         const std::string &help, QString &text);
     static void addRows(CLI::App &command, RowSelection &rows, const std::string &help);
+    /// The date and time that labels tell; invalid if not given.
+    static CLI::Option *addMoment(CLI::App &command, QDateTime &moment);
     /// An option whose text has to be understood: parse gives its value, or else a problem.
     template <typename Value>
     static CLI::Option *addParsed(CLI::App &command, const std::string &name, const std::string &help,

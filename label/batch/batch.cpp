@@ -32,13 +32,6 @@ QByteArray digestOf(const Row &row)
     return hash.result().toHex().first(16);
 }
 
-/// A row's problems begin with where the row is, unless they tell it better themselves.
-Problem ofRow(const Problem &problem, const QString &address)
-{
-    const bool isLocated = !problem.file.isEmpty() && address.startsWith(problem.file);
-    return isLocated ? problem : Problem { address, problem.where, problem.what, problem.advice };
-}
-
 } // namespace
 
 BatchObserver::~BatchObserver() = default;
@@ -272,7 +265,7 @@ bool Batch::isKept(const std::optional<ManifestEntry> &before, const ManifestEnt
 std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)
 {
     for (const Problem &problem : problems) {
-        const Problem located = ofRow(problem, job.row.address);
+        const Problem located = ofRow(problem, job.row);
         m_observer->problem(located);
         entry.problems.append(Problem { {}, located.where, located.what, located.advice }.text());
     }

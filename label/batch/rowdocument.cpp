@@ -95,6 +95,14 @@ std::optional<RowDocument::Bound> RowDocument::boundTo(
     return content ? std::optional(Bound { index, Kind::Value, std::move(*content) }) : std::nullopt;
 }
 
+std::vector<std::size_t> RowDocument::boundItems() const
+{
+    std::vector<std::size_t> items;
+    for (const Bound &bound : m_bound)
+        items.push_back(bound.item);
+    return items;
+}
+
 bool RowDocument::countsLabels() const
 {
     return std::ranges::any_of(m_bound, [](const Bound &bound) { return bound.content.countsLabels(); });

@@ -38,6 +38,8 @@ public:
     [[nodiscard]] bool tellsTime() const;
     /// Whether any item shows data at all.
     [[nodiscard]] bool isBound() const { return !m_bound.empty(); }
+    /// The places in document() of the items that show data; all others are the same on each label.
+    [[nodiscard]] std::vector<std::size_t> boundItems() const;
 
     /// Shows a row. False, with the reasons in problems, if an item cannot show it.
     [[nodiscard]] bool show(const Row &row, const RowContent::Context &context, Problems &problems);

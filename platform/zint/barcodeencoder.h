@@ -118,6 +118,10 @@ public:
     /// digit wrong, 8 option invalid, and higher.
     [[nodiscard]] int error_int() const;
 
+    /// The encoder's own words about that; empty without an error or warning, and for texts that it is not
+    /// asked about because they would harm it.
+    [[nodiscard]] QString errorText() const;
+
     /// What people read beside the symbol, with check digits and brackets; empty after an error and for
     /// symbols without such a text.
     [[nodiscard]] QString encodedText() const;
