@@ -282,6 +282,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
         ->check(CLI::IsMember({ "png", "pbm" }));
     CommandLine::addResolution(command, arguments.dpi);
     CommandLine::addPlateFlags(command, batch.separation.negative, batch.separation.overprint);
+    CommandLine::addVerify(command, batch.verify);
     CommandLine::addDither(command, batch.separation.dither);
     CommandLine::addLayers(command, batch.separation.layers);
 }

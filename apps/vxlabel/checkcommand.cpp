@@ -113,6 +113,9 @@ void addCheckCommand(CommandLine &commandLine)
     CommandLine::addRows(command, arguments->check.rows, "Check these rows only, for example 3,10-20,100-");
     CommandLine::addMoment(command, arguments->check.begin);
     CommandLine::addResolution(command, arguments->dpi);
+    CommandLine::addPlateFlags(
+        command, arguments->check.separation.negative, arguments->check.separation.overprint);
+    CommandLine::addVerify(command, arguments->check.verify);
     CommandLine::addLayers(command, arguments->check.separation.layers);
     addAssetArguments(command, arguments->assets);
     command.add_flag("--strict", arguments->strict, "Let warnings count as errors");

@@ -2,6 +2,7 @@
 #include "apps/vxlabel/commandline.h"
 
 #include "apps/vxlabel/terminal.h"
+#include "label/check/codeverifier.h"
 #include "label/labellimits.h"
 #include "label/nearestname.h"
 
@@ -185,6 +186,18 @@ void CommandLine::addPlateFlags(CLI::App &command, bool &negative, bool &overpri
 {
     command.add_flag("--negative", negative, "White on black: print what does not have the ink's colour");
     command.add_flag("--overprint", overprint, "Let inks print over each other where items allow it");
+}
+
+void CommandLine::addVerify(CLI::App &command, bool &verify)
+{
+    command.add_flag_callback(
+        "--verify",
+        [&verify] {
+            if (!CodeVerifier::isPossible())
+                throw CLI::ValidationError("--verify", CodeVerifier::unavailable().text().toStdString());
+            verify = true;
+        },
+        "Read every barcode back from the plates, and compare it with what it has to be");
 }
 
 CLI::Option *CommandLine::addForce(CLI::App &command, bool &force)

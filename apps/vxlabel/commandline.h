@@ -46,6 +46,8 @@ public:
     static void addLayers(CLI::App &command, QStringList &layers);
     /// What plates may be printed like.
     static void addPlateFlags(CLI::App &command, bool &negative, bool &overprint);
+    /// That barcodes are read back; wrong usage in builds without a reader.
+    static void addVerify(CLI::App &command, bool &verify);
     static CLI::Option *addForce(CLI::App &command, bool &force);
     /// A text that may be missing, but not be empty.
     static void addText(CLI::App &command, const std::string &name, const std::string &value,

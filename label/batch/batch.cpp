@@ -46,6 +46,8 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
         m_options.manifest = usualManifest(m_options.pattern);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
     m_plates.layers.clear(); // nothing but their items is left
+    if (m_options.verify)
+        m_verifier = std::make_unique<CodeVerifier>();
     m_files = std::make_unique<PlateFiles>(
         m_options.manifest, m_options.format, m_options.start != BatchOptions::Start::New);
 }
@@ -328,7 +330,18 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, Prob
     std::ranges::copy_if(separation->warnings, std::back_inserter(problems), isFailure);
     separation->warnings.removeIf(isFailure);
     tell(separation->warnings);
+    verify(*separation, problems);
     return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+void Batch::verify(const Separation &separation, Problems &problems)
+{
+    if (!m_verifier)
+        return;
+    Problems found = m_verifier->verify(m_document->document(), separation, m_plates);
+    m_document->locate(found);
+    problems += found;
+    tell(m_verifier->takeNotes());
 }
 
 void Batch::tell(const Problems &warnings)

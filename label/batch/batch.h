@@ -6,6 +6,7 @@
 #include "label/batch/platefiles.h"
 #include "label/batch/rowdocument.h"
 #include "label/batch/rownames.h"
+#include "label/check/codeverifier.h"
 #include "label/data/rowsource.h"
 #include "label/separation.h"
 
@@ -79,6 +80,8 @@ private:
     /// Why the row is not printed.
     [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);
     [[nodiscard]] std::optional<Separation> separationOf(const Row &row, qint64 label, Problems &problems);
+    /// Reads the barcodes of the row that is shown back, if that is asked for.
+    void verify(const Separation &separation, Problems &problems);
     void tell(const Problems &warnings);
 
     const LabelDocument &m_label;
@@ -86,6 +89,7 @@ private:
     BatchOptions m_options;
     SeparationOptions m_plates; ///< of the labels that m_document shows
     std::unique_ptr<RowDocument> m_document;
+    std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
     std::unique_ptr<RowNames> m_names;
     std::unique_ptr<Manifest> m_manifest;
     std::unique_ptr<PlateFiles> m_files;

@@ -25,6 +25,7 @@ struct BatchOptions
     };
 
     SeparationOptions separation;
+    bool verify = false; ///< every barcode is read back from the plates, and a row that differs fails
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
     QString manifest = {}; ///< its path, without the share; empty: see Batch::usualManifest()

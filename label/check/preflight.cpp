@@ -69,12 +69,15 @@ Preflight::Preflight(const LabelDocument &label, RowSource *rows, const Prefligh
     , m_rows(rows)
     , m_options(options)
 {
+    if (m_options.verify)
+        m_verifier = std::make_unique<CodeVerifier>();
 }
 
 Preflight::~Preflight() = default;
 
 PreflightEnd Preflight::run(PreflightObserver &observer)
 {
+    m_observer = &observer;
     Findings found = errorsOf(m_label.problems(), "unsound-label");
     if (!found.isEmpty()) {
         observer.label(found);
@@ -99,7 +102,7 @@ Findings Preflight::refusal(const LabelDocument &document) const
 PreflightEnd Preflight::checkDesign(const FlatDocument &design, PreflightObserver &observer)
 {
     LabelChecker checker(design.document(), m_options.separation.dpi, {});
-    Findings found = checker.checkAll();
+    Findings found = checker.checkAll() + verify(design.document());
     locate(found, design);
     observer.label(found);
     return PreflightEnd::Complete;
@@ -116,6 +119,8 @@ PreflightEnd Preflight::checkRows(PreflightObserver &observer)
     }
     LabelChecker checker(m_shown->document(), m_options.separation.dpi, m_shown->boundItems());
     Findings found = checker.checkAll();
+    if (!m_shown->isBound())
+        found += verify(m_shown->document());
     locate(found, *m_shown);
     observer.label(found);
     while (true) {
@@ -136,11 +141,29 @@ PreflightEnd Preflight::checkRows(PreflightObserver &observer)
     }
 }
 
+Findings Preflight::verify(const LabelDocument &document)
+{
+    if (!m_verifier)
+        return {};
+    SeparationOptions options = m_options.separation;
+    options.layers.clear(); // nothing but their items is left
+    Problems problems;
+    const std::optional<Separation> separation = separate(document, options, problems);
+    if (!separation)
+        return errorsOf(problems, "unprintable-page");
+    const Findings found = errorsOf(m_verifier->verify(document, *separation, options), "unreadable-code");
+    for (const Problem &note : m_verifier->takeNotes())
+        m_observer->note(note);
+    return found;
+}
+
 Findings Preflight::checkRow(const Row &row, LabelChecker &checker)
 {
     Problems problems;
     static_cast<void>(m_shown->show(row, { m_options.begin, row.number }, problems));
     Findings found = checker.checkShown();
+    if (problems.isEmpty() && m_shown->isBound())
+        found += verify(m_shown->document());
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     locate(found, *m_shown);

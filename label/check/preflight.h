@@ -3,6 +3,7 @@
 
 #include "label/batch/rowdocument.h"
 #include "label/batch/rowselection.h"
+#include "label/check/codeverifier.h"
 #include "label/check/labelchecker.h"
 #include "label/data/rowsource.h"
 
@@ -12,6 +13,7 @@
 struct PreflightOptions
 {
     SeparationOptions separation; ///< how they would be printed
+    bool verify = false; ///< plates are made, and every barcode is read back from them
     RowSelection rows = {};
     std::optional<int> rowSource = {}; ///< see BindingOptions
     AssetPaths assets = AssetPaths({});
@@ -54,6 +56,9 @@ private:
     [[nodiscard]] PreflightEnd checkDesign(const FlatDocument &design, PreflightObserver &observer);
     [[nodiscard]] PreflightEnd checkRows(PreflightObserver &observer);
     [[nodiscard]] Findings checkRow(const Row &row, LabelChecker &checker);
+    /// Makes the plates of a document whose items all lie on its page, and reads its barcodes back, if that
+    /// is asked for.
+    [[nodiscard]] Findings verify(const LabelDocument &document);
     /// What keeps the label from being printed at all.
     [[nodiscard]] Findings refusal(const LabelDocument &document) const;
 
@@ -61,4 +66,6 @@ private:
     RowSource *m_rows;
     PreflightOptions m_options;
     std::unique_ptr<RowDocument> m_shown; ///< null without rows
+    std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
+    PreflightObserver *m_observer = nullptr; ///< while it runs
 };

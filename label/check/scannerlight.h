@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
-#include "label/vxlabelexport.h"
-
 #include <QRgb>
 
 /// What scanners see of a colour.
@@ -19,6 +17,6 @@ enum class Light {
 
 /// Whether a scanner takes the colour for that of bars on such a background: it sends back less than half of
 /// what the background does.
-[[nodiscard]] VX_LABEL_EXPORT bool isDark(QRgb color, QRgb background, Light light);
+[[nodiscard]] bool isDark(QRgb color, QRgb background, Light light);
 
 } // namespace ScannerLight

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+#include <optional>
+#include <sys/types.h>
+
+/// The reader of barcodes in a process of its own, which is made from this one when it is first asked: a
+/// picture on which the reader aborts, or which keeps it busy, is one that cannot be read, and nothing else.
+class DecoderProcess
+{
+public:
+    DecoderProcess() = default;
+    ~DecoderProcess();
+    Q_DISABLE_COPY_MOVE(DecoderProcess)
+
+    /// The text of the barcode on a picture of QImage::Format_Grayscale8 in black and white; nothing if it
+    /// cannot be read. The formats are those of CodeDecoder.
+    [[nodiscard]] std::optional<QString> read(const QImage &picture, const QByteArray &formats);
+
+private:
+    [[nodiscard]] bool start();
+    void stop();
+    [[nodiscard]] bool sendQuestion(const QImage &picture, const QByteArray &formats) const;
+    /// Nothing if no answer comes.
+    [[nodiscard]] std::optional<QByteArray> answer() const;
+
+    pid_t m_process = -1;
+    int m_socket = -1; ///< to the process; -1 without one
+};
