@@ -72,14 +72,15 @@ ExitCode codeOf(PreflightEnd end, const CheckReport::Count &count)
     return ExitCode::Ok;
 }
 
-ExitCode checkLabel(
+/// Nothing, after complaints, if the rows cannot be had.
+std::optional<ExitCode> checkLabel(
     Arguments &arguments, const QString &path, const LabelDocument &label, CheckReport &report)
 {
     DataRows data;
     if (hasRows(arguments, label)) {
         data = openData(arguments.data, label, path);
         if (!data.rows)
-            return ExitCode::DataSource;
+            return {};
     }
     PreflightOptions &options = arguments.check;
     options.separation.dpi = arguments.dpi.value_or(label.designDpi());
@@ -95,8 +96,11 @@ ExitCode check(Arguments arguments, BrokenItems broken)
     const QString path = QFile::decodeName(arguments.label.c_str());
     const std::unique_ptr<CheckReport> report = reportOf(arguments, path);
     const std::optional<LabelDocument> label = loadLabel(path, broken, *report);
-    const ExitCode code = label ? checkLabel(arguments, path, *label, *report) : ExitCode::BadDocument;
-    return report->finish() ? code : ExitCode::CannotWrite;
+    const std::optional<ExitCode> code
+        = label ? checkLabel(arguments, path, *label, *report) : ExitCode::BadDocument;
+    if (!code)
+        return ExitCode::DataSource;
+    return report->finish() ? *code : ExitCode::CannotWrite;
 }
 
 } // namespace
