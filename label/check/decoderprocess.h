@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/vxlabelexport.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QString>
@@ -10,7 +12,7 @@
 
 /// The reader of barcodes in a process of its own, which is made from this one when it is first asked: a
 /// picture on which the reader aborts, or which keeps it busy, is one that cannot be read, and nothing else.
-class DecoderProcess
+class VX_LABEL_EXPORT DecoderProcess
 {
 public:
     DecoderProcess() = default;
