@@ -194,17 +194,31 @@ bool isHibc(const QString &text, const QString &read)
     return read.size() == body.size() + 1 && read.startsWith(body);
 }
 
+/// Readers take no pairs of less than six digits, which a part of longer bars may look like, and no add-on of
+/// up to five without its EAN.
+bool isLongEnough(const Reading &reading, const QString &text)
+{
+    constexpr qsizetype fewestOfPairs = 5; // a zero makes them six
+    constexpr qsizetype longestAddOn = 5;
+    if (reading.form == Form::Even)
+        return text.size() >= fewestOfPairs;
+    const bool isRetail = reading.form == Form::Retail || reading.form == Form::RetailWhole;
+    return !isRetail || text.section(u'+', 0, 0).size() > longestAddOn;
+}
+
 } // namespace
+
+bool CodeContent::isKnown(const BarcodeItem &barcode)
+{
+    return readingOf(barcode) != nullptr;
+}
 
 std::optional<QByteArray> CodeContent::formatsOf(const BarcodeItem &barcode)
 {
     const Reading *reading = readingOf(barcode);
-    const bool isRetail = reading && (reading->form == Form::Retail || reading->form == Form::RetailWhole);
-    // Up to five digits make an add-on alone.
-    constexpr qsizetype longestAddOn = 5;
-    if (!reading || (isRetail && barcode.getBarcodeText().section(u'+', 0, 0).size() <= longestAddOn))
-        return {};
-    return QByteArray(reading->formats);
+    return reading && isLongEnough(*reading, barcode.getBarcodeText())
+        ? std::optional(QByteArray(reading->formats))
+        : std::nullopt;
 }
 
 bool CodeContent::isThatOf(const BarcodeItem &barcode, const QString &read)

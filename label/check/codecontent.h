@@ -13,6 +13,9 @@ class BarcodeItem;
 /// What a reader makes of the text of a barcode.
 namespace CodeContent {
 
+/// Whether the reader knows the symbology of the barcode.
+[[nodiscard]] VX_LABEL_EXPORT bool isKnown(const BarcodeItem &barcode);
+
 /// The formats in which the reader finds the symbology of the barcode, for CodeDecoder. Nothing for
 /// symbologies, and for texts, that it does not read.
 [[nodiscard]] VX_LABEL_EXPORT std::optional<QByteArray> formatsOf(const BarcodeItem &barcode);

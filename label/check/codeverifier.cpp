@@ -157,8 +157,12 @@ std::optional<Problem> CodeVerifier::verify(
     const std::optional<QByteArray> formats = CodeContent::formatsOf(barcode);
     if (!formats) {
         const QString name = printed.symbology.isEmpty() ? u"this symbology"_s : printed.symbology;
-        note(name,
-            { {}, {}, u"%1 cannot be verified: the reader does not know it"_s.arg(name),
+        const bool isShort = CodeContent::isKnown(barcode);
+        const QString why = isShort
+            ? u"takes no texts as short as %1"_s.arg(Wording::quoted(barcode.getBarcodeText()))
+            : u"does not know it"_s;
+        note(isShort ? name + u", short"_s : name,
+            { {}, {}, u"%1 cannot be verified: the reader %2"_s.arg(name, why),
                 u"read a print with your own scanner"_s });
         return {};
     }

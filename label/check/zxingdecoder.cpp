@@ -5,11 +5,61 @@
 #include <ZXing/ReadBarcode.h>
 
 #include <exception>
+#include <string>
+#include <string_view>
 
 namespace {
 
 /// Code 39 of all letters is one of the formats to us, and a hint to ZXing.
 constexpr auto extendedCode39 = "Code39Extended";
+
+/// What symbols hold that do not say otherwise. Left alone, ZXing guesses, and takes some words for Japanese.
+constexpr auto ownCharacterSet = "ISO-8859-1";
+
+/// What ZXing puts for a character that it does not know, in UTF-8.
+constexpr std::string_view unknown = "\xEF\xBF\xBD";
+/// The designator of ISO 8859-7. ZXing has its first edition, without the three characters of the second, of
+/// which one is the euro sign.
+constexpr std::string_view greek = "\\000009";
+
+std::string_view addedToGreek(std::uint8_t byte)
+{
+    switch (byte) {
+    case 0xA4:
+        return "\u20AC";
+    case 0xA5:
+        return "\u20AF";
+    case 0xAA:
+        return "\u037A";
+    default:
+        return {};
+    }
+}
+
+/// The text of a symbol that is in Greek letters as a whole, with all of its characters.
+std::string withAllOfGreek(std::string text, const ZXing::ByteArray &bytes)
+{
+    std::size_t place = 0;
+    for (const std::uint8_t byte : bytes) {
+        const std::string_view added = addedToGreek(byte);
+        place = added.empty() ? place : text.find(unknown, place);
+        if (place == std::string::npos)
+            break;
+        if (!added.empty()) {
+            text.replace(place, unknown.size(), added);
+            place += added.size();
+        }
+    }
+    return text;
+}
+
+std::string textOf(const ZXing::Result &result)
+{
+    constexpr std::size_t identifier = 3; // "]Q2"
+    const ZXing::ByteArray bytes = result.bytesECI();
+    const bool isGreek = std::string(bytes.begin(), bytes.end()).find(greek) == identifier;
+    return isGreek ? withAllOfGreek(result.text(), bytes) : result.text();
+}
 
 std::optional<std::string> readWith(const CodeDecoder::Picture &picture, const std::string &formats)
 {
@@ -19,10 +69,11 @@ std::optional<std::string> readWith(const CodeDecoder::Picture &picture, const s
               .setFormats(ZXing::BarcodeFormatsFromString(isExtended ? "Code39" : formats))
               .setTryCode39ExtendedMode(isExtended)
               .setReturnCodabarStartEnd(true)
+              .setCharacterSet(ownCharacterSet)
               .setBinarizer(ZXing::Binarizer::BoolCast);
     const ZXing::ImageView view(picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum);
     const ZXing::Result result = ZXing::ReadBarcode(view, hints);
-    return result.isValid() ? std::optional(result.text()) : std::nullopt;
+    return result.isValid() ? std::optional(textOf(result)) : std::nullopt;
 }
 
 } // namespace

@@ -128,6 +128,7 @@ void tst_CodeContent::symbologiesThatAreNotRead_data()
     QTest::newRow("POSTNET") << 40 << u"12345"_s;
     QTest::newRow("DotCode") << 115 << u"A"_s;
     QTest::newRow("an add-on alone") << 13 << u"12"_s;
+    QTest::newRow("two pairs") << 3 << u"1234"_s;
 }
 
 void tst_CodeContent::symbologiesThatAreNotRead()

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace Printing;
@@ -71,6 +72,9 @@ private Q_SLOTS:
     void everyOtherSymbologyIsTold_data();
     void everyOtherSymbologyIsTold();
     void redInkIsTold();
+    void textsOfAnyScriptAreVerified_data();
+    void textsOfAnyScriptAreVerified();
+    void shortPairsAreTold();
     void refusedCodesAreLeftOut();
 };
 
@@ -145,6 +149,42 @@ void tst_CodeVerifier::redInkIsTold()
     QCOMPARE(verified(verifier, labelWith(58, u"A1"_s, 210.0, 0.0, red)), QString());
     const QString notes = wordsOf(verifier.takeNotes());
     QVERIFY2(notes.contains(u"is read in white light only"_s), qPrintable(notes));
+}
+
+void tst_CodeVerifier::textsOfAnyScriptAreVerified_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Latin 1") << u"Gr\u00f6\u00dfe"_s;
+    QTest::newRow("Latin 1 that looks like Japanese") << u"\u00df\u00e9b,eBQH8%T6sRuy"_s;
+    QTest::newRow("euro") << u"\u20ac 5,00"_s; // in ISO 8859-7
+    QTest::newRow("euro and backslashes") << u"\\\u20ac\\000017"_s;
+    QTest::newRow("Greek and euros") << u"\u20ac \u03b1\u03b2 \u20ac\u20ac"_s;
+    QTest::newRow("Latin 2") << u"\u0141\u00f3d\u017a"_s;
+    QTest::newRow("Cyrillic") << u"\u041c\u043e\u0441\u043a\u0432\u0430"_s;
+    QTest::newRow("Chinese") << u"\u6771\u4eac"_s;
+    QTest::newRow("several") << u"\u6771\u4eac \u20ac \U0001F642"_s;
+}
+
+void tst_CodeVerifier::textsOfAnyScriptAreVerified()
+{
+    QFETCH(QString, text);
+    constexpr std::array symbols { 58, 71, 92, 55 }; // QR Code, Data Matrix, Aztec Code, PDF417
+    CodeVerifier verifier;
+    for (const int symbol : symbols)
+        QCOMPARE(verified(verifier, labelWith(symbol, text, 400.0, 0.0, black)), QString());
+    QCOMPARE(wordsOf(verifier.takeNotes()), QString());
+}
+
+void tst_CodeVerifier::shortPairsAreTold()
+{
+    CodeVerifier verifier;
+    QCOMPARE(verified(verifier, labelWith(3, u"1234"_s, 400.0, 0.0, black)), QString());
+    QCOMPARE(wordsOf(verifier.takeNotes()),
+        u"Interleaved 2 of 5 cannot be verified: the reader takes no texts as short as \"1234\"; read a "
+        u"print with "
+        "your own scanner"_s);
+    QCOMPARE(verified(verifier, labelWith(3, u"12345"_s, 400.0, 0.0, black)), QString());
+    QCOMPARE(wordsOf(verifier.takeNotes()), QString());
 }
 
 void tst_CodeVerifier::refusedCodesAreLeftOut()
