@@ -16,10 +16,17 @@ struct Picture
     int height;
 };
 
+/// The text of a barcode in UTF-8.
+struct Reading
+{
+    std::string text; ///< what does not say in which characters it is written is taken for Latin 1
+    std::string guess; ///< the same as scanners guess it; often no other
+};
+
 [[nodiscard]] bool isAvailable();
 
-/// The text of a barcode in UTF-8; nothing if there is none to read. The formats are ZXing's names, with bars
-/// between them. It may abort the process on some pictures: see DecoderProcess.
-[[nodiscard]] std::optional<std::string> read(const Picture &picture, const std::string &formats);
+/// Nothing if there is no barcode to read. The formats are ZXing's names, with bars between them. It may
+/// abort the process on some pictures: see DecoderProcess.
+[[nodiscard]] std::optional<Reading> read(const Picture &picture, const std::string &formats);
 
 } // namespace CodeDecoder

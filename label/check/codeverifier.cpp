@@ -194,11 +194,11 @@ std::optional<QString> CodeVerifier::bestReading(
         if (factor > 1 && qint64(seen.width()) * seen.height() * factor * factor > mostPixels)
             break;
         for (const QImage &picture : { seen, turnedBack(seen, barcode) }) {
-            const std::optional<QString> read = m_decoder->read(enlarged(picture, factor), formats);
-            if (read && CodeContent::isThatOf(barcode, *read))
-                return read;
-            if (!best)
-                best = read;
+            for (const QString &read : m_decoder->read(enlarged(picture, factor), formats)) {
+                if (CodeContent::isThatOf(barcode, read))
+                    return read;
+                best = best.value_or(read);
+            }
         }
     }
     return best;

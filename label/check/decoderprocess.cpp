@@ -32,10 +32,12 @@ struct Question
     qint32 formats = 0; ///< their bytes
 };
 
-/// What comes before the bytes of a text.
+/// What comes before the bytes of both texts.
 struct Answer
 {
-    qint32 size = 0; ///< of the text; -1 if nothing was read
+    bool isRead = false;
+    qint32 text = 0; ///< the bytes
+    qint32 guess = 0;
 };
 
 bool sendAll(int socket, const void *data, std::size_t size)
@@ -84,11 +86,13 @@ bool answerNext()
     if (!receiveAll(socketOfChild, formats.data(), formats.size(), -1)
         || !receiveAll(socketOfChild, pixels.data(), pixels.size(), -1))
         return false;
-    const std::optional<std::string> text
-        = CodeDecoder::read({ pixels.data(), question.width, question.height }, formats);
-    const Answer answer { text ? qint32(text->size()) : -1 };
+    const CodeDecoder::Picture picture { pixels.data(), question.width, question.height };
+    const std::optional<CodeDecoder::Reading> read = CodeDecoder::read(picture, formats);
+    const CodeDecoder::Reading reading = read.value_or(CodeDecoder::Reading());
+    const Answer answer { read.has_value(), qint32(reading.text.size()), qint32(reading.guess.size()) };
     return sendAll(socketOfChild, &answer, sizeof(answer))
-        && (!text || sendAll(socketOfChild, text->data(), text->size()));
+        && sendAll(socketOfChild, reading.text.data(), reading.text.size())
+        && sendAll(socketOfChild, reading.guess.data(), reading.guess.size());
 }
 
 /// All that the child has of this process but memory and the socket goes.
@@ -158,23 +162,34 @@ bool DecoderProcess::sendQuestion(const QImage &picture, const QByteArray &forma
     return isSent;
 }
 
-std::optional<QByteArray> DecoderProcess::answer() const
+std::optional<QString> DecoderProcess::receiveText(qint32 size) const
+{
+    QByteArray text(size, '\0');
+    return receiveAll(m_socket, text.data(), std::size_t(size), longestAnswer)
+        ? std::optional(QString::fromUtf8(text))
+        : std::nullopt;
+}
+
+std::optional<QStringList> DecoderProcess::answer() const
 {
     Answer answer;
     if (!receiveAll(m_socket, &answer, sizeof(answer), longestAnswer))
         return {};
-    QByteArray text(std::max(answer.size, 0), '\0');
-    if (!receiveAll(m_socket, text.data(), std::size_t(text.size()), longestAnswer))
+    const std::optional<QString> text = receiveText(answer.text);
+    const std::optional<QString> guess = text ? receiveText(answer.guess) : std::nullopt;
+    if (!guess)
         return {};
-    return answer.size < 0 ? QByteArray() : text;
+    if (!answer.isRead)
+        return QStringList();
+    return *guess == *text ? QStringList { *text } : QStringList { *text, *guess };
 }
 
-std::optional<QString> DecoderProcess::read(const QImage &picture, const QByteArray &formats)
+QStringList DecoderProcess::read(const QImage &picture, const QByteArray &formats)
 {
     if (m_socket < 0 && !start())
         return {};
-    const std::optional<QByteArray> text = sendQuestion(picture, formats) ? answer() : std::nullopt;
-    if (!text)
+    const std::optional<QStringList> texts = sendQuestion(picture, formats) ? answer() : std::nullopt;
+    if (!texts)
         stop(); // the next one finds another
-    return text && !text->isNull() ? std::optional(QString::fromUtf8(*text)) : std::nullopt;
+    return texts.value_or(QStringList());
 }

@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 #include <QImage>
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <sys/types.h>
@@ -19,16 +19,18 @@ public:
     ~DecoderProcess();
     Q_DISABLE_COPY_MOVE(DecoderProcess)
 
-    /// The text of the barcode on a picture of QImage::Format_Grayscale8 in black and white; nothing if it
-    /// cannot be read. The formats are those of CodeDecoder.
-    [[nodiscard]] std::optional<QString> read(const QImage &picture, const QByteArray &formats);
+    /// The text of the barcode on a picture of QImage::Format_Grayscale8 in black and white, and, if it is
+    /// another one, what scanners may guess; nothing if it cannot be read. The formats are those of
+    /// CodeDecoder.
+    [[nodiscard]] QStringList read(const QImage &picture, const QByteArray &formats);
 
 private:
     [[nodiscard]] bool start();
     void stop();
     [[nodiscard]] bool sendQuestion(const QImage &picture, const QByteArray &formats) const;
     /// Nothing if no answer comes.
-    [[nodiscard]] std::optional<QByteArray> answer() const;
+    [[nodiscard]] std::optional<QStringList> answer() const;
+    [[nodiscard]] std::optional<QString> receiveText(qint32 size) const;
 
     pid_t m_process = -1;
     int m_socket = -1; ///< to the process; -1 without one

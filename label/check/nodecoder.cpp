@@ -6,7 +6,8 @@ bool CodeDecoder::isAvailable()
     return false;
 }
 
-std::optional<std::string> CodeDecoder::read(const Picture & /*picture*/, const std::string & /*formats*/)
+std::optional<CodeDecoder::Reading> CodeDecoder::read(
+    const Picture & /*picture*/, const std::string & /*formats*/)
 {
     return {};
 }

@@ -13,7 +13,8 @@ namespace {
 /// Code 39 of all letters is one of the formats to us, and a hint to ZXing.
 constexpr auto extendedCode39 = "Code39Extended";
 
-/// What symbols hold that do not say otherwise. Left alone, ZXing guesses, and takes some words for Japanese.
+/// What symbols hold that do not say otherwise. Left alone, ZXing guesses, and takes some words for Japanese;
+/// so do scanners, for whom libzint writes some Japanese without saying so.
 constexpr auto ownCharacterSet = "ISO-8859-1";
 
 /// What ZXing puts for a character that it does not know, in UTF-8.
@@ -61,19 +62,25 @@ std::string textOf(const ZXing::Result &result)
     return isGreek ? withAllOfGreek(result.text(), bytes) : result.text();
 }
 
-std::optional<std::string> readWith(const CodeDecoder::Picture &picture, const std::string &formats)
+ZXing::DecodeHints hintsFor(const std::string &formats)
 {
     const bool isExtended = formats == extendedCode39;
-    const ZXing::DecodeHints hints
-        = ZXing::DecodeHints()
-              .setFormats(ZXing::BarcodeFormatsFromString(isExtended ? "Code39" : formats))
-              .setTryCode39ExtendedMode(isExtended)
-              .setReturnCodabarStartEnd(true)
-              .setCharacterSet(ownCharacterSet)
-              .setBinarizer(ZXing::Binarizer::BoolCast);
+    return ZXing::DecodeHints()
+        .setFormats(ZXing::BarcodeFormatsFromString(isExtended ? "Code39" : formats))
+        .setTryCode39ExtendedMode(isExtended)
+        .setReturnCodabarStartEnd(true)
+        .setBinarizer(ZXing::Binarizer::BoolCast);
+}
+
+std::optional<CodeDecoder::Reading> readWith(const CodeDecoder::Picture &picture, const std::string &formats)
+{
+    ZXing::DecodeHints hints = hintsFor(formats);
     const ZXing::ImageView view(picture.pixels, picture.width, picture.height, ZXing::ImageFormat::Lum);
-    const ZXing::Result result = ZXing::ReadBarcode(view, hints);
-    return result.isValid() ? std::optional(textOf(result)) : std::nullopt;
+    const ZXing::Result guessed = ZXing::ReadBarcode(view, hints);
+    if (!guessed.isValid())
+        return {};
+    const ZXing::Result result = ZXing::ReadBarcode(view, hints.setCharacterSet(ownCharacterSet));
+    return CodeDecoder::Reading { textOf(result), textOf(guessed) };
 }
 
 } // namespace
@@ -83,7 +90,7 @@ bool CodeDecoder::isAvailable()
     return true;
 }
 
-std::optional<std::string> CodeDecoder::read(const Picture &picture, const std::string &formats)
+std::optional<CodeDecoder::Reading> CodeDecoder::read(const Picture &picture, const std::string &formats)
 {
     try {
         return readWith(picture, formats);

@@ -162,6 +162,7 @@ void tst_CodeVerifier::textsOfAnyScriptAreVerified_data()
     QTest::newRow("Latin 2") << u"\u0141\u00f3d\u017a"_s;
     QTest::newRow("Cyrillic") << u"\u041c\u043e\u0441\u043a\u0432\u0430"_s;
     QTest::newRow("Chinese") << u"\u6771\u4eac"_s;
+    QTest::newRow("Shift JIS that does not say so") << u"z\u4e2d6i\"g_\"TZB1"_s; // in QR Codes
     QTest::newRow("several") << u"\u6771\u4eac \u20ac \U0001F642"_s;
 }
 
