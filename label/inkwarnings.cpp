@@ -92,32 +92,36 @@ bool showsOwnColors(Item &item)
 
 } // namespace
 
-Problems inkWarnings(const LabelDocument &document, std::size_t index)
+std::vector<InkWarning> inkWarnings(const LabelDocument &document, std::size_t index)
 {
+    std::vector<InkWarning> warnings;
     Item &item = *document.items()[index];
     if (!item.getItemIsVisible())
-        return {};
-    Problems warnings;
-    const QString where = u"/items/%1"_s.arg(index);
+        return warnings;
+    const QString name = Wording::item(item);
+    const auto warn = [&](InkWarning::Kind kind, const QString &what, const QString &advice) {
+        warnings.push_back({ kind, { {}, u"/items/%1"_s.arg(index), what, advice } });
+    };
     if (isMissing(item))
-        warnings.append({ {}, where,
-            u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(Wording::item(item)),
-            u"load it again"_s });
+        warn(InkWarning::MissingPicture,
+            u"%1 prints nothing: its picture or drawing could not be loaded"_s.arg(name), u"load it again"_s);
     if (showsOwnColors(item))
-        warnings.append({ {}, where,
-            u"each ink prints what %1 holds besides its pen and its fill colour"_s.arg(Wording::item(item)),
-            u"draw it in #000000 and #FFFFFF alone, or show it as an SVG drawing"_s });
+        warn(InkWarning::OwnColors,
+            u"each ink prints what %1 holds besides its pen and its fill colour"_s.arg(name),
+            u"draw it in #000000 and #FFFFFF alone, or show it as an SVG drawing"_s);
     if (const QStringList parts = unprintable(item, document); !parts.isEmpty())
-        warnings.append(
-            { {}, where, u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), Wording::item(item)),
-                u"use an ink's colour or add an ink"_s });
+        warn(InkWarning::UnprintableColor,
+            u"no ink prints the %1 of %2"_s.arg(parts.join(u" and the "_s), name),
+            u"use an ink's colour or add an ink"_s);
     return warnings;
 }
 
 Problems inkWarnings(const LabelDocument &document)
 {
     Problems warnings;
-    for (std::size_t i = 0; i < document.items().size(); ++i)
-        warnings += inkWarnings(document, i);
+    for (std::size_t i = 0; i < document.items().size(); ++i) {
+        for (const InkWarning &warning : inkWarnings(document, i))
+            warnings.append(warning.problem);
+    }
     return warnings;
 }

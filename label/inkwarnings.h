@@ -3,9 +3,21 @@
 
 #include "label/labeldocument.h"
 
-/// One problem for each visible item that paints in a colour that no ink prints, and for each picture that
-/// could not be loaded. The colour of the paper, white and near-white are meant to leave the paper bare.
-[[nodiscard]] Problems inkWarnings(const LabelDocument &document);
+/// Something of an item that no plate shows as it was designed.
+struct InkWarning
+{
+    enum Kind {
+        MissingPicture, ///< it could not be loaded
+        OwnColors, ///< of a symbol, beside those that its pen and fill take the places of
+        UnprintableColor ///< no ink prints it
+    };
 
-/// The same of one item, by its place.
-[[nodiscard]] Problems inkWarnings(const LabelDocument &document, std::size_t index);
+    Kind kind;
+    Problem problem;
+};
+
+/// The warnings of the item of this place in the document; none of a hidden one. The colour of the paper,
+/// white and near-white are meant to leave the paper bare.
+[[nodiscard]] std::vector<InkWarning> inkWarnings(const LabelDocument &document, std::size_t item);
+/// Those of all items.
+[[nodiscard]] Problems inkWarnings(const LabelDocument &document);

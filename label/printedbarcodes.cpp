@@ -38,6 +38,8 @@ double lowestBarOf(const Zint::SymbolGeometry &geometry)
     return geometry.bars.empty() ? 0.0 : lowest;
 }
 
+using PrintedBarcodes::Fault;
+
 PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
 {
     const Zint::QZint barcode = BarcodeEncoding::of(item);
@@ -49,6 +51,8 @@ PrintedBarcode printed(const BarcodeItem &item, double dpi, double scaling)
         .name = Wording::item(item),
         .symbology = symbology ? symbology->name : QString(),
         .error = barcode.error_int(),
+        .message = barcode.errorText(),
+        .place = modules.place,
         .modules = modules.modules,
         .dots = modules.dots,
         .squareModules = modules.squareModules,
@@ -151,74 +155,78 @@ Problem tooLow(const Side &height, double lowestBar, double dpi)
         adviceOf(height, height.length / lowestBar, dpi, dpi / lowestBar) };
 }
 
-std::optional<Problem> problemOf(
+std::optional<Fault> findFault(
     const BarcodeItem &item, const PrintedBarcode &barcode, double dpi, double scaling)
 {
     if (barcode.isRefused())
-        return Problem { {}, {}, reasonOf(barcode.error), adviceFor(barcode.error) };
+        return Fault { Fault::Refused, { {}, {}, reasonOf(barcode.error), adviceFor(barcode.error) } };
     if (item.getBarcodeSymbol() == ultracode)
-        return Problem { {}, {}, u"its modules have colours of their own, which no plate has"_s,
-            u"choose another symbology"_s };
+        return Fault { Fault::Coloured,
+            { {}, {}, u"its modules have colours of their own, which no plate has"_s,
+                u"choose another symbology"_s } };
     if (item.boundingRect().isEmpty())
-        return Problem { {}, {}, u"there is no room for the symbol"_s, u"make it larger"_s };
+        return Fault { Fault::NoRoom, { {}, {}, u"there is no room for the symbol"_s, u"make it larger"_s } };
     if (barcode.modules.isEmpty())
-        return Problem { {}, {}, u"the text has no bars"_s, u"change the text or the symbology"_s };
+        return Fault { Fault::NoBars,
+            { {}, {}, u"the text has no bars"_s, u"change the text or the symbology"_s } };
     const Side width { u"wide"_s, barcode.modules.width(), barcode.dots.width(),
         lengthInDots(item, { item.getItemWidth(), 0.0 }, scaling) };
     const Side height { u"high"_s, barcode.modules.height(), barcode.dots.height(),
         lengthInDots(item, { 0.0, item.getItemHeight() }, scaling) };
     const Side &smaller = smallerOf(width, height, item, barcode.squareModules);
     if (smaller.dots < leastDots(item))
-        return tooSmall(smaller, dpi, leastDots(item));
+        return Fault { Fault::TooSmall, tooSmall(smaller, dpi, leastDots(item)) };
     if (barcode.lowestBar > 0.0 && barcode.lowestBar < 1.0)
-        return tooLow(height, barcode.lowestBar, dpi);
+        return Fault { Fault::TooLow, tooLow(height, barcode.lowestBar, dpi) };
     const double ratio = width.dots / height.dots;
     if (barcode.squareModules && std::max(ratio, 1.0 / ratio) >= mostStretched)
-        return Problem { {}, {},
-            u"its modules are stretched to %1 x %2 dots"_s.arg(width.dots).arg(height.dots),
-            width.modules == height.modules
-                ? u"make it square"_s
-                : u"give it the proportions %1 to %2"_s.arg(width.modules).arg(height.modules) };
+        return Fault { Fault::Stretched,
+            { {}, {}, u"its modules are stretched to %1 x %2 dots"_s.arg(width.dots).arg(height.dots),
+                width.modules == height.modules
+                    ? u"make it square"_s
+                    : u"give it the proportions %1 to %2"_s.arg(width.modules).arg(height.modules) } };
     if (!barcode.sharp)
-        return Problem { {}, {}, u"turned as it is, its modules do not fall on whole dots"_s,
-            u"turn it by right angles"_s };
+        return Fault { Fault::Turned,
+            { {}, {}, u"turned as it is, its modules do not fall on whole dots"_s,
+                u"turn it by right angles"_s } };
     return {};
+}
+
+const BarcodeItem &itemOf(const LabelDocument &document, std::size_t item)
+{
+    return dynamic_cast<const BarcodeItem &>(*document.items()[item]);
 }
 
 } // namespace
 
-std::optional<PrintedBarcode> PrintedBarcodes::of(
-    const LabelDocument &document, std::size_t index, double dpi)
+PrintedBarcode PrintedBarcodes::of(const LabelDocument &document, std::size_t item, double dpi)
 {
-    const Item &item = *document.items()[index];
-    const auto *barcode = dynamic_cast<const BarcodeItem *>(&item);
-    if (!barcode || !item.getItemIsVisible())
-        return {};
-    PrintedBarcode result = printed(*barcode, dpi, dpi / document.designDpi());
-    result.item = qsizetype(index);
-    return result;
+    PrintedBarcode barcode = printed(itemOf(document, item), dpi, dpi / document.designDpi());
+    barcode.item = qsizetype(item);
+    return barcode;
 }
 
 std::vector<PrintedBarcode> PrintedBarcodes::of(const LabelDocument &document, double dpi)
 {
     std::vector<PrintedBarcode> barcodes;
     for (std::size_t i = 0; i < document.items().size(); ++i) {
-        if (std::optional<PrintedBarcode> barcode = of(document, i, dpi))
-            barcodes.push_back(std::move(*barcode));
+        const Item &item = *document.items()[i];
+        if (dynamic_cast<const BarcodeItem *>(&item) && item.getItemIsVisible())
+            barcodes.push_back(of(document, i, dpi));
     }
     return barcodes;
 }
 
-std::optional<Problem> PrintedBarcodes::warning(
+std::optional<Fault> PrintedBarcodes::faultOf(
     const LabelDocument &document, const PrintedBarcode &barcode, double dpi)
 {
-    const auto &item = dynamic_cast<const BarcodeItem &>(*document.items()[std::size_t(barcode.item)]);
-    std::optional<Problem> problem = problemOf(item, barcode, dpi, dpi / document.designDpi());
-    if (problem) {
-        problem->where = u"/items/%1"_s.arg(barcode.item);
-        problem->what.prepend(nameOf(item, barcode) + u": "_s);
+    const BarcodeItem &item = itemOf(document, std::size_t(barcode.item));
+    std::optional<Fault> fault = findFault(item, barcode, dpi, dpi / document.designDpi());
+    if (fault) {
+        fault->problem.where = u"/items/%1"_s.arg(barcode.item);
+        fault->problem.what.prepend(nameOf(item, barcode) + u": "_s);
     }
-    return problem;
+    return fault;
 }
 
 Problems PrintedBarcodes::warnings(
@@ -226,8 +234,8 @@ Problems PrintedBarcodes::warnings(
 {
     Problems warnings;
     for (const PrintedBarcode &barcode : barcodes) {
-        if (const std::optional<Problem> problem = warning(document, barcode, dpi))
-            warnings.append(*problem);
+        if (const std::optional<Fault> fault = faultOf(document, barcode, dpi))
+            warnings.append(fault->problem);
     }
     return warnings;
 }

@@ -5,6 +5,7 @@
 #include "label/labeldocument.h"
 
 #include <QImage>
+#include <QRectF>
 #include <QStringList>
 
 #include <optional>
@@ -45,6 +46,8 @@ struct PrintedBarcode
     QString name; ///< for people
     QString symbology; ///< "QR Code"; empty for a number of none
     int error = 0; ///< the encoder's; up to 4 it is a warning
+    QString message; ///< the encoder's own words about that, if it has any
+    QRectF place; ///< of the symbol in the item, in its units, with white space; empty if none is printed
     QSizeF modules; ///< how many the symbol is wide and high, with white space; empty if none is printed
     QSizeF dots; ///< how many dots each is wide and high
     bool squareModules = false; ///< of bars, only the width counts

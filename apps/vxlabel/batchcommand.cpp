@@ -2,6 +2,7 @@
 #include "apps/vxlabel/batchcommand.h"
 
 #include "apps/vxlabel/adjustmentarguments.h"
+#include "apps/vxlabel/assetarguments.h"
 #include "apps/vxlabel/batchjobs.h"
 #include "apps/vxlabel/batchprogress.h"
 #include "apps/vxlabel/commandline.h"
@@ -39,8 +40,7 @@ struct Arguments
     std::optional<BatchOptions::Format> format;
     DataArguments data;
     std::optional<double> dpi;
-    std::vector<std::string> search;
-    bool allowAnyPath = false;
+    AssetArguments assets;
     bool force = false;
     bool resume = false;
     bool onlyFailed = false;
@@ -56,15 +56,6 @@ BatchOptions::Start startOf(const Arguments &arguments)
         : arguments.resume      ? Start::Resume
         : arguments.force       ? Start::Replace
                                 : Start::New;
-}
-
-/// Files that rows name lie beside the label, or where the arguments tell.
-AssetPaths assetsOf(const Arguments &arguments, const QString &labelPath)
-{
-    QStringList folders { QFileInfo(labelPath).absolutePath() };
-    for (const std::string &folder : arguments.search)
-        folders.append(QFile::decodeName(folder.c_str()));
-    return AssetPaths(folders, arguments.allowAnyPath);
 }
 
 ExitCode codeOf(const BatchRefusal &refusal)
@@ -268,7 +259,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
     options.mostFileBytes = Worker::limits().fileBytes();
-    options.assets = assetsOf(arguments, label->path);
+    options.assets = assetsOf(arguments.assets, label->path);
 
     BatchRefusal refusal;
     const std::unique_ptr<Batch> batch = Batch::of(label->document, *data.rows, options, refusal);
@@ -360,16 +351,7 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
             "skip rows that cannot be printed (if not given), or stop at the first")
         ->type_name("WHAT")
         ->check(CLI::IsMember({ "skip", "stop" }));
-    takesFirst(CommandLine::addParsed<QDateTime>(command, "--date",
-                   "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if "
-                   "not given",
-                   batch.begin,
-                   [](const QString &text, Problem &problem) {
-                       const QDateTime moment = QDateTime::fromString(text, Qt::ISODate);
-                       problem = { {}, {}, text + u" is no date"_s, {} };
-                       return moment.isValid() ? std::optional(moment) : std::nullopt;
-                   }))
-        ->type_name("MOMENT");
+    takesFirst(CommandLine::addMoment(command, batch.begin));
 }
 
 void addPlateArguments(CLI::App &command, Arguments &arguments)
@@ -388,6 +370,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
         ->check(CLI::IsMember({ "png", "pbm", "pdf", "pdf-plates" }));
     CommandLine::addResolution(command, arguments.dpi);
     CommandLine::addPlateFlags(command, batch.separation.negative, batch.separation.overprint);
+    CommandLine::addVerify(command, batch.verify);
     CommandLine::addDither(command, batch.separation.dither);
     CommandLine::addLayers(command, batch.separation.layers);
     addAdjustmentArguments(command, batch.adjustment);
@@ -409,13 +392,7 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
             "NAME.manifest.jsonl beside NAME.pdf, if not given")
         ->type_name("FILE")
         ->check(CommandLine::nameCheck());
-    command
-        .add_option(
-            "--search", arguments.search, "A folder of pictures that rows name, beside the label's own")
-        ->type_name("DIR")
-        ->allow_extra_args(false)
-        ->check(CLI::ExistingDirectory);
-    command.add_flag("--allow-any-path", arguments.allowAnyPath, "Let rows name pictures in any folder");
+    addAssetArguments(command, arguments.assets);
     CLI::Option *resume
         = command.add_flag("--resume", arguments.resume, "Go on with a batch that was interrupted or killed");
     CLI::Option *onlyFailed

@@ -3,6 +3,7 @@
 
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
+#include "label/check/codeverifier.h"
 #include "label/labellimits.h"
 #include "label/nearestname.h"
 
@@ -18,7 +19,7 @@ namespace {
 
 constexpr auto exitCodes = R"(Exit codes:
   0    done
-  1    done, but some rows failed, or broken items were left out (with --keep-going)
+  1    done, but some rows failed, a check has found errors, or broken items were left out (with --keep-going)
   2    wrong usage
   3    the label cannot be read or printed
   4    the data cannot be read
@@ -204,6 +205,18 @@ void CommandLine::addPlateFlags(CLI::App &command, bool &negative, bool &overpri
     command.add_flag("--overprint", overprint, "Let inks print over each other where items allow it");
 }
 
+void CommandLine::addVerify(CLI::App &command, bool &verify)
+{
+    command.add_flag_callback(
+        "--verify",
+        [&verify] {
+            if (!CodeVerifier::isPossible())
+                throw CLI::ValidationError("--verify", CodeVerifier::unavailable().text().toStdString());
+            verify = true;
+        },
+        "Read every barcode back from the plates, and compare it with what it has to be");
+}
+
 CLI::Option *CommandLine::addForce(CLI::App &command, bool &force)
 {
     return command.add_flag("--force", force, "Replace files that exist");
@@ -222,4 +235,17 @@ void CommandLine::addText(CLI::App &command, const std::string &name, const std:
 void CommandLine::addRows(CLI::App &command, RowSelection &rows, const std::string &help)
 {
     addParsed<RowSelection>(command, "--rows", help, rows, RowSelection::parse)->type_name("LIST");
+}
+
+CLI::Option *CommandLine::addMoment(CLI::App &command, QDateTime &moment)
+{
+    return addParsed<QDateTime>(command, "--date",
+        "The date and time that labels tell, for example 2026-05-31 or 2026-05-31T14:30; now if not given",
+        moment,
+        [](const QString &text, Problem &problem) {
+            const QDateTime parsed = QDateTime::fromString(text, Qt::ISODate);
+            problem = { {}, {}, text + u" is no date"_s, {} };
+            return parsed.isValid() ? std::optional(parsed) : std::nullopt;
+        })
+        ->type_name("MOMENT");
 }

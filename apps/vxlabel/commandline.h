@@ -7,6 +7,7 @@
 #include "label/dither.h"
 #include "label/documentfile.h"
 
+#include <QDateTime>
 #include <QStringList>
 #include <QtGlobal>
 
@@ -46,11 +47,15 @@ public:
     static void addLayers(CLI::App &command, QStringList &layers);
     /// What plates may be printed like.
     static void addPlateFlags(CLI::App &command, bool &negative, bool &overprint);
+    /// That barcodes are read back; wrong usage in builds without a reader.
+    static void addVerify(CLI::App &command, bool &verify);
     static CLI::Option *addForce(CLI::App &command, bool &force);
     /// A text that may be missing, but not be empty.
     static void addText(CLI::App &command, const std::string &name, const std::string &value,
         const std::string &help, QString &text);
     static void addRows(CLI::App &command, RowSelection &rows, const std::string &help);
+    /// The date and time that labels tell; invalid if not given.
+    static CLI::Option *addMoment(CLI::App &command, QDateTime &moment);
     /// An option whose text has to be understood: parse gives its value, or else a problem.
     template <typename Value>
     static CLI::Option *addParsed(CLI::App &command, const std::string &name, const std::string &help,

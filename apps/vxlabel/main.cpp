@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/barcodescommand.h"
 #include "apps/vxlabel/batchcommand.h"
+#include "apps/vxlabel/checkcommand.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
@@ -22,6 +23,7 @@ ExitCode run(int argc, char **argv)
     addSeparateCommand(commandLine);
     addBatchCommand(commandLine);
     addMergeCommand(commandLine);
+    addCheckCommand(commandLine);
     addInspectCommand(commandLine);
     addConvertCommand(commandLine);
     addBarcodesCommand(commandLine);

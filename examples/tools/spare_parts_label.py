@@ -139,7 +139,7 @@ def _indoors(sign):
 def _codes(column):
     """What the scanner reads: what it is, how many, and where to find more."""
     length, height = 200 * 4, column.dots(14)  # dots: 200 modules of 4
-    middle = column.dots(7), column.dots(33.5)
+    middle = column.dots(7), column.dots(34.5)  # below the head: ten free modules
     x, y = column.point(0, 0)
     column.sign.barcode((x + middle[0] - length / 2, y + middle[1] - height / 2, length, height), GS1_128,
                         "[01]04012345678901[10]L26A", BLACK, itemRotation=90)

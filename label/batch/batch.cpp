@@ -37,13 +37,6 @@ QByteArray digestOf(const Row &row)
     return hash.result().toHex().first(16);
 }
 
-/// A row's problems begin with where the row is, unless they tell it better themselves.
-Problem ofRow(const Problem &problem, const QString &address)
-{
-    const bool isLocated = !problem.file.isEmpty() && address.startsWith(problem.file);
-    return isLocated ? problem : Problem { address, problem.where, problem.what, problem.advice };
-}
-
 } // namespace
 
 BatchObserver::~BatchObserver() = default;
@@ -59,6 +52,8 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
         m_options.manifest
             = m_options.pdf.isEmpty() ? usualManifest(m_options.pattern) : usualManifestOfPdf(m_options.pdf);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
+    if (m_options.verify)
+        m_verifier = std::make_unique<CodeVerifier>();
 }
 
 Batch::~Batch() = default;
@@ -284,7 +279,7 @@ bool Batch::isKept(const std::optional<ManifestEntry> &before, const ManifestEnt
 std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)
 {
     for (const Problem &problem : problems) {
-        const Problem located = ofRow(problem, job.row.address);
+        const Problem located = ofRow(problem, job.row);
         m_observer->problem(located);
         entry.problems.append(Problem { {}, located.where, located.what, located.advice }.text());
     }
@@ -323,10 +318,10 @@ Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
     const qsizetype count = job.names->size();
     // Pages cannot be taken back: none of the copies is printed unless all of them can be.
     for (qsizetype i = 1; i < count && m_output->isOneFile() && m_document->countsLabels(); ++i) {
-        if (!separationOf(job.row, job.firstLabel + i, With::NoPlates, problems))
+        if (!separationOf(job.row, job.firstLabel + i, m_verifier ? With::Plates : With::NoPlates, problems))
             return problems;
     }
-    const With plates = m_output->needsPlates() ? With::Plates : With::NoPlates;
+    const With plates = m_output->needsPlates() || m_verifier ? With::Plates : With::NoPlates;
     std::optional<Separation> separation;
     for (qsizetype i = 0; i < count && problems.isEmpty(); ++i) {
         if (i == 0 || m_document->countsLabels()) {
@@ -363,7 +358,18 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
     std::ranges::copy_if(separation->warnings, std::back_inserter(problems), isFailure);
     separation->warnings.removeIf(isFailure);
     tell(separation->warnings);
+    verify(*separation, problems);
     return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+void Batch::verify(const Separation &separation, Problems &problems)
+{
+    if (!m_verifier)
+        return;
+    Problems found = m_verifier->verify(m_document->document(), separation, m_plates);
+    m_document->locate(found);
+    problems += found;
+    tell(m_verifier->takeNotes());
 }
 
 /// Pictures of a PDF in colour are not printed with other inks.

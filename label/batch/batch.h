@@ -7,6 +7,7 @@
 #include "label/batch/rowdocument.h"
 #include "label/batch/rownames.h"
 #include "label/batch/rowoutput.h"
+#include "label/check/codeverifier.h"
 #include "label/data/rowsource.h"
 #include "label/separation.h"
 
@@ -90,6 +91,8 @@ private:
     [[nodiscard]] std::optional<Separation> separationOf(
         const Row &row, qint64 label, With plates, Problems &problems);
     [[nodiscard]] BatchEnd finish(BatchEnd end);
+    /// Reads the barcodes of the row that is shown back, if that is asked for.
+    void verify(const Separation &separation, Problems &problems);
     void tell(const Problems &warnings);
     void tellKeptColors();
 
@@ -100,6 +103,7 @@ private:
     SeparationOptions m_plates; ///< of the labels that m_document shows, before they are adjusted
     std::unique_ptr<RowDocument> m_document;
     std::unique_ptr<PlateComposer> m_composer; ///< of m_document
+    std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
     std::unique_ptr<RowNames> m_names; ///< null if all labels go into one file
     std::unique_ptr<Manifest> m_manifest;
     std::unique_ptr<RowOutput> m_output;

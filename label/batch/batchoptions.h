@@ -34,6 +34,7 @@ struct BatchOptions
 
     SeparationOptions separation;
     PrintAdjustment adjustment = {};
+    bool verify = false; ///< every barcode is read back from the plates, and a row that differs fails
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern
     QString pdf = {}; ///< the PDF that all labels go into, instead of files with names of the pattern

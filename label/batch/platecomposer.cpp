@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/platecomposer.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
 #include "items/graphics/imageableitem.h"
@@ -208,11 +209,16 @@ bool PlateComposer::putChangingOn(std::vector<Plate> &plates)
 
 PlateComposer::Report PlateComposer::reportOn(std::size_t item) const
 {
-    Report report { inkWarnings(m_document, item), PrintedBarcodes::of(m_document, item, m_options.dpi), {} };
-    if (report.barcode) {
-        report.barcode->where = JsonPointer::element(u"/items"_s, qsizetype(item));
-        report.unreadable = PrintedBarcodes::warning(m_document, *report.barcode, m_options.dpi);
-    }
+    Report report;
+    for (const InkWarning &warning : inkWarnings(m_document, item))
+        report.warnings.append(warning.problem);
+    const Item &shown = *m_document.items()[item];
+    if (!dynamic_cast<const BarcodeItem *>(&shown) || !shown.getItemIsVisible())
+        return report;
+    report.barcode = PrintedBarcodes::of(m_document, item, m_options.dpi);
+    report.barcode->where = JsonPointer::element(u"/items"_s, qsizetype(item));
+    if (const auto fault = PrintedBarcodes::faultOf(m_document, *report.barcode, m_options.dpi))
+        report.unreadable = fault->problem;
     return report;
 }
 

@@ -36,7 +36,8 @@ public:
     /// Whether the content of any item is another one for a copy of a label, or for another run.
     [[nodiscard]] bool countsLabels() const;
     [[nodiscard]] bool tellsTime() const;
-    /// The places in document() of the items that show data, in ascending order.
+    /// The places in document() of the items that show data, in ascending order; all others are the same on
+    /// each label.
     [[nodiscard]] std::vector<std::size_t> boundItems() const;
     /// Whether any item shows data at all.
     [[nodiscard]] bool isBound() const { return !m_bound.empty(); }

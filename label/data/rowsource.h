@@ -16,6 +16,13 @@ struct Row
     QString address; ///< for people: "prices.csv:17"
 };
 
+/// A row's problems begin with where the row is, unless they tell it better themselves.
+[[nodiscard]] inline Problem ofRow(const Problem &problem, const Row &row)
+{
+    const bool isLocated = !problem.file.isEmpty() && row.address.startsWith(problem.file);
+    return isLocated ? problem : Problem { row.address, problem.where, problem.what, problem.advice };
+}
+
 /// What reading a row has come to.
 struct RowResult
 {

@@ -86,6 +86,11 @@ int QZint::error_int() const
     return encoded()->error;
 }
 
+QString QZint::errorText() const
+{
+    return encoded()->message;
+}
+
 QString QZint::encodedText() const
 {
     return encoded()->text;
@@ -130,7 +135,8 @@ ModuleDots moduleDots(
         return {};
     const TextLine line(symbol, barcode.m_style, rect);
     const DotPlacement placement = placementOnDots(symbol, line, fitOf(mode), toDots);
-    return { symbol.geometry.size, placement.dots, hasSquareModules(symbol), placement.sharp };
+    return { symbol.geometry.size, placement.dots, hasSquareModules(symbol), placement.sharp,
+        placement.place };
 }
 
 std::shared_ptr<const SymbolGeometry> geometryOf(const QZint &barcode)

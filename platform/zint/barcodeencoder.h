@@ -122,6 +122,10 @@ public:
     /// Takes over what a barcode has encoded that encodesLike() this one.
     void shareEncoding(const QZint &other) { m_encoded = other.m_encoded; }
 
+    /// The encoder's own words about that; empty without an error or warning, and for texts that it is not
+    /// asked about because they would harm it.
+    [[nodiscard]] QString errorText() const;
+
     /// What people read beside the symbol, with check digits and brackets; empty after an error and for
     /// symbols without such a text.
     [[nodiscard]] QString encodedText() const;

@@ -3,6 +3,7 @@
 
 #include "platform/zint/barcodeencoder.h"
 
+#include <QRectF>
 #include <QSizeF>
 
 class QTransform;
@@ -16,6 +17,7 @@ struct ModuleDots
     QSizeF dots; ///< how many dots each is wide and high
     bool squareModules = false; ///< of bars, only the width counts
     bool sharp = false; ///< whether all modules have the same whole number of dots
+    QRectF place; ///< of the symbol in the units of the rectangle, with whitespace and border
 };
 
 /// Paints the barcode as QZint::render() does, but with modules of whole dots where there is at least a dot

@@ -66,6 +66,7 @@ int encode(const BarcodeSettings &settings, const QByteArray &utf8, EncodedSymbo
     apply(settings, *symbol);
     const auto *bytes = reinterpret_cast<const unsigned char *>(utf8.constData());
     const int code = ZBarcode_Encode(symbol.get(), bytes, int(utf8.size()));
+    result.message = QString::fromLatin1(symbol->errtxt);
     if (code >= ZINT_ERROR)
         return code;
     const int drawn = makeGeometry(*symbol, result.geometry);

@@ -18,6 +18,9 @@ struct EncodedSymbol
     int error = 0;
     /// The symbology that was used; an unknown one is replaced.
     int symbol = 0;
+    /// The encoder's own words about the error or warning, in English; empty without one, and for texts that
+    /// it is not asked about.
+    QString message;
     /// What people read beside the symbol; empty for symbols without such a text.
     QString text;
     SymbolGeometry geometry;
