@@ -53,6 +53,7 @@ private Q_SLOTS:
     void init();
 
     void entriesAreLines();
+    void pagesStandForFiles();
     void otherLinesAreNone_data();
     void otherLinesAreNone();
     void rowsAreWrittenAsTheyCome();
@@ -111,6 +112,20 @@ void tst_Manifest::entriesAreLines()
     QCOMPARE(failed(8).line(), lineOf(failedLine, 8));
     QCOMPARE(ManifestEntry::fromLine(lineOf(printedLine, 7)), printed(7));
     QCOMPARE(ManifestEntry::fromLine(lineOf(failedLine, 8)), failed(8));
+}
+
+/// Labels of one file, on sheets.
+void tst_Manifest::pagesStandForFiles()
+{
+    ManifestEntry entry { .row = 3, .key = u"k"_s, .digest = "9", .copies = 5, .isPrinted = true, .cell = 8 };
+    entry.addPages(2, 3);
+    entry.addPages(2, 3);
+    entry.addPages(4, 5);
+    const QByteArray line = R"({"cell":8,"copies":5,"digest":"9","inks":[],"key":"k",)"
+                            R"("pages":{"first":2,"last":5},"row":3,"status":"printed"})"
+                            "\n";
+    QCOMPARE(entry.line(), line);
+    QCOMPARE(ManifestEntry::fromLine(line), entry);
 }
 
 void tst_Manifest::otherLinesAreNone_data()
