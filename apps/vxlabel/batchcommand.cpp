@@ -7,6 +7,7 @@
 #include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
+#include "apps/vxlabel/optiongroup.h"
 #include "apps/vxlabel/terminal.h"
 #include "label/batch/filedigest.h"
 #include "label/batch/manifestshares.h"
@@ -248,6 +249,7 @@ CLI::Option *takesFirst(CLI::Option *option)
 
 void addRowArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Rows");
     BatchOptions &batch = arguments.batch;
     CommandLine::addRows(command, batch.rows, "Print these rows only, for example 3,10-20,100-");
     takesFirst(
@@ -288,6 +290,7 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
 
 void addPlateArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Plates");
     BatchOptions &batch = arguments.batch;
     command
         .add_option_function<std::string>(
@@ -306,6 +309,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
 
 void addFileArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Files");
     CommandLine::addPath(command, "-o,--output", "PATTERN",
         "The names of the plates, with places for values: {COLUMN}, {row:05}, {copy}, {ink}",
         arguments.pattern);
@@ -345,7 +349,9 @@ void addBatchCommand(CommandLine &commandLine)
     const auto arguments = std::make_shared<Arguments>();
     CLI::App &command = commandLine.addCommand("batch",
         "Print a label for each row of a table, as plates and with a manifest of them",
-        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'",
+        "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'\n"
+        "vxlabel batch shelf.vxl --data prices.csv -o 'some/{sku}.{ink}.png' --rows 2-\n"
+        "vxlabel batch shelf.vxl --data prices.csv -o 'many/{sku}.{ink}.png' --jobs 2",
         [arguments, &commandLine](BrokenItems broken) {
             arguments->all = commandLine.arguments();
             return runBatch(*arguments, broken);
