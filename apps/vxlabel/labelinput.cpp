@@ -22,6 +22,6 @@ std::optional<Separation> separateLabel(const LabelInput &label, const Separatio
     std::optional<Separation> separation = separate(label.document, options, problems);
     Terminal::complain(problems, label.path);
     if (separation)
-        Terminal::complain(separation->warnings, label.path);
+        Terminal::warn(separation->warnings, label.path);
     return separation;
 }
