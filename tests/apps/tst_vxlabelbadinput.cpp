@@ -42,7 +42,9 @@ void tst_VxLabelBadInput::refusesWrongUsage_data()
     row("mistyped option", u"separate a.vxl -o a --Negativ"_s,
         "\"--Negativ\" was not expected; did you mean \"--negative\"?");
     row("beginning of a command", u"barc"_s, "\"barc\" was not expected; did you mean \"barcodes\"?");
-    row("beginning of several commands", u"me"_s, "\"me\" was not expected; see vxlabel --help");
+    row("beginning of several options", u"separate a.vxl -o a --for"_s,
+        "\"--for\" was not expected; did you mean \"--force\"?"); // --format is farther
+    row("beginning that tells nothing", u"me"_s, "\"me\" was not expected; see vxlabel --help");
     row("mistyped option with its value", u"render a.vxl -o a.png --dihter=ordered"_s,
         "\"--dihter=ordered\" was not expected; did you mean \"--dither\"?");
     row("beginning of an option", u"separate a.vxl -o a --over"_s,

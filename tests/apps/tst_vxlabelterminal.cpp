@@ -23,6 +23,7 @@ private Q_SLOTS:
     void showsProgressOnTerminalsOnly();
     void showsControlCharacters_data();
     void showsControlCharacters();
+    void showsControlCharactersOfTablesAnywhere();
 
 private:
     /// What the program writes to the streams that are a terminal, with these variables beside others.
@@ -156,6 +157,18 @@ void tst_VxLabelTerminal::showsControlCharacters()
     const bool isPlain
         = std::ranges::none_of(text, [](QChar c) { return c.category() == QChar::Other_Control; });
     QVERIFY2(isPlain, both.toPercentEncoding(" \n"));
+}
+
+/// Tables are for people, whom they reach through pipes as well.
+void tst_VxLabelTerminal::showsControlCharactersOfTablesAnywhere()
+{
+    using namespace SampleLabels;
+    QJsonObject label = smallLabel();
+    label[u"items"_s] = QJsonArray { BatchLabels::text(1, 1, u"\x1b[41m"_s) };
+    write(u"steering.vxl"_s, toJson(label));
+    const ProgramResult result = run({ u"inspect"_s, u"steering.vxl"_s });
+    QVERIFY2(result.out.contains("\"\\x1b[41m\""), result.out);
+    QVERIFY(!result.out.contains('\x1b'));
 }
 
 QTEST_GUILESS_MAIN(tst_VxLabelTerminal)
