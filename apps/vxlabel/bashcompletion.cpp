@@ -145,10 +145,10 @@ std::string valueCases(const CLI::App &command, const std::string &name)
     for (const CLI::Option *option : CommandTree::optionsOf(command)) {
         if (!CommandTree::takesValue(*option))
             continue;
-        std::string patterns;
+        std::vector<std::string> patterns;
         for (const std::string &spelling : CommandTree::namesOf(*option))
-            patterns += (patterns.empty() ? "" : " | ") + name + ':' + spelling;
-        cases += caseOf(patterns, kindOf(*option, CommandTree::valueName(*option)));
+            patterns.push_back(name + ':' + spelling);
+        cases += caseOf(CLI::detail::join(patterns, " | "), kindOf(*option, CommandTree::valueName(*option)));
     }
     return cases;
 }
