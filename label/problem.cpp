@@ -28,15 +28,6 @@ QString escaped(QChar c)
     return code <= 0xFF ? u"\\x%1"_s.arg(code, 2, 16, zero) : u"\\u%1"_s.arg(code, 4, 16, zero);
 }
 
-QString withoutControls(const QString &text)
-{
-    QString result;
-    result.reserve(text.size());
-    for (const QChar c : text)
-        isUnsafe(c) ? result += escaped(c) : result += c;
-    return result;
-}
-
 } // namespace
 
 QString Problem::text() const
@@ -46,5 +37,14 @@ QString Problem::text() const
     QString line = parts.join(u": "_s);
     if (!advice.isEmpty())
         line += (line.isEmpty() ? QString() : u"; "_s) + advice;
-    return withoutControls(line);
+    return visible(line);
+}
+
+QString Problem::visible(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (const QChar c : text)
+        isUnsafe(c) ? result += escaped(c) : result += c;
+    return result;
 }

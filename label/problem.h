@@ -17,6 +17,10 @@ struct VX_LABEL_EXPORT Problem
     /// One line: "file: where: what; advice", without the parts that are empty. Control characters in names
     /// and values are shown as "\x1b".
     [[nodiscard]] QString text() const;
+
+    /// A text whose control characters, line feeds among them, are shown like that: it cannot steer a
+    /// terminal, and hides nothing.
+    [[nodiscard]] static QString visible(const QString &text);
 };
 
 using Problems = QList<Problem>;

@@ -2,6 +2,7 @@
 #include "apps/vxlabel/adjustmentarguments.h"
 
 #include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/optiongroup.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,6 +22,7 @@ QList<InkReplacement> replacementsOf(const std::string &text)
 
 void addAdjustmentArguments(CLI::App &command, PrintAdjustment &adjustment)
 {
+    const OptionGroup group(command, "Adjustments");
     command
         .add_option("--rotate", adjustment.rotation, "Turn the print clockwise: by 0, 90, 180 or 270 degrees")
         ->type_name("DEGREES")

@@ -60,10 +60,10 @@ void addBarcodesCommand(CommandLine &commandLine)
 {
     const auto json = std::make_shared<bool>(false);
     CLI::App &command = commandLine.addCommand("barcodes",
-        "List the symbologies of barcodes: the number for \"barcodeSymbol\", the name and the kind of each, "
-        "and whether it can hold GS1 application identifiers, shows a text that people can read, and takes "
-        "any script (ECI)",
-        "vxlabel barcodes --json", [json](BrokenItems) {
+        "List the symbologies of barcodes: number (for \"barcodeSymbol\"), name, kind, and whether each "
+        "takes "
+        "GS1 application identifiers and any script (ECI), and shows a text that people can read",
+        "vxlabel barcodes\nvxlabel barcodes --json", [json](BrokenItems) {
             return Terminal::print(*json ? asJson() : asTable()) ? ExitCode::Ok : ExitCode::CannotWrite;
         });
     command.add_flag("--json", *json, "Write JSON for programs instead of a table");

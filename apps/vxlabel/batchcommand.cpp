@@ -9,6 +9,7 @@
 #include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
+#include "apps/vxlabel/optiongroup.h"
 #include "apps/vxlabel/sheetarguments.h"
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
@@ -325,6 +326,7 @@ CLI::Option *takesFirst(CLI::Option *option)
 
 void addRowArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Rows");
     BatchOptions &batch = arguments.batch;
     CommandLine::addRows(command, batch.rows, "Print these rows only, for example 3,10-20,100-");
     takesFirst(
@@ -356,6 +358,7 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
 
 void addPlateArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Plates");
     BatchOptions &batch = arguments.batch;
     const std::map<std::string, BatchOptions::Format> formats { { "png", BatchOptions::Format::Png },
         { "pbm", BatchOptions::Format::Pbm }, { "pdf", BatchOptions::Format::Pdf },
@@ -378,6 +381,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
 
 void addFileArguments(CLI::App &command, Arguments &arguments)
 {
+    const OptionGroup group(command, "Files");
     CLI::Option *output = command.add_option("-o,--output", arguments.pattern,
         "The names of the files, with places for values: {COLUMN}, {row:05}, {copy}, {ink}");
     output->type_name("PATTERN")->check(CommandLine::nameCheck());
@@ -385,7 +389,6 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
         ->type_name("FILE")
         ->check(CommandLine::nameCheck())
         ->excludes(output);
-    addSheetArguments(command, arguments.batch.sheet);
     command
         .add_option("--manifest", arguments.manifest,
             "The record of the batch; manifest.jsonl in the first folder of the pattern, or "
@@ -418,7 +421,9 @@ void addBatchCommand(CommandLine &commandLine)
     CLI::App &command = commandLine.addCommand("batch",
         "Print a label for each row of a table, as plates or PDFs and with a manifest of them",
         "vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'\n"
-        "  vxlabel batch shelf.vxl --data prices.csv --pdf shelf.pdf --nup 3x8 --gap 2mm --crop-marks",
+        "vxlabel batch shelf.vxl --data prices.csv -o 'some/{sku}.{ink}.png' --rows 2-\n"
+        "vxlabel batch shelf.vxl --data prices.csv -o 'many/{sku}.{ink}.png' --jobs 2\n"
+        "vxlabel batch shelf.vxl --data prices.csv --pdf shelf.pdf --nup 2x8 --gap 2mm --crop-marks",
         [arguments, &commandLine](BrokenItems broken) {
             arguments->all = commandLine.arguments();
             return runBatch(*arguments, broken);
@@ -428,4 +433,5 @@ void addBatchCommand(CommandLine &commandLine)
     addRowArguments(command, *arguments);
     addPlateArguments(command, *arguments);
     addFileArguments(command, *arguments);
+    addSheetArguments(command, arguments->batch.sheet);
 }

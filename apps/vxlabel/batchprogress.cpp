@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +47,7 @@ void write(const QByteArray &text)
 
 BatchProgress::Form BatchProgress::usualForm()
 {
-    return isatty(STDERR_FILENO) ? Form::Line : Form::None;
+    return Terminal::canRewriteLines() ? Form::Line : Form::None;
 }
 
 BatchProgress::BatchProgress(Form form, const QString &labelPath)
@@ -69,7 +68,7 @@ void BatchProgress::problem(const Problem &problem)
 void BatchProgress::show(const QByteArray &complaint)
 {
     clearLine();
-    write(complaint + '\n');
+    Terminal::passOn(complaint);
 }
 
 void BatchProgress::rowBegins(qint64 row)

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/commandline.h"
 
+#include "apps/vxlabel/commandtree.h"
+#include "apps/vxlabel/helpformatter.h"
+#include "apps/vxlabel/programversion.h"
 #include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/typingadvice.h"
 #include "apps/vxlabel/worker.h"
 #include "label/check/codeverifier.h"
 #include "label/labellimits.h"
-#include "label/nearestname.h"
 
 #include <QFile>
 
@@ -38,25 +41,29 @@ std::string checkResolution(const std::string &text)
     return message.str();
 }
 
-/// "vxlabel separate"
-QString fullName(const CLI::App &command)
+constexpr auto programExamples = R"(Examples:
+  vxlabel separate warning-sign.vxl -o plates
+  vxlabel batch shelf.vxl --data prices.csv -o 'out/{sku}.{ink}.png')";
+
+constexpr auto seeAlso = R"(See also:
+  vxlabel COMMAND --help  options and examples of a command
+  man vxlabel             all of them on one page
+  docs/batch.md           tables, rows, manifests, several processes
+  docs/printing.md        plates, inks, dithering
+  docs/barcodes.md        symbologies, modules, what can be scanned
+  docs/file-formats.md    .vxl and .vxb)";
+
+/// Lines below a heading.
+std::string examplesText(const std::string &examples)
 {
-    const CLI::App *program = command.get_parent();
-    const QString name = QString::fromStdString(command.get_name());
-    return program ? fullName(*program) + u' ' + name : name;
+    const bool isOne = examples.find('\n') == std::string::npos;
+    return (isOne ? "Example:\n  " : "Examples:\n  ") + CLI::detail::find_and_replace(examples, "\n", "\n  ");
 }
 
-/// The words that can stand after a command, or instead of one that was mistyped.
-QStringList knownWords(const CLI::App &command)
+/// The name of an option, without the value that stands behind it.
+QString nameOf(const QString &argument)
 {
-    QStringList words;
-    for (const CLI::App *subcommand : command.get_subcommands({}))
-        words.append(QString::fromStdString(subcommand->get_name()));
-    for (const CLI::Option *option : command.get_options()) {
-        for (const std::string &name : option->get_lnames())
-            words.append(u"--"_s + QString::fromStdString(name));
-    }
-    return words;
+    return argument.startsWith(u"--"_s) ? argument.section(u'=', 0, 0) : argument;
 }
 
 } // namespace
@@ -65,13 +72,16 @@ CommandLine::CommandLine()
     : m_program("Shows, checks and separates labels for printers with few inks.", "vxlabel")
 {
     m_program.require_subcommand(0, 1); // parse() demands it, and is told when its name was not understood
-    m_program.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    m_program.formatter(std::make_shared<HelpFormatter>());
+    m_program.set_help_flag("-h,--help", "Print help on the program or the command, and exit");
+    m_program.set_help_all_flag("--help-all", "Print help on all commands, and exit");
     m_program.fallthrough();
-    m_program.set_version_flag("--version", "vxlabel " VX_VERSION, "Print the version and exit");
+    m_program.set_version_flag(
+        "--version", programVersion, "Print the versions of the program, Qt and libzint, and exit");
     m_program.add_flag(
         "--keep-going", m_keepGoing, "Leave broken items out instead of refusing the label; then exit 1");
     addLimits();
-    m_program.footer(std::string("Help on a command:\n  vxlabel separate --help\n\n") + exitCodes);
+    m_program.footer(std::string(programExamples) + "\n\n" + exitCodes + "\n\n" + seeAlso);
 }
 
 void CommandLine::addLimits()
@@ -89,19 +99,29 @@ void CommandLine::addLimits()
 }
 
 CLI::App &CommandLine::addCommand(
-    const std::string &name, const std::string &description, const std::string &example, const Job &job)
+    const std::string &name, const std::string &description, const std::string &examples, const Job &job)
 {
     CLI::App *command = m_program.add_subcommand(name, description);
     command->group("Commands");
-    command->footer("Example:\n  " + example + "\n\n" + exitCodes);
+    command->set_help_all_flag(); // the one of the program is enough
+    command->footer(examplesText(examples));
     command->final_callback([this, job] { m_job = job; });
     return *command;
+}
+
+CLI::App &CommandLine::addQuestion(const std::string &name, const std::string &description,
+    const std::string &examples, const Answer &answer)
+{
+    CLI::App &command = addCommand(name, description, examples, {});
+    command.final_callback([this, answer] { m_answer = answer; });
+    return command;
 }
 
 std::optional<ExitCode> CommandLine::parse(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i)
         m_arguments.append(QFile::decodeName(argv[i]));
+    TypingAdvice::adviseOnValues(m_program);
     try {
         m_program.parse(argc, argv);
     } catch (const CLI::Success &question) {
@@ -111,9 +131,13 @@ std::optional<ExitCode> CommandLine::parse(int argc, char **argv)
                                                                         : ExitCode::CannotWrite;
     } catch (const CLI::ExtrasError &) {
         return refuseUnexpected(QString::fromLocal8Bit(m_program.remaining(true).front().c_str()));
+    } catch (const MistypedValue &mistyped) {
+        return refuse(QString::fromStdString(mistyped.what()), mistyped.advice());
     } catch (const CLI::ParseError &error) {
         return refuse(QString::fromLocal8Bit(error.what()));
     }
+    if (m_answer)
+        return Terminal::print(m_answer(m_program)) ? ExitCode::Ok : ExitCode::CannotWrite;
     if (!m_job)
         return refuse(QStringLiteral("a command is missing"));
     return std::nullopt;
@@ -127,16 +151,15 @@ const CLI::App &CommandLine::command() const
 
 ExitCode CommandLine::refuse(const QString &what, const QString &advice) const
 {
-    const QString help = u"see %1 --help"_s.arg(fullName(command()));
+    const QString help = u"see %1 --help"_s.arg(CommandTree::fullName(command()));
     Terminal::complain({ {}, {}, what, advice.isEmpty() ? help : advice });
     return ExitCode::Usage;
 }
 
 ExitCode CommandLine::refuseUnexpected(const QString &argument) const
 {
-    const QString nearest = nearestName(argument, knownWords(command()));
     return refuse(u"\"%1\" was not expected"_s.arg(argument),
-        nearest.isEmpty() ? QString() : u"did you mean \"%1\"?"_s.arg(nearest));
+        TypingAdvice::meant(nameOf(argument), CommandTree::knownWords(command())));
 }
 
 ExitCode CommandLine::runJob() const

@@ -7,6 +7,7 @@
 #include "label/dither.h"
 #include "label/documentfile.h"
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QStringList>
 #include <QtGlobal>
@@ -22,13 +23,19 @@ class CommandLine
 {
 public:
     using Job = std::function<ExitCode(BrokenItems)>;
+    using Answer = std::function<QByteArray(const CLI::App &program)>;
 
     CommandLine();
     Q_DISABLE_COPY_MOVE(CommandLine)
 
-    /// Adds a command, to which the caller adds its arguments. The job runs when they have been read.
+    /// Adds a command, to which the caller adds its arguments. The job runs when they have been read. Each
+    /// line of the examples is one, which can be run as it stands.
     CLI::App &addCommand(
-        const std::string &name, const std::string &description, const std::string &example, const Job &job);
+        const std::string &name, const std::string &description, const std::string &examples, const Job &job);
+    /// The same for one that only prints what the program knows of itself, without the application that items
+    /// need to be painted.
+    CLI::App &addQuestion(const std::string &name, const std::string &description,
+        const std::string &examples, const Answer &answer);
 
     /// Reads the arguments. Answers questions for help and version, and wrong usage, with an exit code;
     /// nothing when there is a job to run.
@@ -95,4 +102,5 @@ private:
     bool m_keepGoing = false;
     WorkLimits m_limits;
     Job m_job;
+    Answer m_answer;
 };

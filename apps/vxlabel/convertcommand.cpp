@@ -49,7 +49,7 @@ void addConvertCommand(CommandLine &commandLine)
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App &command = commandLine.addCommand("convert",
         "Write a label in the format of the target's ending, without loss",
-        "vxlabel convert bin-label.vxl bin-label.vxb",
+        "vxlabel convert bin-label.vxl bin-label.vxb\nvxlabel convert bin-label.vxb copy.vxl",
         [options](BrokenItems broken) { return convert(*options, broken); });
     CommandLine::addLabel(command, options->from);
     CommandLine::addPath(command, "TARGET", "", "The new file: .vxl is JSON, .vxb is binary", options->to);

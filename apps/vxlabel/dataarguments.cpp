@@ -2,6 +2,7 @@
 #include "apps/vxlabel/dataarguments.h"
 
 #include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/optiongroup.h"
 #include "apps/vxlabel/terminal.h"
 #include "items/core/item.h"
 #include "label/data/rowsources.h"
@@ -110,6 +111,7 @@ std::optional<DataSource> typedSource(const DataArguments &arguments)
 
 void addDataArguments(CLI::App &command, DataArguments &arguments)
 {
+    const OptionGroup group(command, "Data");
     command
         .add_option("--data", arguments.location,
             "The rows: a file of separated values (.csv, .tsv) or JSON (.json, .jsonl), - for standard "

@@ -3,6 +3,7 @@
 
 #include "apps/vxlabel/interruption.h"
 #include "label/hostfonts.h"
+#include "label/problem.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -16,11 +17,12 @@ namespace {
 
 QtMessageHandler nextHandler = nullptr;
 
-/// Drops what Qt says about the runtime folder where not even a temporary one can be made for it.
+/// Drops what Qt says about the runtime folder where not even a temporary one can be made for it. Other
+/// messages may quote a document, which is not to steer the terminal.
 void filterMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (!message.startsWith(QLatin1String("QStandardPaths: ")))
-        nextHandler(type, context, message);
+        nextHandler(type, context, Problem::visible(message));
 }
 
 /// A stream that the caller has closed would come back as the first file that is opened, and reports would

@@ -31,7 +31,7 @@ void addInspectCommand(CommandLine &commandLine)
 {
     const auto options = std::make_shared<InspectOptions>();
     CLI::App &command = commandLine.addCommand("inspect", "Show the page, the inks and the items of a label",
-        "vxlabel inspect calibration-sheet.vxl --json",
+        "vxlabel inspect calibration-sheet.vxl\nvxlabel inspect calibration-sheet.vxl --json",
         [options](BrokenItems broken) { return inspect(*options, broken); });
     CommandLine::addLabel(command, options->label);
     command.add_flag("--json", options->json, "Write JSON for programs instead of a table");

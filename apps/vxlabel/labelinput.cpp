@@ -33,6 +33,6 @@ std::optional<Separation> separateLabel(const LabelInput &label, const PlateAdju
     Terminal::complain(problems, label.path);
     if (!isComplete)
         return std::nullopt;
-    Terminal::complain(separation->warnings, label.path);
+    Terminal::warn(separation->warnings, label.path);
     return separation;
 }

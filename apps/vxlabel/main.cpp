@@ -3,6 +3,7 @@
 #include "apps/vxlabel/batchcommand.h"
 #include "apps/vxlabel/checkcommand.h"
 #include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/completioncommand.h"
 #include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
 #include "apps/vxlabel/inspectcommand.h"
@@ -27,6 +28,7 @@ ExitCode run(int argc, char **argv)
     addInspectCommand(commandLine);
     addConvertCommand(commandLine);
     addBarcodesCommand(commandLine);
+    addCompletionCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 

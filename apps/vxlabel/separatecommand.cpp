@@ -121,7 +121,8 @@ void addSeparateCommand(CommandLine &commandLine)
     const auto options = std::make_shared<SeparateOptions>();
     CLI::App &command = commandLine.addCommand("separate",
         "Write one plate for each ink and the proof, and report the ink that they take",
-        "vxlabel separate warning-sign.vxl -o plates --dpi 600",
+        "vxlabel separate warning-sign.vxl -o plates --dpi 600\n"
+        "vxlabel separate warning-sign.vxl -o bitmaps --format pbm --overprint",
         [options](BrokenItems broken) { return separateIntoPlates(*options, broken); });
     CommandLine::addLabel(command, options->label);
     CommandLine::addPath(

@@ -2,6 +2,7 @@
 #include "apps/vxlabel/sheetarguments.h"
 
 #include "apps/vxlabel/commandline.h"
+#include "apps/vxlabel/optiongroup.h"
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +20,7 @@ SheetOptions &sheetOf(std::optional<SheetOptions> &sheet)
 
 void addSheetArguments(CLI::App &command, std::optional<SheetOptions> &sheet)
 {
+    const OptionGroup group(command, "Sheets of one PDF");
     CommandLine::addParsedWith<QSize>(
         command, "--nup",
         "Put labels on sheets, in so many columns and rows, for example 3x8; as many as fit if not given",

@@ -1,9 +1,19 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/texttable.h"
 
+#include "label/problem.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+void TextTable::addRow(const QStringList &cells)
+{
+    QStringList visible;
+    for (const QString &cell : cells)
+        visible.append(Problem::visible(cell));
+    m_rows.append(visible);
+}
 
 QList<qsizetype> TextTable::widths() const
 {

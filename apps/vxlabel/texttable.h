@@ -15,8 +15,9 @@ public:
     {
     }
 
-    /// As many cells as there are columns.
-    void addRow(const QStringList &cells) { m_rows.append(cells); }
+    /// As many cells as there are columns. They may come from anywhere: control characters are shown, and do
+    /// nothing.
+    void addRow(const QStringList &cells);
     /// Each row as a line, without blanks at its end.
     [[nodiscard]] QString text() const;
 

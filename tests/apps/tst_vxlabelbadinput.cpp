@@ -41,6 +41,24 @@ void tst_VxLabelBadInput::refusesWrongUsage_data()
     row("unknown option", u"inspect a.vxl --xml"_s, "\"--xml\" was not expected; see vxlabel inspect --help");
     row("mistyped option", u"separate a.vxl -o a --Negativ"_s,
         "\"--Negativ\" was not expected; did you mean \"--negative\"?");
+    row("beginning of a command", u"barc"_s, "\"barc\" was not expected; did you mean \"barcodes\"?");
+    row("beginning of several options", u"separate a.vxl -o a --for"_s,
+        "\"--for\" was not expected; did you mean \"--force\"?"); // --format is farther
+    row("beginning that tells nothing", u"me"_s, "\"me\" was not expected; see vxlabel --help");
+    row("mistyped option with its value", u"render a.vxl -o a.png --dihter=ordered"_s,
+        "\"--dihter=ordered\" was not expected; did you mean \"--dither\"?");
+    row("beginning of an option", u"separate a.vxl -o a --over"_s,
+        "\"--over\" was not expected; did you mean \"--overprint\"?");
+    row("mistyped option of the program", u"inspect a.vxl --keepgoing"_s,
+        "\"--keepgoing\" was not expected; did you mean \"--keep-going\"?");
+    row("mistyped dithering", u"render a.vxl -o a.png --dither orderd"_s,
+        "--dither: takes diffusion, ordered or threshold, not orderd; did you mean \"ordered\"?");
+    row("mistyped format", u"separate a.vxl -o a --format ppm"_s,
+        "--format: takes png or pbm, not ppm; did you mean \"pbm\"?");
+    row("mistyped way to go on", u"batch a.vxl -o a --on-error stpo"_s,
+        "--on-error: takes skip or stop, not stpo; did you mean \"stop\"?");
+    row("unknown shell", u"completion powershell"_s,
+        "SHELL: takes bash, not powershell; see vxlabel completion --help");
     row("one label too many", u"inspect a.vxl b.vxl c.vxl"_s,
         "\"b.vxl\" was not expected; see vxlabel inspect --help");
     row("no label", u"inspect"_s, "LABEL is required; see vxlabel inspect --help");
@@ -55,11 +73,11 @@ void tst_VxLabelBadInput::refusesWrongUsage_data()
     row("resolution too high", u"separate a.vxl -o a --dpi 1e9"_s,
         resolution + "1e9; see vxlabel separate --help");
     row("unknown format", u"separate a.vxl -o a --format gif"_s,
-        "--format: gif not in {png,pbm}; see vxlabel separate --help");
+        "--format: takes png or pbm, not gif; see vxlabel separate --help");
     row("unknown dithering", u"separate a.vxl -o a --dither noise"_s,
-        "--dither: noise not in {diffusion,ordered,threshold}; see vxlabel separate --help");
+        "--dither: takes diffusion, ordered or threshold, not noise; see vxlabel separate --help");
     row("unknown dithering of a proof", u"render a.vxl -o a.png --dither 1"_s,
-        "--dither: 1 not in {diffusion,ordered,threshold}; see vxlabel render --help");
+        "--dither: takes diffusion, ordered or threshold, not 1; see vxlabel render --help");
     row("target without format", u"convert a.vxl b.txt"_s,
         "b.txt: the name tells no format; let it end in .vxl or .vxb");
     row("image of another format", u"render a.vxl -o a.jpg"_s,

@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QImage>
-#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -18,9 +17,6 @@ class tst_VxLabelCommands : public QObject, private ProgramFolder
 private Q_SLOTS:
     void init() { renew(); }
 
-    void showsHelp_data();
-    void showsHelp();
-    void showsItsVersion();
     void separatesIntoPlates();
     void reportsWhatPrints_data();
     void reportsWhatPrints();
@@ -39,56 +35,6 @@ private Q_SLOTS:
     void convertsWithoutLoss();
     void runsWithoutEnvironment();
 };
-
-void tst_VxLabelCommands::showsHelp_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QStringList>("contents");
-    QTest::newRow("program") << QStringList { u"--help"_s }
-                             << QStringList { u"render"_s, u"separate"_s, u"inspect"_s, u"convert"_s,
-                                    u"--keep-going"_s };
-    QTest::newRow("render") << QStringList { u"render"_s, u"--help"_s }
-                            << QStringList { u"Example:\n  vxlabel render "_s, u"--dpi"_s, u"--dither"_s,
-                                   u"--force"_s };
-    QTest::newRow("separate") << QStringList { u"separate"_s, u"--help"_s }
-                              << QStringList { u"Example:\n  vxlabel separate "_s, u"--negative"_s,
-                                     u"--overprint"_s, u"--format"_s, u"--dither"_s };
-    QTest::newRow("batch") << QStringList { u"batch"_s, u"--help"_s }
-                           << QStringList { u"Example:\n  vxlabel batch "_s, u"--data"_s, u"--rows"_s,
-                                  u"--resume"_s, u"--jobs"_s };
-    QTest::newRow("merge") << QStringList { u"merge"_s, u"--help"_s }
-                           << QStringList { u"Example:\n  vxlabel merge "_s, u"--output"_s, u"--rows"_s };
-    QTest::newRow("inspect") << QStringList { u"inspect"_s, u"--help"_s }
-                             << QStringList { u"Example:\n  vxlabel inspect "_s, u"--json"_s };
-    QTest::newRow("convert") << QStringList { u"convert"_s, u"--help"_s }
-                             << QStringList { u"Example:\n  vxlabel convert "_s, u"TARGET"_s };
-}
-
-void tst_VxLabelCommands::showsHelp()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QStringList, contents);
-    const ProgramResult result = run(arguments);
-    QCOMPARE(result.code, 0);
-    QCOMPARE(result.err, QByteArray());
-    const QString text = QString::fromUtf8(result.out);
-    for (const QString &content : contents)
-        QVERIFY2(text.contains(content), qPrintable(content));
-    static const QRegularExpression code(u"^  (\\d+) "_s, QRegularExpression::MultilineOption);
-    QStringList codes;
-    for (const auto &match : code.globalMatch(text.mid(text.indexOf(u"Exit codes:"))))
-        codes.append(match.captured(1));
-    QCOMPARE(codes, QStringList({ u"0"_s, u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"130"_s }));
-}
-
-void tst_VxLabelCommands::showsItsVersion()
-{
-    const ProgramResult result = run({ u"--version"_s });
-    QCOMPARE(result.code, 0);
-    static const QRegularExpression version(u"^vxlabel \\d+\\.\\d+\\.\\d+\\n$"_s);
-    QVERIFY2(version.match(QString::fromUtf8(result.out)).hasMatch(), result.out);
-    QCOMPARE(result.err, QByteArray());
-}
 
 void tst_VxLabelCommands::separatesIntoPlates()
 {

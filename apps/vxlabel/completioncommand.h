@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#pragma once
+
+class CommandLine;
+
+/// Adds "vxlabel completion".
+void addCompletionCommand(CommandLine &commandLine);
