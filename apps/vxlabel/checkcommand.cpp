@@ -6,6 +6,7 @@
 #include "apps/vxlabel/dataarguments.h"
 #include "apps/vxlabel/jsonreport.h"
 #include "apps/vxlabel/junitreport.h"
+#include "apps/vxlabel/optiongroup.h"
 #include "apps/vxlabel/textreport.h"
 
 #include <QFile>
@@ -103,6 +104,36 @@ ExitCode check(Arguments arguments, BrokenItems broken)
     return report->finish() ? *code : ExitCode::CannotWrite;
 }
 
+void addRowArguments(CLI::App &command, Arguments &arguments)
+{
+    const OptionGroup group(command, "Rows");
+    CommandLine::addRows(command, arguments.check.rows, "Check these rows only, for example 3,10-20,100-");
+    CommandLine::addMoment(command, arguments.check.begin);
+    addAssetArguments(command, arguments.assets);
+}
+
+void addPlateArguments(CLI::App &command, Arguments &arguments)
+{
+    const OptionGroup group(command, "Plates");
+    CommandLine::addResolution(command, arguments.dpi);
+    CommandLine::addPlateFlags(
+        command, arguments.check.separation.negative, arguments.check.separation.overprint);
+    CommandLine::addVerify(command, arguments.check.verify);
+    CommandLine::addLayers(command, arguments.check.separation.layers);
+}
+
+void addReportArguments(CLI::App &command, Arguments &arguments)
+{
+    const OptionGroup group(command, "Report");
+    command.add_flag("--strict", arguments.strict, "Let warnings count as errors");
+    CLI::Option *json = command.add_flag("--json", arguments.json,
+        "Write JSON for programs: a line for each finding, and one with their number");
+    command
+        .add_flag(
+            "--junit", arguments.junit, "Write XML for systems that build and test: a case for each row")
+        ->excludes(json);
+}
+
 } // namespace
 
 void addCheckCommand(CommandLine &commandLine)
@@ -114,19 +145,7 @@ void addCheckCommand(CommandLine &commandLine)
         [arguments](BrokenItems broken) { return check(*arguments, broken); });
     CommandLine::addLabel(command, arguments->label);
     addDataArguments(command, arguments->data);
-    CommandLine::addRows(command, arguments->check.rows, "Check these rows only, for example 3,10-20,100-");
-    CommandLine::addMoment(command, arguments->check.begin);
-    CommandLine::addResolution(command, arguments->dpi);
-    CommandLine::addPlateFlags(
-        command, arguments->check.separation.negative, arguments->check.separation.overprint);
-    CommandLine::addVerify(command, arguments->check.verify);
-    CommandLine::addLayers(command, arguments->check.separation.layers);
-    addAssetArguments(command, arguments->assets);
-    command.add_flag("--strict", arguments->strict, "Let warnings count as errors");
-    CLI::Option *json = command.add_flag("--json", arguments->json,
-        "Write JSON for programs: a line for each finding, and one with their number");
-    command
-        .add_flag(
-            "--junit", arguments->junit, "Write XML for systems that build and test: a case for each row")
-        ->excludes(json);
+    addRowArguments(command, *arguments);
+    addPlateArguments(command, *arguments);
+    addReportArguments(command, *arguments);
 }

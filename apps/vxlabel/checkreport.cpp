@@ -2,6 +2,7 @@
 #include "apps/vxlabel/checkreport.h"
 
 #include "apps/vxlabel/terminal.h"
+#include "apps/vxlabel/worker.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,11 @@ QString CheckReport::nameOf(Finding::Severity severity)
 void CheckReport::label(const Findings &findings)
 {
     tellLabel(taken(findings));
+}
+
+void CheckReport::rowBegins(qint64 row)
+{
+    Worker::beginRow(row);
 }
 
 void CheckReport::row(const Row &row, const Findings &findings)

@@ -21,6 +21,7 @@ public:
     CheckReport(const QString &labelPath, bool isStrict);
 
     void label(const Findings &findings) final;
+    void rowBegins(qint64 row) final;
     void row(const Row &row, const Findings &findings) final;
     /// On standard error: it is no finding.
     void note(const Problem &problem) final;

@@ -58,6 +58,10 @@ void adviseOn(CLI::Option &option)
 
 QString TypingAdvice::meant(const QString &mistyped, const QStringList &words)
 {
+    bool isNumber = false;
+    static_cast<void>(mistyped.toDouble(&isNumber));
+    if (isNumber) // another one is no likelier than the rest
+        return {};
     const QString longer = completed(mistyped, words);
     const QString word = longer.isEmpty() ? nearestName(mistyped, words) : longer;
     return word.isEmpty() ? QString() : u"did you mean \"%1\"?"_s.arg(word);

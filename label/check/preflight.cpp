@@ -3,6 +3,7 @@
 
 #include "items/graphics/imageableitem.h"
 #include "items/graphics/symbolitem.h"
+#include "label/batch/platecomposer.h"
 #include "label/printlimits.h"
 
 #include <QCoreApplication>
@@ -64,11 +65,15 @@ Findings unshown(const Problems &problems, const RowDocument &document)
 
 PreflightObserver::~PreflightObserver() = default;
 
+void PreflightObserver::rowBegins(qint64 /*row*/) { }
+
 Preflight::Preflight(const LabelDocument &label, RowSource *rows, const PreflightOptions &options)
     : m_label(label)
     , m_rows(rows)
     , m_options(options)
+    , m_plates(options.separation)
 {
+    m_plates.layers.clear(); // nothing but their items is left
     if (m_options.verify)
         m_verifier = std::make_unique<CodeVerifier>();
 }
@@ -99,10 +104,26 @@ Findings Preflight::refusal(const LabelDocument &document) const
     return errorsOf(printProblems(document, m_options.separation.dpi), "unprintable-page");
 }
 
+template <typename Separate> Findings Preflight::verify(const LabelDocument &document, Separate &&separate)
+{
+    if (!m_verifier)
+        return {};
+    Problems problems;
+    const std::optional<Separation> separation = separate(problems);
+    if (!separation)
+        return errorsOf(problems, "unprintable-page");
+    const Findings found = errorsOf(m_verifier->verify(document, *separation, m_plates), "unreadable-code");
+    for (const Problem &note : m_verifier->takeNotes())
+        m_observer->note(note);
+    return found;
+}
+
 PreflightEnd Preflight::checkDesign(const FlatDocument &design, PreflightObserver &observer)
 {
     LabelChecker checker(design.document(), m_options.separation.dpi, {});
-    Findings found = checker.checkAll() + verify(design.document());
+    Findings found = checker.checkAll() + verify(design.document(), [&](Problems &problems) {
+        return separate(design.document(), m_plates, problems);
+    });
     locate(found, design);
     observer.label(found);
     return PreflightEnd::Complete;
@@ -117,10 +138,11 @@ PreflightEnd Preflight::checkRows(PreflightObserver &observer)
         observer.label(errorsOf(problems, "data-binding"));
         return PreflightEnd::LabelRefused;
     }
+    m_composer = std::make_unique<PlateComposer>(m_shown->document(), m_shown->boundItems(), m_plates);
     LabelChecker checker(m_shown->document(), m_options.separation.dpi, m_shown->boundItems());
     Findings found = checker.checkAll();
     if (!m_shown->isBound())
-        found += verify(m_shown->document());
+        found += verifyShown();
     locate(found, *m_shown);
     observer.label(found);
     while (true) {
@@ -133,6 +155,7 @@ PreflightEnd Preflight::checkRows(PreflightObserver &observer)
             return PreflightEnd::Complete;
         if (!m_options.rows.contains(result.row.number))
             continue;
+        observer.rowBegins(result.row.number);
         found = result.kind == RowResult::Broken ? errorsOf({ result.problem }, "broken-row")
                                                  : checkRow(result.row, checker);
         for (Finding &finding : found)
@@ -141,20 +164,9 @@ PreflightEnd Preflight::checkRows(PreflightObserver &observer)
     }
 }
 
-Findings Preflight::verify(const LabelDocument &document)
+Findings Preflight::verifyShown()
 {
-    if (!m_verifier)
-        return {};
-    SeparationOptions options = m_options.separation;
-    options.layers.clear(); // nothing but their items is left
-    Problems problems;
-    const std::optional<Separation> separation = separate(document, options, problems);
-    if (!separation)
-        return errorsOf(problems, "unprintable-page");
-    const Findings found = errorsOf(m_verifier->verify(document, *separation, options), "unreadable-code");
-    for (const Problem &note : m_verifier->takeNotes())
-        m_observer->note(note);
-    return found;
+    return verify(m_shown->document(), [this](Problems &problems) { return m_composer->separate(problems); });
 }
 
 Findings Preflight::checkRow(const Row &row, LabelChecker &checker)
@@ -163,7 +175,7 @@ Findings Preflight::checkRow(const Row &row, LabelChecker &checker)
     static_cast<void>(m_shown->show(row, { m_options.begin, row.number }, problems));
     Findings found = checker.checkShown();
     if (problems.isEmpty() && m_shown->isBound())
-        found += verify(m_shown->document());
+        found += verifyShown();
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     locate(found, *m_shown);

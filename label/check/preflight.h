@@ -9,6 +9,8 @@
 
 #include <QDateTime>
 
+class PlateComposer;
+
 /// What is checked before labels are printed.
 struct PreflightOptions
 {
@@ -28,6 +30,8 @@ public:
 
     /// What is wrong with the label, whatever the row. May come several times.
     virtual void label(const Findings &findings) = 0;
+    /// Before a row is checked.
+    virtual void rowBegins(qint64 row);
     /// What is wrong with a row, which may be nothing. Each problem tells where the row is.
     virtual void row(const Row &row, const Findings &findings) = 0;
     /// What cannot be checked, and why.
@@ -56,9 +60,10 @@ private:
     [[nodiscard]] PreflightEnd checkDesign(const FlatDocument &design, PreflightObserver &observer);
     [[nodiscard]] PreflightEnd checkRows(PreflightObserver &observer);
     [[nodiscard]] Findings checkRow(const Row &row, LabelChecker &checker);
-    /// Makes the plates of a document whose items all lie on its page, and reads its barcodes back, if that
-    /// is asked for.
-    [[nodiscard]] Findings verify(const LabelDocument &document);
+    /// Makes plates, and reads the barcodes of the document that they are of back, if that is asked for.
+    template <typename Separate>
+    [[nodiscard]] Findings verify(const LabelDocument &document, Separate &&separate);
+    [[nodiscard]] Findings verifyShown();
     /// What keeps the label from being printed at all.
     [[nodiscard]] Findings refusal(const LabelDocument &document) const;
 
@@ -66,6 +71,8 @@ private:
     RowSource *m_rows;
     PreflightOptions m_options;
     std::unique_ptr<RowDocument> m_shown; ///< null without rows
+    SeparationOptions m_plates; ///< of documents without layers
+    std::unique_ptr<PlateComposer> m_composer; ///< of m_shown
     std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
     PreflightObserver *m_observer = nullptr; ///< while it runs
 };

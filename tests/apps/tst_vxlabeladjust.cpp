@@ -529,7 +529,7 @@ void tst_VxLabelAdjust::wrongUsageIsExplained_data()
     row("too far when turned", u"--offset|26mm,0|--rotate|90"_s,
         "a.vxl: the offset moves everything off the label; the label is 25.654 mm x 51.562 mm as it is "
         "printed");
-    row("a slant", u"--rotate|45"_s, "--rotate: 45 not in {0,90,180,270}" + help);
+    row("a slant", u"--rotate|45"_s, "--rotate: takes 0, 90, 180 or 270, not 45" + help);
     row("no scale", u"--scale|0"_s,
         "--scale: \"0\" is no scale; use a factor from 0.1 to 10, or a percentage, for example 98%" + help);
     row("percentage of words", u"--scale|half%"_s,

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void jobsGoOnAsWell();
     void rowsOfStandardInputEndTheBatch();
     void labelsBeyondALimitAreRefused();
+    void checksTellTheRowBeyondALimit();
     void largeFilesAreRefused();
     void brokenWorkersLoseTheirRowOnly_data();
     void brokenWorkersLoseTheirRowOnly();
@@ -181,6 +182,14 @@ void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
         "give --max-time\n");
     QCOMPARE(result.code, 3);
     QCOMPARE(files(), QStringList({ u"a.vxl"_s, u"b.vxl"_s, u"names.csv"_s }));
+}
+
+void tst_VxLabelLimits::checksTellTheRowBeyondALimit()
+{
+    const ProgramResult result
+        = run({ u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, u"--max-time"_s, u"1"_s });
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 seconds"), result.err);
+    QCOMPARE(result.code, 3);
 }
 
 void tst_VxLabelLimits::largeFilesAreRefused()
