@@ -68,7 +68,8 @@ void tst_VxLabelCompletion::completes_data()
     };
     row("command", u"sep"_s, u"separate"_s);
     row("command behind an option", u"--keep-going|ren"_s, u"render"_s);
-    row("options of the program", u"--"_s, u"--help|--help-all|--keep-going|--max-file|--max-memory|--max-time|--version"_s);
+    row("options of the program", u"--"_s,
+        u"--help|--help-all|--keep-going|--max-file|--max-memory|--max-time|--version"_s);
     row("option", u"separate|label.vxl|--ov"_s, u"--overprint"_s);
     row("options that begin alike", u"batch|--da"_s, u"--data|--data-format|--date"_s);
     row("option of the program behind a command", u"inspect|--kee"_s, u"--keep-going"_s);
