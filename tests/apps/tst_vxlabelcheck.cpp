@@ -116,6 +116,7 @@ private Q_SLOTS:
     void rowsThatReadOtherwiseAreNotPrinted_data();
     void rowsThatReadOtherwiseAreNotPrinted();
     void symbologiesThatCannotBeReadAreToldOnce();
+    void theExampleOfABatchIsSound();
 
 private:
     [[nodiscard]] QByteArray here() const { return QDir(path()).canonicalPath().toUtf8(); }
@@ -434,6 +435,23 @@ void tst_VxLabelCheck::symbologiesThatCannotBeReadAreToldOnce()
         { u"batch"_s, u"b.vxl"_s, u"--data=prices.csv"_s, u"--verify"_s, u"-o"_s, u"out/{sku}.{ink}.png"_s });
     QCOMPARE(printed.err, note);
     QCOMPARE(printed.code, 0);
+}
+
+void tst_VxLabelCheck::theExampleOfABatchIsSound()
+{
+    const QString label = sourceFile(u"examples/batch/shelf.vxl"_s);
+    const ProgramResult checked
+        = run({ u"check"_s, label, u"--data"_s, u"@1"_s, u"--strict"_s, u"--verify"_s });
+    QCOMPARE(checked.err, QByteArray());
+    QCOMPARE(checked.out, QByteArray("200 rows checked: nothing found\n"));
+    QCOMPARE(checked.code, 0);
+    expect({ u"batch"_s, label, u"--data"_s, u"@1"_s, u"--rows"_s, u"1-3"_s, u"--verify"_s, u"-o"_s,
+               u"out/{ean}.{ink}.png"_s },
+        0);
+    // 210000100001 to 3: the sums 3 + 3 (1 + n) are 9, 12 and 15, and what they lack of tens are the check
+    // digits.
+    for (const QString &ean : { u"2100001000011"_s, u"2100001000028"_s, u"2100001000035"_s })
+        QVERIFY2(files(u"out"_s).contains(ean + u".black.png"_s), qPrintable(ean));
 }
 
 QTEST_MAIN(tst_VxLabelCheck)
