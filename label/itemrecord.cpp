@@ -96,8 +96,7 @@ QByteArray written(Item &item)
 /// is not in it, bold as items write it included: in that scale bold comes back.
 QByteArray writtenForReaders(RichTextItem &text)
 {
-    constexpr auto behindWeight
-        = qsizetype(2 * sizeof(qint8) + sizeof(qint16)); // italic, underline and the alignment
+    constexpr qsizetype behindWeight = 2 * sizeof(qint8) + sizeof(qint16); // italic, underline, alignment
     constexpr qint16 boldInOldScale = 75;
     QByteArray record = written(text);
     if (text.getEmptyFontWeight() == QFont::Bold)
