@@ -6,6 +6,7 @@
 #include "label/batch/platecomposer.h"
 #include "label/batch/rowdocument.h"
 #include "label/platewriter.h"
+#include "label/proof.h"
 
 #include <QBuffer>
 #include <QPainter>
@@ -18,6 +19,7 @@ namespace {
 constexpr int labels = 100;
 constexpr double mostTimeOfPlain = 1.0 / 2.5;
 constexpr double mostTimeOfWhole = 0.7;
+constexpr double mostTimeOfFullColor = 1.0 / 5.0;
 constexpr double mostTimeOfInks = 4.4; ///< of four of them, beside one
 
 const QList<Ink> inks { { QStringLiteral("black"), Qt::black },
@@ -115,6 +117,30 @@ void fourInksBesideOne(benchmark::State &state)
         state, mostTimeOfInks, labels, [&] { four.printComposed(); }, [&] { one.printComposed(); });
 }
 BENCHMARK(fourInksBesideOne)->Iterations(5)->Unit(benchmark::kMillisecond);
+
+/// The proof of a label in its few colours, beside the same in 32 bits as Qt writes it.
+void proofBesideFullColor(benchmark::State &state)
+{
+    ItemLabel label;
+    label.document().setInks(inks.first(2));
+    label.show(BatchLabel::rowOf(1));
+    Problems problems;
+    const std::optional<Separation> separation = separate(label.document(), { BatchLabel::dpi }, problems);
+    if (!separation)
+        return state.SkipWithError("the label was refused");
+    const QImage proof = proofOf(*separation);
+    const QImage full = proof.convertToFormat(QImage::Format_ARGB32);
+    if (QImage::fromData(PlateWriter::toPng(proof)).convertToFormat(QImage::Format_ARGB32) != full)
+        return state.SkipWithError("colours were lost");
+    Pair::compare(
+        state, mostTimeOfFullColor, 1, [&] { benchmark::DoNotOptimize(PlateWriter::toPng(proof)); },
+        [&] {
+            QBuffer png;
+            full.save(&png, "png");
+            benchmark::DoNotOptimize(png.data());
+        });
+}
+BENCHMARK(proofBesideFullColor)->Iterations(15)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

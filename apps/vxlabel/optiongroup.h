@@ -17,6 +17,7 @@ public:
     {
         command.option_defaults()->group(heading);
     }
+    // NOLINTNEXTLINE(bugprone-exception-escape): without memory for a heading, the program ends anyway
     ~OptionGroup() { m_command.option_defaults()->group(m_before); }
     Q_DISABLE_COPY_MOVE(OptionGroup)
 
