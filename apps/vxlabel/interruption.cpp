@@ -16,9 +16,7 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may use 
 
 [[noreturn]] void leave()
 {
-    constexpr std::string_view line = "vxlabel: interrupted\n";
-    // There is nobody left to tell that this cannot be written.
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    Interruption::tell();
     _exit(int(ExitCode::Interrupted));
 }
 
@@ -54,6 +52,13 @@ Postponed::~Postponed()
 bool isPending()
 {
     return pending;
+}
+
+void tell()
+{
+    constexpr std::string_view line = "vxlabel: interrupted\n";
+    // There is nobody left to tell that this cannot be written.
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
 }
 
 } // namespace Interruption

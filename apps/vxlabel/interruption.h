@@ -22,4 +22,7 @@ public:
 /// Whether the end was postponed, and something that takes long should come to it.
 [[nodiscard]] bool isPending();
 
+/// Says so on standard error; signal handlers may call it.
+void tell();
+
 } // namespace Interruption

@@ -2,6 +2,7 @@
 #include "apps/vxlabel/worker.h"
 
 #include "apps/vxlabel/exitcode.h"
+#include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
 
 #include <csignal>
@@ -43,11 +44,16 @@ State *state = nullptr;
 BatchCount before; ///< state->count when this worker began
 
 volatile pid_t worker = 0;
+volatile std::sig_atomic_t interruptions = 0;
 
-/// A terminal tells both processes of ^C, a person or program one only.
+/// A terminal tells both processes of ^C, a person or program one only. Who asks twice does not wait for the
+/// row to be done.
 void passOn(int signal, siginfo_t *information, void * /*context*/)
 {
-    if (information->si_code <= 0)
+    interruptions = interruptions + 1;
+    if (interruptions > 1)
+        kill(worker, SIGKILL);
+    else if (information->si_code <= 0)
         kill(worker, signal);
 }
 
@@ -95,6 +101,10 @@ bool isLost(int status)
 /// What the caller gets to see of a worker's end: the same.
 int answerOf(int status)
 {
+    if (WIFSIGNALED(status) && interruptions > 1) {
+        Interruption::tell();
+        return int(ExitCode::Interrupted);
+    }
     if (WIFEXITED(status))
         return WEXITSTATUS(status);
     std::signal(WTERMSIG(status), SIG_DFL);

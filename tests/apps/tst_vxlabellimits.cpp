@@ -69,6 +69,7 @@ private Q_SLOTS:
     void killedProgramsLeaveNoWorker();
     void signalsReachTheWorker_data();
     void signalsReachTheWorker();
+    void theSecondSignalDoesNotWait();
 };
 
 void tst_VxLabelLimits::init()
@@ -259,6 +260,26 @@ void tst_VxLabelLimits::signalsReachTheWorker()
     QCOMPARE(process->exitStatus(), QProcess::NormalExit);
     QCOMPARE(process->exitCode(), 130);
     QCOMPARE(process->readAllStandardError(), "vxlabel: interrupted\n");
+}
+
+// The row takes seconds; the one before it stays, and the batch can be resumed.
+void tst_VxLabelLimits::theSecondSignalDoesNotWait()
+{
+    write(u"names.csv"_s, namesWith(endless.chopped(1) + endless.sliced(1)));
+    const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
+    QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
+    QTest::qWait(100);
+    ::kill(pid_t(process->processId()), SIGINT);
+    QVERIFY2(!process->waitForFinished(200), "the row was done too soon to tell");
+    ::kill(pid_t(process->processId()), SIGINT);
+    QVERIFY(process->waitForFinished(1000));
+    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process->exitCode(), 130);
+    QCOMPARE(process->readAllStandardError(), "vxlabel: interrupted\n");
+    QVERIFY(!files(u"out"_s).contains(u"B.png"_s));
+    write(u"names.csv"_s, namesWith("Banana"));
+    expect(batchOfNames + QStringList { u"--resume"_s }, 0);
+    QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"B.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
 }
 
 QTEST_MAIN(tst_VxLabelLimits)
