@@ -147,7 +147,7 @@ std::string valueCases(const CLI::App &command, const std::string &name)
             continue;
         std::vector<std::string> patterns;
         for (const std::string &spelling : CommandTree::namesOf(*option))
-            patterns.push_back(name + ':' + spelling);
+            patterns.emplace_back(name).append(":").append(spelling);
         cases += caseOf(CLI::detail::join(patterns, " | "), kindOf(*option, CommandTree::valueName(*option)));
     }
     return cases;
