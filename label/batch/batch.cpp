@@ -5,7 +5,6 @@
 #include "label/batch/batchhead.h"
 #include "label/batch/manifestshares.h"
 #include "label/batch/platecomposer.h"
-#include "label/batch/rowcheck.h"
 #include "label/batch/rowoutputs.h"
 #include "label/data/columnnames.h"
 #include "label/labellimits.h"
@@ -342,8 +341,7 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
 {
     std::optional<Separation> separation;
     if (m_document->show(row, { m_options.begin, label }, problems))
-        separation = plates == With::Plates ? m_composer->separate(problems)
-                                            : RowCheck::of(m_document->document(), m_plates.dpi, problems);
+        separation = plates == With::Plates ? m_composer->separate(problems) : m_composer->check(problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     if (!separation)

@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/platecomposer.h"
 
-#include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
 #include "items/core/itemcolors.h"
 #include "items/graphics/imageableitem.h"
-#include "label/inkwarnings.h"
-#include "label/itemmap.h"
 #include "label/itemtree.h"
-#include "label/jsonpointer.h"
 #include "label/labellimits.h"
 #include "label/plates.h"
-#include "label/printedbarcodes.h"
-#include "label/printlimits.h"
 
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -50,62 +44,46 @@ PlateComposer::PlateComposer(
     , m_changing(std::move(changing))
     , m_options(options)
     , m_scenes(document, options)
+    , m_reports(document, m_changing, options.dpi)
 {
 }
 
 PlateComposer::~PlateComposer() = default;
 
-bool PlateComposer::isChanging(std::size_t item) const
+std::optional<Separation> PlateComposer::check(Problems &problems)
 {
-    return std::ranges::binary_search(m_changing, item);
-}
-
-std::optional<Separation> PlateComposer::separate(Problems &problems)
-{
-    if (const Problems found = m_isPrepared ? problemsOfChanging() : m_document.problems();
-        !found.isEmpty()) {
-        problems += found;
-        return {};
-    }
-    if (!m_isPrepared)
-        prepare();
-    if (!m_isComposing || m_others > m_composed + mostFailures)
-        return ::separate(m_document, m_options, problems);
-    if (const Problems found = printProblems(m_document, m_options.dpi); !found.isEmpty()) {
+    if (const Problems found = m_reports.problems(); !found.isEmpty()) {
         problems += found;
         return {};
     }
     Separation separation { {}, m_document.paper(), {}, {} };
-    if (!compose(separation.plates)) {
+    m_reports.tell(separation);
+    return separation;
+}
+
+std::optional<Separation> PlateComposer::separate(Problems &problems)
+{
+    std::optional<Separation> separation = check(problems);
+    if (!separation)
+        return {};
+    if (!m_isPrepared)
+        prepare();
+    if (!m_isComposing || m_others > m_composed + mostFailures)
+        return ::separate(m_document, m_options, problems);
+    if (!compose(separation->plates)) {
         ++m_others;
         return ::separate(m_document, m_options, problems);
     }
     ++m_composed;
-    tell(separation);
     return separation;
-}
-
-Problems PlateComposer::problemsOfChanging() const
-{
-    Problems problems;
-    for (const std::size_t item : m_changing)
-        problems += ItemMap::geometryProblems(
-            *m_document.items()[item], JsonPointer::element(u"/items"_s, qsizetype(item)));
-    return problems;
 }
 
 void PlateComposer::prepare()
 {
     m_isPrepared = true;
     m_isComposing = canCompose() && prepareFixed();
-    if (!m_isComposing)
-        return;
-    prepareTaken();
-    m_reports.resize(m_document.items().size());
-    for (std::size_t i = 0; i < m_reports.size(); ++i) {
-        if (!isChanging(i))
-            m_reports[i] = reportOn(i);
-    }
+    if (m_isComposing)
+        prepareTaken();
 }
 
 bool PlateComposer::canCompose() const
@@ -120,7 +98,7 @@ bool PlateComposer::prepareFixed()
 {
     LabelDocument fixed = m_document.withoutItems();
     for (std::size_t i = 0; i < m_document.items().size(); ++i) {
-        if (!isChanging(i))
+        if (!m_reports.isChanging(i))
             fixed.addItem(std::unique_ptr<Item>(m_document.items()[i]->createItemCopy()));
     }
     m_canvas = std::make_unique<DotCanvas>(m_scenes.dots());
@@ -143,7 +121,7 @@ std::vector<std::size_t> PlateComposer::fixedAboveChanging() const
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(
         order, {}, [this](std::size_t item) { return m_document.items()[item]->getItemZValue(); });
-    const auto isOfThese = [this](std::size_t item) { return isChanging(item); };
+    const auto isOfThese = [this](std::size_t item) { return m_reports.isChanging(item); };
     std::vector<std::size_t> above(std::ranges::find_if(order, isOfThese), order.end());
     std::erase_if(above, isOfThese);
     return above;
@@ -205,34 +183,4 @@ bool PlateComposer::putChangingOn(std::vector<Plate> &plates)
             return false;
     }
     return true;
-}
-
-PlateComposer::Report PlateComposer::reportOn(std::size_t item) const
-{
-    Report report;
-    for (const InkWarning &warning : inkWarnings(m_document, item))
-        report.warnings.append(warning.problem);
-    const Item &shown = *m_document.items()[item];
-    if (!dynamic_cast<const BarcodeItem *>(&shown) || !shown.getItemIsVisible())
-        return report;
-    report.barcode = PrintedBarcodes::of(m_document, item, m_options.dpi);
-    report.barcode->where = JsonPointer::element(u"/items"_s, qsizetype(item));
-    if (const auto fault = PrintedBarcodes::faultOf(m_document, *report.barcode, m_options.dpi))
-        report.unreadable = fault->problem;
-    return report;
-}
-
-/// First the warnings of all items about colours, then those about barcodes.
-void PlateComposer::tell(Separation &separation)
-{
-    for (const std::size_t item : m_changing)
-        m_reports[item] = reportOn(item);
-    for (const Report &report : m_reports)
-        separation.warnings += report.warnings;
-    for (const Report &report : m_reports) {
-        if (report.barcode)
-            separation.barcodes.push_back(*report.barcode);
-        if (report.unreadable)
-            separation.warnings.append(*report.unreadable);
-    }
 }

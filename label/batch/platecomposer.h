@@ -2,6 +2,7 @@
 #pragma once
 
 #include "label/batch/dotcanvas.h"
+#include "label/batch/itemreports.h"
 #include "label/platescenes.h"
 #include "label/separation.h"
 
@@ -28,37 +29,28 @@ public:
 
     /// The document as it is now; see separate().
     [[nodiscard]] std::optional<Separation> separate(Problems &problems);
+    /// The same but for the plates, of which there are none.
+    [[nodiscard]] std::optional<Separation> check(Problems &problems);
     /// How many separations were composed.
     [[nodiscard]] qint64 composed() const { return m_composed; }
 
 private:
-    /// What is told about an item.
-    struct Report
-    {
-        Problems warnings;
-        std::optional<PrintedBarcode> barcode;
-        std::optional<Problem> unreadable;
-    };
-
     void prepare();
     [[nodiscard]] bool canCompose() const;
     [[nodiscard]] bool prepareFixed();
     void prepareTaken();
     [[nodiscard]] std::vector<std::size_t> fixedAboveChanging() const;
     void takeRoomOf(const std::vector<std::size_t> &items, qsizetype ink);
-    [[nodiscard]] bool isChanging(std::size_t item) const;
-    [[nodiscard]] Problems problemsOfChanging() const;
     template <typename Add> [[nodiscard]] bool paint(const std::vector<std::size_t> &items, Add add);
     void paintInk(const std::vector<std::size_t> &items, qsizetype ink);
     [[nodiscard]] bool compose(std::vector<Plate> &plates);
     [[nodiscard]] bool putChangingOn(std::vector<Plate> &plates);
-    [[nodiscard]] Report reportOn(std::size_t item) const;
-    void tell(Separation &separation);
 
     const LabelDocument &m_document;
     std::vector<std::size_t> m_changing; ///< in ascending order
     SeparationOptions m_options;
     PlateScenes m_scenes;
+    ItemReports m_reports;
     bool m_isPrepared = false;
     bool m_isComposing = false;
     qint64 m_composed = 0;
@@ -66,5 +58,4 @@ private:
     std::vector<Plate> m_fixed; ///< the plates of what does not change
     QImage m_taken; ///< a bit where such things lie above others that change, on any plate
     std::unique_ptr<DotCanvas> m_canvas;
-    std::vector<Report> m_reports; ///< item by item
 };
