@@ -45,6 +45,7 @@ struct Arguments
     bool force = false;
     bool resume = false;
     bool onlyFailed = false;
+    bool reprint = false;
     std::optional<BatchProgress::Form> progress;
     int jobs = 1;
     BatchOptions batch;
@@ -53,10 +54,10 @@ struct Arguments
 BatchOptions::Start startOf(const Arguments &arguments)
 {
     using Start = BatchOptions::Start;
-    return arguments.onlyFailed ? Start::OnlyFailed
-        : arguments.resume      ? Start::Resume
-        : arguments.force       ? Start::Replace
-                                : Start::New;
+    return arguments.onlyFailed                 ? Start::OnlyFailed
+        : arguments.resume || arguments.reprint ? Start::Resume
+        : arguments.force                       ? Start::Replace
+                                                : Start::New;
 }
 
 ExitCode codeOf(const BatchRefusal &refusal)
@@ -76,7 +77,7 @@ ExitCode codeOf(BatchEnd end, const BatchCount &count)
 {
     switch (end) {
     case BatchEnd::Complete:
-        return count.failed > 0 ? ExitCode::SomeFailed : ExitCode::Ok;
+        return count.failed + count.untried > 0 ? ExitCode::SomeFailed : ExitCode::Ok;
     case BatchEnd::Stopped:
         return ExitCode::SomeFailed;
     case BatchEnd::DataFailed:
@@ -104,6 +105,8 @@ QByteArray summaryOf(const BatchCount &count)
         text += u", %1 kept"_s.arg(count.kept);
     if (count.failed > 0)
         text += u", %1 failed"_s.arg(count.failed);
+    if (count.untried > 0)
+        text += u", %1 never tried; give --resume to print them"_s.arg(count.untried);
     return (text + u'\n').toUtf8();
 }
 
@@ -113,6 +116,13 @@ QString manifestOf(const Arguments &arguments)
         return QFile::decodeName(arguments.manifest.c_str());
     return arguments.pdf.empty() ? Batch::usualManifest(QFile::decodeName(arguments.pattern.c_str()))
                                  : Batch::usualManifestOfPdf(QFile::decodeName(arguments.pdf.c_str()));
+}
+
+/// Whether all rows were asked for, or some were there. A share may have none of them.
+bool hasChosenRows(const BatchOptions &options, const BatchCount &count)
+{
+    return options.rows.isAll() || options.shard != Shard()
+        || count.printed + count.kept + count.failed + count.untried > 0;
 }
 
 /// What does not go with one PDF of all labels.
@@ -132,7 +142,7 @@ Problems problemsOfOnePdf(const Arguments &arguments)
     if (arguments.jobs > 1 || arguments.batch.shard != Shard())
         problems.append({ {}, {}, u"one PDF is written by one process"_s,
             u"leave out --jobs and --shard, or write a PDF for each row with -o"_s });
-    if (arguments.resume || arguments.onlyFailed)
+    if (arguments.resume || arguments.onlyFailed || arguments.reprint)
         problems.append({ {}, {}, u"one PDF is written as a whole"_s,
             u"give --force to begin again, or write a PDF for each row with -o"_s });
     return problems;
@@ -173,6 +183,18 @@ bool chooseFormat(Arguments &arguments)
     return problems.isEmpty();
 }
 
+/// What keeps the record of an earlier batch from being forgotten.
+Problems problemsOfReplacing(const QStringList &existing, const RowSelection &rows)
+{
+    Problems problems;
+    for (const QString &path : existing)
+        (void)Manifest::mayReplace(path, problems);
+    if (problems.isEmpty() && !existing.isEmpty() && !rows.isAll())
+        problems.append({ existing[0], {}, u"has rows that are not chosen, which --force would forget"_s,
+            u"give --reprint to print the chosen ones again"_s });
+    return problems;
+}
+
 /// Lays out the record of the batch for its processes. False, with complaints, if it is in the way.
 bool prepareManifests(const Arguments &arguments)
 {
@@ -181,16 +203,22 @@ bool prepareManifests(const Arguments &arguments)
     Problems problems;
     switch (startOf(arguments)) {
     case BatchOptions::Start::New:
-        if (!existing.isEmpty())
+        if (!existing.isEmpty() && Manifest::mayReplace(existing[0], problems))
             problems.append({ existing[0], {}, u"is there from an earlier batch"_s,
                 u"give --resume to go on with it, or --force to begin again"_s });
         break;
     case BatchOptions::Start::Replace:
-        for (const QString &path : existing)
+        problems
+            = problemsOfReplacing(existing, arguments.pdf.empty() ? arguments.batch.rows : RowSelection());
+        for (const QString &path : problems.isEmpty() ? existing : QStringList())
             QFile::remove(path);
         break;
-    case BatchOptions::Start::Resume:
     case BatchOptions::Start::OnlyFailed:
+        if (existing.isEmpty())
+            problems.append({ manifest, {}, u"is not there: no row is known to have failed"_s,
+                u"leave out --only-failed"_s });
+        [[fallthrough]];
+    case BatchOptions::Start::Resume:
         (void)ManifestShares::rearrange(manifest, arguments.jobs, problems);
         break;
     }
@@ -257,8 +285,10 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.manifest = manifestOf(arguments);
     options.separation.dpi = arguments.dpi.value_or(label->document.designDpi());
     options.start = startOf(arguments);
+    options.reprints = arguments.reprint;
     options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
+    options.inputs = data.files + QStringList { label->path };
     options.mostFileBytes = Worker::limits().fileBytes();
     options.assets = assetsOf(arguments.assets, label->path);
 
@@ -270,8 +300,13 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), label->path);
     const BatchEnd end = batch->run(progress);
     progress.finish(batch->count());
-    const bool isTold = Terminal::print(summaryOf(progress.ofAllWorkers(batch->count())));
-    const ExitCode code = codeOf(end, batch->count());
+    const BatchCount count = progress.ofAllWorkers(batch->count());
+    // A PDF of some of the labels is none.
+    const bool isWritten = options.pdf.isEmpty() || end == BatchEnd::Complete;
+    const bool isTold = Terminal::print(isWritten ? summaryOf(count) : QByteArray("no PDF was written\n"));
+    ExitCode code = codeOf(end, batch->count());
+    if (code == ExitCode::Ok && !hasChosenRows(options, count))
+        code = CommandLine::refuseRows();
     return code != ExitCode::Ok ? code : isTold ? label->outcome : ExitCode::CannotWrite;
 }
 
@@ -280,7 +315,7 @@ QDateTime beginOf(const Arguments &arguments)
 {
     Problems unread;
     const QStringList existing = ManifestShares::existing(manifestOf(arguments));
-    const bool goesOn = arguments.resume || arguments.onlyFailed;
+    const bool goesOn = arguments.resume || arguments.onlyFailed || arguments.reprint;
     const std::optional<QJsonObject> head
         = goesOn && !existing.isEmpty() ? Manifest::headOf(existing[0], unread) : std::nullopt;
     const QString begin = head ? head->value(u"begin"_s).toString() : QString();
@@ -400,7 +435,12 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
         = command.add_flag("--resume", arguments.resume, "Go on with a batch that was interrupted or killed");
     CLI::Option *onlyFailed
         = command.add_flag("--only-failed", arguments.onlyFailed, "Print only the rows that failed before");
-    CommandLine::addForce(command, arguments.force)->excludes(resume)->excludes(onlyFailed);
+    CLI::Option *reprint = command.add_flag(
+        "--reprint", arguments.reprint, "Print the chosen rows of a batch again, each in its place");
+    CommandLine::addForce(command, arguments.force)
+        ->excludes(resume)
+        ->excludes(onlyFailed)
+        ->excludes(reprint->excludes(onlyFailed));
     takesFirst(command.add_option_function<std::string>(
                    "--progress",
                    [&arguments](const std::string &text) {

@@ -89,7 +89,9 @@ std::optional<ExitCode> checkLabel(
     options.assets = assetsOf(arguments.assets, path);
     if (!options.begin.isValid())
         options.begin = QDateTime::currentDateTime();
-    return codeOf(Preflight(label, data.rows.get(), options).run(report), report.count());
+    const ExitCode code = codeOf(Preflight(label, data.rows.get(), options).run(report), report.count());
+    const bool isEmptyChoice = data.rows && !options.rows.isAll() && report.count().rows == 0;
+    return code == ExitCode::Ok && isEmptyChoice ? CommandLine::refuseRows() : code;
 }
 
 ExitCode check(Arguments arguments, BrokenItems broken)

@@ -255,6 +255,12 @@ void CommandLine::addText(CLI::App &command, const std::string &name, const std:
         ->check(nameCheck());
 }
 
+ExitCode CommandLine::refuseRows()
+{
+    Terminal::complain({ {}, u"--rows"_s, u"chooses none of the rows that there are"_s, {} });
+    return ExitCode::Usage;
+}
+
 void CommandLine::addRows(CLI::App &command, RowSelection &rows, const std::string &help)
 {
     addParsed<RowSelection>(command, "--rows", help, rows, RowSelection::parse)->type_name("LIST");
@@ -267,7 +273,7 @@ CLI::Option *CommandLine::addMoment(CLI::App &command, QDateTime &moment)
         moment,
         [](const QString &text, Problem &problem) {
             const QDateTime parsed = QDateTime::fromString(text, Qt::ISODate);
-            problem = { {}, {}, text + u" is no date"_s, {} };
+            problem = { {}, {}, text + u" is no date such as 2026-05-31 or 2026-05-31T14:30"_s, {} };
             return parsed.isValid() ? std::optional(parsed) : std::nullopt;
         })
         ->type_name("MOMENT");

@@ -6,6 +6,7 @@
 #include "apps/vxlabel/terminal.h"
 #include "items/core/item.h"
 #include "label/data/rowsources.h"
+#include "label/data/sqllocation.h"
 #include "label/itemtree.h"
 
 #include <QDir>
@@ -107,6 +108,21 @@ std::optional<DataSource> typedSource(const DataArguments &arguments)
     return {};
 }
 
+/// The files that rows are read from, and the password.
+QStringList filesOf(const DataSource &source, const RowSources::Place &place)
+{
+    Problems told; // when the rows were opened
+    QStringList files;
+    if (source.kind != DataSource::Kind::Sql)
+        files.append(QDir(place.folder).absoluteFilePath(source.location));
+    else if (const auto database = SqlLocation::fromUrl(source.location, place.folder, told);
+             database && database->kind == SqlLocation::Sqlite)
+        files.append(database->database);
+    if (!place.passwordFile.isEmpty())
+        files.append(place.passwordFile);
+    return files;
+}
+
 } // namespace
 
 void addDataArguments(CLI::App &command, DataArguments &arguments)
@@ -166,7 +182,7 @@ DataRows openData(const DataArguments &arguments, const LabelDocument &label, co
         place.folder = QFileInfo(labelPath).absolutePath();
     Problems problems;
     DataRows data { RowSources::open(*source, place, problems),
-        isOfLabel ? std::optional(source->id) : std::nullopt };
+        isOfLabel ? std::optional(source->id) : std::nullopt, filesOf(*source, place) };
     Terminal::complain(problems, {});
     return data;
 }

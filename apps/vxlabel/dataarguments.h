@@ -31,6 +31,7 @@ struct DataRows
 {
     std::unique_ptr<RowSource> rows; ///< null, after complaints, if there are none
     std::optional<int> source; ///< the one of the label that they are of
+    QStringList files = {}; ///< that are read for them
 };
 
 /// Adds the arguments.

@@ -79,23 +79,24 @@ Problem problemOf(int status, const WorkLimits &limits)
 {
     if (WIFEXITED(status))
         return { {}, {}, u"it needs more memory than the %1 MB that it may take"_s.arg(limits.megabytes),
-            u"use smaller pictures, a smaller page or a lower --dpi, or give --max-memory"_s };
+            u"shorten its texts, use smaller pictures or a lower --dpi, or give --max-memory"_s };
     if (WTERMSIG(status) == SIGXCPU)
-        return { {}, {}, u"it takes more than %1 seconds of processor time"_s.arg(limits.seconds),
-            u"use smaller pictures or a lower --dpi, or give --max-time"_s };
+        return { {}, {}, u"it takes more than %1 s of processor time"_s.arg(limits.seconds),
+            u"shorten its texts, use smaller pictures or a lower --dpi, or give --max-time"_s };
     return { {}, {},
         u"the program broke down at it (%1)"_s.arg(QString::fromLocal8Bit(strsignal(WTERMSIG(status)))),
         u"leave it out, and report it with the label"_s };
 }
 
-/// Whether the worker has come to an end that it did not choose. Who kills a worker means the program.
+/// Whether the worker has come to an end that nobody chose.
 bool isLost(int status)
 {
     if (WIFEXITED(status))
         return WEXITSTATUS(status) == withoutMemory;
     const int signal = WTERMSIG(status);
-    return signal != SIGINT && signal != SIGTERM && signal != SIGKILL && signal != SIGPIPE
-        && signal != SIGHUP;
+    if (signal == SIGKILL) // mostly of the system, which has no more memory
+        return interruptions < 2;
+    return signal != SIGINT && signal != SIGTERM && signal != SIGPIPE && signal != SIGHUP;
 }
 
 /// What the caller gets to see of a worker's end: the same.

@@ -51,6 +51,8 @@ Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &op
         m_options.manifest
             = m_options.pdf.isEmpty() ? usualManifest(m_options.pattern) : usualManifestOfPdf(m_options.pdf);
     m_options.manifest = ManifestShares::pathOf(m_options.manifest, m_options.shard);
+    for (auto lost = m_options.lostRows.cbegin(); lost != m_options.lostRows.cend(); ++lost)
+        m_lastLost = std::max(m_lastLost, lost.key());
     if (m_options.verify)
         m_verifier = std::make_unique<CodeVerifier>();
 }
@@ -163,7 +165,9 @@ BatchEnd Batch::run(BatchObserver &observer)
         const RowResult result = m_rows.next();
         if (observer.isInterrupted())
             end = BatchEnd::Interrupted;
-        else if (result.kind == RowResult::End || m_options.rows.endsBefore(result.row.number))
+        else if (result.kind == RowResult::End)
+            end = endOfRows();
+        else if (m_options.rows.endsBefore(result.row.number))
             end = BatchEnd::Complete;
         else
             end = take(result);
@@ -171,6 +175,13 @@ BatchEnd Batch::run(BatchObserver &observer)
     end = finish(*end);
     m_observer = nullptr;
     return *end;
+}
+
+/// Rows on record that the data have no more are none.
+BatchEnd Batch::endOfRows()
+{
+    m_replaced += m_manifest->takeBehind(m_lastRow);
+    return BatchEnd::Complete;
 }
 
 BatchEnd Batch::finish(BatchEnd end)
@@ -184,7 +195,8 @@ BatchEnd Batch::finish(BatchEnd end)
     // The pages on record of a file that there is not would only be in the way.
     if (m_output->isOneFile() && !isComplete)
         m_manifest->remove();
-    else if (!m_manifest->finish(isComplete ? std::optional(dataEnd()) : std::nullopt, problems))
+    else if (!m_manifest->finish(
+                 isComplete && m_count.untried == 0 ? std::optional(dataEnd()) : std::nullopt, problems))
         end = BatchEnd::CannotWrite;
     for (const Problem &problem : std::as_const(problems))
         m_observer->problem(problem);
@@ -251,8 +263,8 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         .digest = job.digest,
         .copies = job.copies.value_or(1) };
     const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
-    if (isKept(before, entry)) {
-        ++m_count.kept;
+    if (qint64 *count = countOfDone(before, entry)) {
+        ++*count;
         m_observer->rowDone(m_count);
         return {};
     }
@@ -268,11 +280,22 @@ std::optional<BatchEnd> Batch::print(const Job &job)
     return record(job, entry, problems);
 }
 
-bool Batch::isKept(const std::optional<ManifestEntry> &before, const ManifestEntry &entry) const
+/// What counts a row that is not to be printed now; null for one that is.
+qint64 *Batch::countOfDone(const std::optional<ManifestEntry> &before, const ManifestEntry &entry)
 {
-    if (m_options.start == BatchOptions::Start::OnlyFailed)
-        return !before || before->isPrinted;
-    return before && before->isPrinted && before->digest == entry.digest && m_output->areIntact(*before);
+    if (m_options.start == BatchOptions::Start::OnlyFailed && !before)
+        return &m_count.untried;
+    if (!before)
+        return nullptr;
+    const bool isSame = before->digest == entry.digest;
+    // The process that printed these rows has told why they failed, and been lost behind them.
+    if (!before->isPrinted && isSame && entry.row < m_lastLost)
+        return &m_count.failed;
+    if (!before->isPrinted || m_options.reprints)
+        return nullptr;
+    const bool isKept
+        = m_options.start == BatchOptions::Start::OnlyFailed || (isSame && m_output->areIntact(*before));
+    return isKept ? &m_count.kept : nullptr;
 }
 
 std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)

@@ -80,7 +80,7 @@ private:
     [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
     [[nodiscard]] std::optional<BatchEnd> record(
         const Job &job, ManifestEntry &entry, const Problems &problems);
-    [[nodiscard]] bool isKept(const std::optional<ManifestEntry> &before, const ManifestEntry &entry) const;
+    [[nodiscard]] qint64 *countOfDone(const std::optional<ManifestEntry> &before, const ManifestEntry &entry);
     void removeReplaced();
     [[nodiscard]] Manifest::End dataEnd() const;
     [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
@@ -90,6 +90,7 @@ private:
     enum class With { Plates, NoPlates };
     [[nodiscard]] std::optional<Separation> separationOf(
         const Row &row, qint64 label, With plates, Problems &problems);
+    [[nodiscard]] BatchEnd endOfRows();
     [[nodiscard]] BatchEnd finish(BatchEnd end);
     /// Reads the barcodes of the row that is shown back, if that is asked for.
     void verify(const Separation &separation, Problems &problems);
@@ -112,6 +113,7 @@ private:
     int m_keyColumn = 0;
     int m_copiesColumn = -1;
     qint64 m_lastRow = 0; ///< that was read
+    qint64 m_lastLost = 0; ///< the last row of those that are lost
     QCryptographicHash m_data { QCryptographicHash::Sha256 }; ///< of all rows so far
     qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
     BatchCount m_count;

@@ -12,6 +12,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -46,7 +47,9 @@ struct BatchOptions
     QString keyColumn = {}; ///< by which people know a row; empty: the first one
     QString copiesColumn = {}; ///< tells how often a row is printed; empty: once
     OnError onError = OnError::Skip;
-    qint64 mostFileBytes = 0; ///< of a plate's file; 0 for any
+    bool reprints = false; ///< what is printed already is printed again
+    qint64 mostFileBytes = 0; ///< of a file of a row; 0 for any
+    QStringList inputs = {}; ///< files that the batch reads; none of them is written
     Start start = Start::New;
     QByteArray labelDigest = {}; ///< of the file of the label: a batch is resumed with the same one only
     std::optional<int> rowSource = {}; ///< see BindingOptions
@@ -63,6 +66,7 @@ struct BatchCount
     qint64 printed = 0; ///< rows
     qint64 kept = 0; ///< rows that were printed before
     qint64 failed = 0; ///< rows
+    qint64 untried = 0; ///< rows that are not on record, where only those that failed are printed
     qint64 labels = 0; ///< printed, copies included
     std::optional<qint64> total = {}; ///< rows to come to, where that is known
 };

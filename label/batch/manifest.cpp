@@ -3,6 +3,7 @@
 
 #include "label/batch/partfile.h"
 
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <algorithm>
@@ -83,6 +84,8 @@ std::unique_ptr<Manifest> Manifest::create(
 {
     std::unique_ptr<Manifest> manifest(new Manifest(path));
     const bool exists = manifest->m_file.exists();
+    if (!mayReplace(path, problems))
+        return {};
     if (exists && !overwrite) {
         problems.append({ path, {}, u"is there from an earlier batch"_s,
             u"give --resume to go on with it, or --force to begin again"_s });
@@ -91,6 +94,20 @@ std::unique_ptr<Manifest> Manifest::create(
     const bool isWritten = manifest->open(problems) && manifest->m_file.resize(0)
         && manifest->writeLine(headLine(head), problems);
     return isWritten ? std::move(manifest) : nullptr;
+}
+
+bool Manifest::mayReplace(const QString &path, Problems &problems)
+{
+    const QFileInfo info(path);
+    const bool isNothing = !info.exists() && !info.isSymLink();
+    // A batch that was killed at its beginning has not come to its first line.
+    const bool isEmpty = info.isFile() && info.size() == 0;
+    Problems unread;
+    if (isNothing || isEmpty || (info.isFile() && headOf(path, unread)))
+        return true;
+    problems.append({ path, {}, u"is no manifest of a batch, and stays as it is"_s,
+        u"choose another name with --manifest"_s });
+    return false;
 }
 
 std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &problems)
@@ -188,6 +205,19 @@ bool Manifest::append(const ManifestEntry &entry, Problems &problems)
     if (m_isResumed)
         m_offsets.insert(entry.row, m_file.size());
     return writeLine(entry.line(), problems);
+}
+
+QList<ManifestEntry> Manifest::takeBehind(qint64 row)
+{
+    QList<ManifestEntry> taken;
+    for (const qint64 behind : m_offsets.keys()) {
+        if (behind <= row)
+            continue;
+        taken.append(*find(behind));
+        m_offsets.remove(behind);
+    }
+    m_isInOrder = m_isInOrder && taken.isEmpty();
+    return taken;
 }
 
 bool Manifest::finish(const std::optional<End> &end, Problems &problems)

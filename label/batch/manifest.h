@@ -26,7 +26,8 @@ public:
     };
 
     /// Begins a new one. Null, with the reason in problems, if there is one and overwrite is not set, another
-    /// process writes it, or it cannot be written. head tells what the files depend on beyond the rows.
+    /// process writes it, it cannot be written, or there is a file that is no manifest. head tells what the
+    /// files depend on beyond the rows.
     [[nodiscard]] static std::unique_ptr<Manifest> create(
         const QString &path, const QJsonObject &head, bool overwrite, Problems &problems);
     /// Goes on with one. Null, with the reason in problems, if it is no manifest, another process
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] static std::unique_ptr<Manifest> resume(
         const QString &path, const QJsonObject &head, Problems &problems);
 
+    /// Whether a file may be replaced by a manifest: it is one, was to be one, or is not there. Otherwise the
+    /// reason is in problems.
+    [[nodiscard]] static bool mayReplace(const QString &path, Problems &problems);
     /// The head of a manifest; nothing, with the reason in problems, for a file that is none.
     [[nodiscard]] static std::optional<QJsonObject> headOf(const QString &path, Problems &problems);
 
@@ -42,6 +46,8 @@ public:
     /// Puts what became of a row on record, instead of what was there before. False, with the reason in
     /// problems, if it cannot be written.
     [[nodiscard]] bool append(const ManifestEntry &entry, Problems &problems);
+    /// Takes the entries of rows behind this one off the record: the data have no such rows any more.
+    [[nodiscard]] QList<ManifestEntry> takeBehind(qint64 row);
     /// Puts the rows into their order, and ends the record if it is known how many rows the data have:
     /// nothing is missing then. False, with the reason in problems, if it cannot be written.
     [[nodiscard]] bool finish(const std::optional<End> &end, Problems &problems);

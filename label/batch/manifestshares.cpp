@@ -145,6 +145,23 @@ QStringList ManifestShares::existing(const QString &manifest)
     return paths;
 }
 
+namespace {
+
+/// Records name their files from their own folder on.
+Problems problemsOfFolder(const QStringList &paths, const QString &manifest)
+{
+    const auto isElsewhere = [&](const QString &path) {
+        return QFileInfo(path).absolutePath() != QFileInfo(manifest).absolutePath();
+    };
+    const auto found = std::ranges::find_if(paths, isElsewhere);
+    if (found == paths.end())
+        return {};
+    return { { manifest, {}, u"lies in another folder than "_s + *found,
+        u"put it there: that is where its records name their files from"_s } };
+}
+
+} // namespace
+
 std::optional<ManifestShares::Merged> ManifestShares::merge(
     const QStringList &paths, const QString &manifest, const RowSelection &rows, Problems &problems)
 {
@@ -158,6 +175,8 @@ std::optional<ManifestShares::Merged> ManifestShares::merge(
         lines = linesOf(*parts, found);
         checkRows(lines, parts->front()->end()->rows, rows, found);
     }
+    if (found.isEmpty())
+        found = problemsOfFolder(paths, manifest);
     if (!found.isEmpty()) {
         problems += found;
         return {};

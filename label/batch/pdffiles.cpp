@@ -3,12 +3,11 @@
 
 #include <QBuffer>
 
-PdfFiles::PdfFiles(const QString &manifest, const LabelPages &pages, bool filePerInk, const QString &title,
-    bool overwrite, qint64 mostBytes)
-    : RowFiles(manifest, overwrite, mostBytes)
+PdfFiles::PdfFiles(const BatchOptions &options, const LabelPages &pages, bool filePerInk)
+    : RowFiles(options)
     , m_pages(pages)
     , m_filePerInk(filePerInk)
-    , m_title(title)
+    , m_title(options.title)
 {
 }
 

@@ -8,8 +8,7 @@
 class PdfFiles final : public RowFiles
 {
 public:
-    PdfFiles(const QString &manifest, const LabelPages &pages, bool filePerInk, const QString &title,
-        bool overwrite, qint64 mostBytes);
+    PdfFiles(const BatchOptions &options, const LabelPages &pages, bool filePerInk);
 
     [[nodiscard]] bool needsPlates() const override { return m_pages.needsPlates(); }
 

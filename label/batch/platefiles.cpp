@@ -3,9 +3,9 @@
 
 #include "label/platewriter.h"
 
-PlateFiles::PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite, qint64 mostBytes)
-    : RowFiles(manifest, overwrite, mostBytes)
-    , m_format(format)
+PlateFiles::PlateFiles(const BatchOptions &options)
+    : RowFiles(options)
+    , m_format(options.format)
 {
 }
 

@@ -8,7 +8,7 @@
 class PlateFiles final : public RowFiles
 {
 public:
-    PlateFiles(const QString &manifest, BatchOptions::Format format, bool overwrite, qint64 mostBytes);
+    explicit PlateFiles(const BatchOptions &options);
 
     [[nodiscard]] bool needsPlates() const override { return true; }
 

@@ -12,11 +12,13 @@
 
 using namespace Qt::StringLiterals;
 
-RowFiles::RowFiles(const QString &manifest, bool overwrite, qint64 mostBytes)
-    : m_folder(QFileInfo(manifest).absolutePath())
-    , m_overwrite(overwrite)
-    , m_mostBytes(mostBytes)
+RowFiles::RowFiles(const BatchOptions &options)
+    : m_folder(QFileInfo(options.manifest).absolutePath())
+    , m_overwrite(options.start != BatchOptions::Start::New)
+    , m_mostBytes(options.mostFileBytes)
 {
+    for (const QString &input : options.inputs)
+        m_inputs.insert(QFileInfo(input).canonicalFilePath());
 }
 
 QString RowFiles::pathOf(const ManifestEntry::File &file) const
@@ -49,6 +51,9 @@ std::optional<Problem> RowFiles::writeFile(const QString &name, const QByteArray
     const bool isTaken = info.exists() || info.isSymLink();
     if (isTaken && !info.isFile())
         return Problem { {}, {}, Wording::quoted(name) + u" is no ordinary file"_s,
+            u"choose another name"_s };
+    if (isTaken && m_inputs.contains(info.canonicalFilePath()))
+        return Problem { {}, {}, Wording::quoted(name) + u" is what the batch reads"_s,
             u"choose another name"_s };
     if (isTaken && !m_overwrite)
         return Problem { {}, {}, Wording::quoted(name) + u" exists already"_s,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/batch/batchoptions.h"
 #include "label/batch/rowoutput.h"
 
 #include <QByteArray>
@@ -24,8 +25,7 @@ public:
     [[nodiscard]] bool areIntact(const ManifestEntry &entry) const final;
 
 protected:
-    /// No file has more bytes than mostBytes, unless that is 0.
-    RowFiles(const QString &manifest, bool overwrite, qint64 mostBytes);
+    explicit RowFiles(const BatchOptions &options);
 
     /// What the files of a label hold, in the order of their names. Nothing, with the reasons in problems,
     /// for a label that cannot be written.
@@ -37,7 +37,8 @@ private:
 
     QString m_folder; ///< of the manifest, absolute
     bool m_overwrite;
-    qint64 m_mostBytes;
+    qint64 m_mostBytes; ///< of a file; 0 for any
+    QSet<QString> m_inputs; ///< that are not to be overwritten, without links
     bool m_isBlocked = false;
     QSet<QString> m_folders; ///< that exist
 };

@@ -19,6 +19,25 @@ quint64 digestOf(const QString &name)
     return qFromBigEndian<quint64>(hash.constData());
 }
 
+/// What the endings of other files promise that a batch does not write.
+const QStringList otherEndings { u"bmp"_s, u"gif"_s, u"jpeg"_s, u"jpg"_s, u"svg"_s, u"tif"_s, u"tiff"_s,
+    u"webp"_s };
+
+/// Why pictures of plates cannot have names of a pattern: what they are named is not what they are.
+std::optional<Problem> problemOfEnding(const BatchOptions &options)
+{
+    const bool isPbm = options.format == BatchOptions::Format::Pbm;
+    const QString ending = options.pattern.section(u'.', -1).toLower();
+    const QString pattern = Wording::quoted(options.pattern);
+    if (ending == (isPbm ? u"png"_s : u"pbm"_s))
+        return Problem { {}, {}, pattern + u" names %1 files"_s.arg(ending.toUpper()),
+            u"give --format "_s + ending };
+    if (otherEndings.contains(ending))
+        return Problem { {}, {}, pattern + u" names %1 files, which are not written"_s.arg(ending.toUpper()),
+            u"let the names end in "_s + (isPbm ? u".pbm"_s : u".png"_s) };
+    return {};
+}
+
 /// Why the inks of a label cannot go into files of a pattern.
 std::optional<Problem> problemOf(const BatchOptions &options, qsizetype inks, bool hasInk)
 {
@@ -33,7 +52,7 @@ std::optional<Problem> problemOf(const BatchOptions &options, qsizetype inks, bo
             u"leave out {ink}, or give --format pdf-plates"_s };
     if (inks > 1 && !hasInk && !options.hasPdfFormat())
         return Problem { {}, {}, pattern + u" gives all inks one name"_s, u"add {ink}"_s };
-    return {};
+    return options.hasPdfFormat() ? std::nullopt : problemOfEnding(options);
 }
 
 } // namespace

@@ -37,15 +37,14 @@ std::unique_ptr<PdfLayout> layoutOf(
 std::unique_ptr<RowOutput> RowOutputs::of(const BatchOptions &options, QSizeF page,
     const PlateAdjuster &adjuster, bool filePerInk, Problems &problems)
 {
-    const bool overwrites = options.start != BatchOptions::Start::New;
     if (!options.pdf.isEmpty()) {
         std::unique_ptr<PdfLayout> layout = layoutOf(options, page, adjuster, problems);
+        const bool overwrites = options.start != BatchOptions::Start::New;
         return layout
             ? std::make_unique<PdfDocument>(options.pdf, std::move(layout), options.title, overwrites)
             : nullptr;
     }
     if (options.hasPdfFormat())
-        return std::make_unique<PdfFiles>(options.manifest, pagesOf(options, adjuster), filePerInk,
-            options.title, overwrites, options.mostFileBytes);
-    return std::make_unique<PlateFiles>(options.manifest, options.format, overwrites, options.mostFileBytes);
+        return std::make_unique<PdfFiles>(options, pagesOf(options, adjuster), filePerInk);
+    return std::make_unique<PlateFiles>(options);
 }

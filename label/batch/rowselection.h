@@ -19,6 +19,8 @@ public:
     /// Nothing, with the reason in problem, for a text that is no selection.
     [[nodiscard]] static std::optional<RowSelection> parse(const QString &text, Problem &problem);
 
+    /// Whether no row is left out.
+    [[nodiscard]] bool isAll() const { return m_ranges.empty(); }
     [[nodiscard]] bool contains(qint64 row) const;
     /// Whether no row from this one on is selected.
     [[nodiscard]] bool endsBefore(qint64 row) const;

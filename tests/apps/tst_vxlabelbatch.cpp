@@ -381,7 +381,7 @@ void tst_VxLabelBatch::rowsNamePicturesInFolders()
     QCOMPARE(objectsOf(read(u"out/manifest.jsonl"_s))[2][u"inks"_s][0][u"dots"_s].toInt(), 200); // 20 x 10
     QCOMPARE(objectsOf(read(u"out/manifest.jsonl"_s))[4][u"inks"_s][0][u"dots"_s].toInt(), 0); // no picture
 
-    expect(arguments + QStringList { u"--search"_s, u"logos"_s, u"--force"_s, u"--rows"_s, u"1"_s }, 0);
+    expect(arguments + QStringList { u"--search"_s, u"logos"_s, u"--reprint"_s, u"--rows"_s, u"1"_s }, 0);
     write(u"rows.csv"_s, "logo\n" + path(u"logos/black.png"_s).toUtf8() + "\n");
     QVERIFY(QDir(path()).mkpath(u"elsewhere"_s));
     QVERIFY(QFile::rename(path(u"b.vxl"_s), path(u"elsewhere/b.vxl"_s)));

@@ -45,6 +45,14 @@ private Q_SLOTS:
     void filesAreKeptUnlessForced();
     void onlyFailedRowsArePrintedAgain();
     void changedRowsAndFilesArePrintedAgain();
+    void nothingIsKnownToHaveFailed();
+    void chosenRowsArePrintedAgain();
+    void rowsThatAreGoneGoFromTheRecord();
+    void noRowIsChosen();
+    void inputsAreNeverOutputs_data();
+    void inputsAreNeverOutputs();
+    void namesTellTheFormat_data();
+    void namesTellTheFormat();
     void changedNamesLeaveNoFiles();
     void otherBatchesAreNotResumed();
     void killedBatchesAreResumed();
@@ -205,11 +213,12 @@ void tst_VxLabelBatchTrouble::onlyFailedRowsArePrintedAgain()
     write(u"prices.csv"_s, "sku,name,price\nA1,x,1\nB2,y,2\nC3,z,no\nD4,z,1\n");
     const ProgramResult result = run(batchOfPrices + QStringList { u"--only-failed"_s });
     QCOMPARE(result.code, 1);
-    QCOMPARE(result.out, QByteArray("1 row printed, 2 kept, 1 failed\n"));
+    QCOMPARE(result.out,
+        QByteArray("1 row printed, 1 kept, 1 failed, 1 never tried; give --resume to print them\n"));
     QCOMPARE(files(u"out"_s),
         QStringList({ u"A1.black.png"_s, u"A1.red.png"_s, u"B2.black.png"_s, u"manifest.jsonl"_s }));
     const QList<QByteArray> lines = read(u"out/manifest.jsonl"_s).trimmed().split('\n');
-    QCOMPARE(lines.size(), 5);
+    QCOMPARE(lines.size(), 4); // and no end
     QVERIFY(lines[1].contains("\"row\":1,\"status\":\"printed\""));
     QVERIFY(lines[2].contains("\"row\":2,\"status\":\"printed\""));
     QVERIFY(lines[3].contains("\"row\":3,\"status\":\"failed\""));
@@ -232,6 +241,127 @@ void tst_VxLabelBatchTrouble::changedRowsAndFilesArePrintedAgain()
 }
 
 /// Whatever the rows were before, there is what there would be if they had always been as they are.
+void tst_VxLabelBatchTrouble::nothingIsKnownToHaveFailed()
+{
+    expect(batchOfPrices + QStringList { u"--only-failed"_s }, 5,
+        "vxlabel: out/manifest.jsonl: is not there: no row is known to have failed; leave out "
+        "--only-failed\n");
+    QVERIFY(!QDir(path(u"out"_s)).exists());
+}
+
+void tst_VxLabelBatchTrouble::chosenRowsArePrintedAgain()
+{
+    expect(batchOfPrices, 0);
+    const Contents whole = contentsOf(u"out"_s);
+    write(u"out/B2.red.png"_s, "torn");
+    expect(batchOfPrices + QStringList { u"--rows"_s, u"2"_s, u"--force"_s }, 5,
+        "vxlabel: out/manifest.jsonl: has rows that are not chosen, which --force would forget; give "
+        "--reprint "
+        "to print the chosen ones again\n");
+    QCOMPARE(read(u"out/B2.red.png"_s), QByteArray("torn"));
+    const ProgramResult result = run(batchOfPrices + QStringList { u"--rows"_s, u"2"_s, u"--reprint"_s });
+    QCOMPARE(result.out, QByteArray("1 row printed\n"));
+    QCOMPARE(result.code, 0);
+    const ProgramResult again = run(batchOfPrices + QStringList { u"--resume"_s });
+    QCOMPARE(again.out, QByteArray("0 rows printed, 3 kept\n"));
+    QVERIFY(contentsOf(u"out"_s) == whole);
+}
+
+void tst_VxLabelBatchTrouble::rowsThatAreGoneGoFromTheRecord()
+{
+    expect(batchOfPrices, 0);
+    write(u"prices.csv"_s, "sku,name,price\nA1,Apple,1.5\nC3,Cherry,0.125\n");
+    expect(batchOfPrices + QStringList { u"--resume"_s }, 0);
+    const Contents resumed = contentsOf(u"out"_s);
+    QVERIFY(QDir(path(u"out"_s)).removeRecursively());
+    expect(batchOfPrices, 0);
+    QVERIFY(resumed == contentsOf(u"out"_s));
+    QCOMPARE(resumed.size(), 5U);
+}
+
+void tst_VxLabelBatchTrouble::noRowIsChosen()
+{
+    const QByteArray err = "vxlabel: --rows: chooses none of the rows that there are\n";
+    expect(batchOfPrices + QStringList { u"--rows"_s, u"99"_s }, 2, err);
+    expect({ u"check"_s, u"a.vxl"_s, u"--rows"_s, u"99"_s }, 2, err);
+    init();
+    expect(
+        batchOfPrices + QStringList { u"--rows"_s, u"1"_s, u"--jobs"_s, u"2"_s }, 0); // one has nothing to do
+}
+
+void tst_VxLabelBatchTrouble::inputsAreNeverOutputs_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("err");
+    const QByteArray noManifest
+        = ": is no manifest of a batch, and stays as it is; choose another name with --manifest\n";
+    for (const QString &start : { u"--force"_s, u"--progress=none"_s }) {
+        for (const QString &input : { u"prices.csv"_s, u"a.vxl"_s })
+            QTest::addRow("%s as manifest, %s", qPrintable(input), qPrintable(start))
+                << input << QStringList { u"-o"_s, u"out/{sku}.{ink}.png"_s, u"--manifest"_s, input, start }
+                << 5 << "vxlabel: ./" + input.toUtf8() + noManifest;
+    }
+    QTest::newRow("label as plate") << u"a.vxl"_s
+                                    << QStringList { u"-o"_s, u"{name}.{ink}"_s, u"--force"_s, u"--data"_s,
+                                           u"names.csv"_s }
+                                    << 1
+                                    << QByteArray("vxlabel: names.csv:2: \"a.vxl\" is what the batch reads; "
+                                                  "choose another name\n");
+    QTest::newRow("data as plate") << u"names.csv"_s
+                                   << QStringList { u"-o"_s, u"{price}.{ink}"_s, u"--force"_s, u"--data"_s,
+                                          u"names.csv"_s }
+                                   << 1
+                                   << QByteArray(
+                                          "vxlabel: names.csv:2: \"names.csv\" is what the batch reads; "
+                                          "choose another name\n");
+}
+
+void tst_VxLabelBatchTrouble::inputsAreNeverOutputs()
+{
+    QFETCH(const QString, input);
+    QFETCH(const QStringList, arguments);
+    QFETCH(const int, code);
+    QFETCH(const QByteArray, err);
+    // The ink is named like the ending of a file.
+    QJsonObject label = labelWith({ text(10, 10, u"${sku}"_s) });
+    label[u"items"_s] = QJsonArray { label[u"items"_s].toArray().last() };
+    label[u"inks"_s] = QJsonArray { ink(input.section(u'.', 1), u"#000000"_s) };
+    write(u"a.vxl"_s, toJson(label));
+    write(u"names.csv"_s, "sku,name,price\n1,a,names\n");
+    const QByteArray before = read(input);
+    QStringList all { u"batch"_s, u"a.vxl"_s };
+    if (!arguments.contains(u"--data"_s))
+        all += { u"--data"_s, u"prices.csv"_s };
+    expect(all + arguments, code, err);
+    QCOMPARE(read(input), before);
+}
+
+void tst_VxLabelBatchTrouble::namesTellTheFormat_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("err");
+    const auto row = [](const char *name, const QString &pattern, const QString &format,
+                         const QByteArray &err) { QTest::newRow(name) << pattern << format << err; };
+    row("JPEG", u"{sku}.{ink}.jpg"_s, u"png"_s,
+        "\"{sku}.{ink}.jpg\" names JPG files, which are not written; let the names end in .png");
+    row("PBM", u"{sku}.{ink}.pbm"_s, u"png"_s, "\"{sku}.{ink}.pbm\" names PBM files; give --format pbm");
+    row("PNG", u"{sku}.{ink}.PNG"_s, u"pbm"_s, "\"{sku}.{ink}.PNG\" names PNG files; give --format png");
+    row("TIFF", u"{sku}.{ink}.tiff"_s, u"pbm"_s,
+        "\"{sku}.{ink}.tiff\" names TIFF files, which are not written; let the names end in .pbm");
+}
+
+void tst_VxLabelBatchTrouble::namesTellTheFormat()
+{
+    QFETCH(const QString, pattern);
+    QFETCH(const QString, format);
+    QFETCH(const QByteArray, err);
+    expect({ u"batch"_s, u"a.vxl"_s, u"-o"_s, pattern, u"--format"_s, format }, 2,
+        "vxlabel: a.vxl: " + err + '\n');
+}
+
 void tst_VxLabelBatchTrouble::changedNamesLeaveNoFiles()
 {
     expect(batchOfPrices, 0);

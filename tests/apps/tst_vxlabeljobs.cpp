@@ -40,6 +40,7 @@ private Q_SLOTS:
     void sharesAreMerged();
     void whatCannotBeMerged_data();
     void whatCannotBeMerged();
+    void recordsStayBesideTheirFiles();
     void sharesOfOtherDataAreNotMerged();
     void whatCannotBeShared();
 
@@ -258,6 +259,21 @@ void tst_VxLabelJobs::whatCannotBeMerged()
 }
 
 /// As a database may answer in another order each time.
+void tst_VxLabelJobs::recordsStayBesideTheirFiles()
+{
+    for (const QString &share : { u"0/2"_s, u"1/2"_s })
+        QCOMPARE(
+            run({ u"batch"_s, u"a.vxl"_s, u"-o"_s, u"out/{sku}.{ink}.png"_s, u"--shard"_s, share }).code, 0);
+    const ProgramResult result = run({ u"merge"_s, u"-o"_s, u"m.jsonl"_s, u"out/manifest.0-of-2.jsonl"_s,
+        u"out/manifest.1-of-2.jsonl"_s });
+    QCOMPARE(result.err,
+        QByteArray(
+            "vxlabel: m.jsonl: lies in another folder than out/manifest.0-of-2.jsonl; put it there: that "
+            "is where its records name their files from\n"));
+    QVERIFY(result.code != 0);
+    QVERIFY(!files().contains(u"m.jsonl"_s));
+}
+
 void tst_VxLabelJobs::sharesOfOtherDataAreNotMerged()
 {
     write(u"prices.csv"_s, "sku,name,price\nA,a,1\nB,b,1\nC,c,1\nD,d,1\n");

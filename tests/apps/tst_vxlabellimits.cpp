@@ -59,6 +59,7 @@ private Q_SLOTS:
     void rowsBeyondALimitAreLeftOut_data();
     void rowsBeyondALimitAreLeftOut();
     void otherRowsAreAsWithoutIt();
+    void lostRowsAreToldOnce();
     void jobsGoOnAsWell();
     void rowsOfStandardInputEndTheBatch();
     void labelsBeyondALimitAreRefused();
@@ -117,14 +118,13 @@ void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut_data()
     QTest::addColumn<QStringList>("limit");
     QTest::addColumn<QByteArray>("reason");
     QTest::newRow("time") << QStringList { u"--max-time"_s, u"1"_s }
-                          << QByteArray(
-                                 "it takes more than 1 seconds of processor time; use smaller pictures "
-                                 "or a lower --dpi, or give --max-time");
+                          << QByteArray("it takes more than 1 s of processor time; shorten its texts, use "
+                                        "smaller pictures or a lower --dpi, or give --max-time");
     if (memoryIsLimited)
         QTest::newRow("memory") << QStringList { u"--max-memory"_s, u"300"_s }
-                                << QByteArray("it needs more memory than the 300 MB that it may take; use "
-                                              "smaller pictures, a smaller page or a lower --dpi, or give "
-                                              "--max-memory");
+                                << QByteArray(
+                                       "it needs more memory than the 300 MB that it may take; shorten its "
+                                       "texts, use smaller pictures or a lower --dpi, or give --max-memory");
 }
 
 void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut()
@@ -152,6 +152,18 @@ void tst_VxLabelLimits::otherRowsAreAsWithoutIt()
     QCOMPARE(plate(u"C.png"_s), last);
 }
 
+void tst_VxLabelLimits::lostRowsAreToldOnce()
+{
+    write(u"names.csv"_s, "sku,name\nA," + endless + "\nB\nC," + endless + "\nD,Date\n");
+    const ProgramResult result = run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s });
+    QCOMPARE(result.err.count('\n'), 3);
+    QCOMPARE(result.err.count("it takes more than 1 s"), 2);
+    QCOMPARE(result.err.count("1 values for 2 columns"), 1);
+    QCOMPARE(result.out, "1 row printed, 3 failed\n");
+    QCOMPARE(result.code, 1);
+    QCOMPARE(read(u"out/manifest.jsonl"_s).count('\n'), 6); // the head, four rows and the end
+}
+
 void tst_VxLabelLimits::jobsGoOnAsWell()
 {
     const ProgramResult result
@@ -168,7 +180,7 @@ void tst_VxLabelLimits::rowsOfStandardInputEndTheBatch()
     const ProgramResult result = runCommand(u"/bin/sh"_s,
         { u"-c"_s, u"exec \"$0\" batch a.vxl --data - --max-time 1 -o 'out/{sku}.png' <names.csv"_s,
             program() });
-    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 seconds"), result.err);
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 s"), result.err);
     QCOMPARE(result.code, 3);
     QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"manifest.jsonl"_s }));
 }
@@ -179,8 +191,8 @@ void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
     write(u"b.vxl"_s, toJson(document(smallPage(), { ink(u"black"_s, u"#000000"_s) }, { item, item })));
     const ProgramResult result = run({ u"separate"_s, u"b.vxl"_s, u"-o"_s, u"."_s, u"--max-time"_s, u"1"_s });
     QCOMPARE(result.err,
-        "vxlabel: it takes more than 1 seconds of processor time; use smaller pictures or a lower --dpi, or "
-        "give --max-time\n");
+        "vxlabel: it takes more than 1 s of processor time; shorten its texts, use smaller pictures or a "
+        "lower --dpi, or give --max-time\n");
     QCOMPARE(result.code, 3);
     QCOMPARE(files(), QStringList({ u"a.vxl"_s, u"b.vxl"_s, u"names.csv"_s }));
 }
@@ -189,7 +201,7 @@ void tst_VxLabelLimits::checksTellTheRowBeyondALimit()
 {
     const ProgramResult result
         = run({ u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, u"--max-time"_s, u"1"_s });
-    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 seconds"), result.err);
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 s"), result.err);
     QCOMPARE(result.code, 3);
 }
 
@@ -215,6 +227,7 @@ void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly_data()
     QTest::addColumn<QByteArray>("name");
     QTest::newRow("segmentation fault") << SIGSEGV << QByteArray("Segmentation fault");
     QTest::newRow("abort") << SIGABRT << QByteArray("Aborted");
+    QTest::newRow("killed") << SIGKILL << QByteArray("Killed");
 }
 
 void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly()

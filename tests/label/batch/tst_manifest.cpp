@@ -64,6 +64,7 @@ private Q_SLOTS:
     void theEndTellsHowManyRowsThereAre();
     void twoProcessesDoNotWriteOne();
     void anEarlierOneIsKept();
+    void otherFilesAreKept();
     void whatCannotBeResumed_data();
     void whatCannotBeResumed();
     void nothingThereIsANewOne();
@@ -243,13 +244,31 @@ void tst_Manifest::twoProcessesDoNotWriteOne()
 
 void tst_Manifest::anEarlierOneIsKept()
 {
-    write("mine");
+    const QByteArray earlier = headLine + "{}\n";
+    write(earlier);
     Problems problems;
     QVERIFY(!Manifest::create(m_path, head, false, problems));
     QCOMPARE(problems.value(0).text(),
         m_path
             + u": is there from an earlier batch; give --resume to go on with it, or --force to begin again"_s);
-    QCOMPARE(content(), QByteArray("mine"));
+    QCOMPARE(content(), earlier);
+    QVERIFY(Manifest::create(m_path, head, true, problems));
+    QCOMPARE(content(), headLine);
+}
+
+void tst_Manifest::otherFilesAreKept()
+{
+    write("mine");
+    for (const bool overwrite : { false, true }) {
+        Problems problems;
+        QVERIFY(!Manifest::create(m_path, head, overwrite, problems));
+        QCOMPARE(problems.value(0).text(),
+            m_path
+                + u": is no manifest of a batch, and stays as it is; choose another name with --manifest"_s);
+        QCOMPARE(content(), QByteArray("mine"));
+    }
+    write(""); // of a batch that was killed at its beginning
+    Problems problems;
     QVERIFY(Manifest::create(m_path, head, true, problems));
     QCOMPARE(content(), headLine);
 }
