@@ -33,9 +33,15 @@ QByteArray namesWith(const QByteArray &name)
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool memoryIsLimited = false; ///< sanitizers need all addresses
+constexpr int slowness = 8;
 #else
 constexpr bool memoryIsLimited = true;
+constexpr int slowness = 1;
 #endif
+
+/// Enough processor time for all rows but the endless one.
+const QStringList timeLimit { u"--max-time"_s, QString::number(slowness) };
+const QByteArray tooLong = "it takes more than " + QByteArray::number(slowness) + " s";
 
 /// The process that works for another one; 0 if there is none.
 pid_t workerOf(qint64 process)
@@ -117,9 +123,10 @@ void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut_data()
 {
     QTest::addColumn<QStringList>("limit");
     QTest::addColumn<QByteArray>("reason");
-    QTest::newRow("time") << QStringList { u"--max-time"_s, u"1"_s }
-                          << QByteArray("it takes more than 1 s of processor time; shorten its texts, use "
-                                        "smaller pictures or a lower --dpi, or give --max-time");
+    QTest::newRow("time") << timeLimit
+                          << tooLong
+            + " of processor time; shorten its texts, use smaller pictures or a lower --dpi, or give "
+              "--max-time";
     if (memoryIsLimited)
         QTest::newRow("memory") << QStringList { u"--max-memory"_s, u"300"_s }
                                 << QByteArray(
@@ -141,7 +148,7 @@ void tst_VxLabelLimits::rowsBeyondALimitAreLeftOut()
 
 void tst_VxLabelLimits::otherRowsAreAsWithoutIt()
 {
-    QCOMPARE(run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s }).code, 1);
+    QCOMPARE(run(batchOfNames + timeLimit).code, 1);
     const auto plate = [this](const QString &name) { return read(u"out/"_s + name); };
     const QByteArray first = plate(u"A.png"_s);
     const QByteArray last = plate(u"C.png"_s);
@@ -155,9 +162,9 @@ void tst_VxLabelLimits::otherRowsAreAsWithoutIt()
 void tst_VxLabelLimits::lostRowsAreToldOnce()
 {
     write(u"names.csv"_s, "sku,name\nA," + endless + "\nB\nC," + endless + "\nD,Date\n");
-    const ProgramResult result = run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s });
+    const ProgramResult result = run(batchOfNames + timeLimit);
     QCOMPARE(result.err.count('\n'), 3);
-    QCOMPARE(result.err.count("it takes more than 1 s"), 2);
+    QCOMPARE(result.err.count(tooLong), 2);
     QCOMPARE(result.err.count("1 values for 2 columns"), 1);
     QCOMPARE(result.out, "1 row printed, 3 failed\n");
     QCOMPARE(result.code, 1);
@@ -166,9 +173,8 @@ void tst_VxLabelLimits::lostRowsAreToldOnce()
 
 void tst_VxLabelLimits::jobsGoOnAsWell()
 {
-    const ProgramResult result
-        = run(batchOfNames + QStringList { u"--max-time"_s, u"1"_s, u"--jobs"_s, u"2"_s });
-    QVERIFY2(isOneLine(result.err) && result.err.contains("names.csv:3: it takes more"), result.err);
+    const ProgramResult result = run(batchOfNames + timeLimit + QStringList { u"--jobs"_s, u"2"_s });
+    QVERIFY2(isOneLine(result.err) && result.err.contains("names.csv:3: " + tooLong), result.err);
     QCOMPARE(result.out, "2 rows printed, 1 failed\n");
     QCOMPARE(result.code, 1);
     QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
@@ -178,9 +184,9 @@ void tst_VxLabelLimits::jobsGoOnAsWell()
 void tst_VxLabelLimits::rowsOfStandardInputEndTheBatch()
 {
     const ProgramResult result = runCommand(u"/bin/sh"_s,
-        { u"-c"_s, u"exec \"$0\" batch a.vxl --data - --max-time 1 -o 'out/{sku}.png' <names.csv"_s,
-            program() });
-    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 s"), result.err);
+        { u"-c"_s, u"exec \"$0\" batch a.vxl --data - --max-time $1 -o 'out/{sku}.png' <names.csv"_s,
+            program(), timeLimit.last() });
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: " + tooLong), result.err);
     QCOMPARE(result.code, 3);
     QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"manifest.jsonl"_s }));
 }
@@ -189,10 +195,11 @@ void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
 {
     QJsonObject item = text(5, 5, QString::fromLatin1(endless));
     write(u"b.vxl"_s, toJson(document(smallPage(), { ink(u"black"_s, u"#000000"_s) }, { item, item })));
-    const ProgramResult result = run({ u"separate"_s, u"b.vxl"_s, u"-o"_s, u"."_s, u"--max-time"_s, u"1"_s });
+    const ProgramResult result = run(QStringList { u"separate"_s, u"b.vxl"_s, u"-o"_s, u"."_s } + timeLimit);
     QCOMPARE(result.err,
-        "vxlabel: it takes more than 1 s of processor time; shorten its texts, use smaller pictures or a "
-        "lower --dpi, or give --max-time\n");
+        "vxlabel: " + tooLong
+            + " of processor time; shorten its texts, use smaller pictures or a "
+              "lower --dpi, or give --max-time\n");
     QCOMPARE(result.code, 3);
     QCOMPARE(files(), QStringList({ u"a.vxl"_s, u"b.vxl"_s, u"names.csv"_s }));
 }
@@ -200,8 +207,8 @@ void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
 void tst_VxLabelLimits::checksTellTheRowBeyondALimit()
 {
     const ProgramResult result
-        = run({ u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, u"--max-time"_s, u"1"_s });
-    QVERIFY2(result.err.startsWith("vxlabel: row 2: it takes more than 1 s"), result.err);
+        = run(QStringList { u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s } + timeLimit);
+    QVERIFY2(result.err.startsWith("vxlabel: row 2: " + tooLong), result.err);
     QCOMPARE(result.code, 3);
 }
 
@@ -236,7 +243,7 @@ void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly()
     QFETCH(const QByteArray, name);
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
-    QTest::qWait(200); // well into the second row
+    QTest::qWait(200 * slowness); // well into the second row
     QCOMPARE(::kill(workerOf(process->processId()), signal), 0);
     QVERIFY(process->waitForFinished(patience));
     QCOMPARE(process->readAllStandardError(),
@@ -281,7 +288,7 @@ void tst_VxLabelLimits::theSecondSignalDoesNotWait()
     write(u"names.csv"_s, namesWith(endless.chopped(1) + endless.sliced(1)));
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
-    QTest::qWait(100);
+    QTest::qWait(100 * slowness);
     ::kill(pid_t(process->processId()), SIGINT);
     QVERIFY2(!process->waitForFinished(200), "the row was done too soon to tell");
     ::kill(pid_t(process->processId()), SIGINT);
