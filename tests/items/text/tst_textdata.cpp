@@ -123,10 +123,14 @@ void tst_TextData::manyChangesLeaveNothingBehind()
     };
     setData(changes); // which fills the caches
     const qsizetype objects = objectsOf(*item);
-    const qint64 bytes = bytesInUse();
-    setData(changes);
+    qint64 grown = changes;
+    // What is left behind is so each time; a cache of the system may grow once more.
+    for (int round = 0; round < 3 && grown >= changes; ++round) {
+        const qint64 bytes = bytesInUse();
+        setData(changes);
+        grown = bytesInUse() - bytes;
+    }
     QCOMPARE(objectsOf(*item), objects);
-    const qint64 grown = bytesInUse() - bytes;
     QVERIFY2(grown < changes, QByteArray::number(grown).constData()); // less than a byte for a change
     QVERIFY(!item->document()->isUndoAvailable());
     QVERIFY(!item->document()->isRedoAvailable());
