@@ -120,6 +120,9 @@ BatchCount BatchJobs::count() const
 ExitCode BatchJobs::codeOf(std::size_t index)
 {
     const QProcess &process = *m_jobs[index].process;
+    // It may have been asked to end before it was ready to be asked.
+    if (m_isInterrupted && process.exitStatus() == QProcess::CrashExit && process.exitCode() == SIGTERM)
+        return ExitCode::Interrupted;
     if (process.error() == QProcess::FailedToStart || process.exitStatus() == QProcess::CrashExit) {
         Terminal::complain({ {}, u"job %1 of %2"_s.arg(index + 1).arg(m_count), u"has not come to its end"_s,
             u"give --resume to go on"_s });

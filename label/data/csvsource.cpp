@@ -14,6 +14,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// By how much room for a long cell grows: by the few bytes that are usual it would be copied for ever.
+constexpr std::size_t cellBytes = 64 * 1024;
+
 int isNoBlank(unsigned char /*character*/)
 {
     return 0;
@@ -37,6 +40,7 @@ public:
         csv_init(&m_parser, CSV_STRICT | CSV_STRICT_FINI);
         csv_set_delim(&m_parser, static_cast<unsigned char>(delimiter));
         csv_set_space_func(&m_parser, isNoBlank);
+        csv_set_blk_size(&m_parser, cellBytes);
     }
     ~Reader() { csv_free(&m_parser); }
     Q_DISABLE_COPY_MOVE(Reader)
