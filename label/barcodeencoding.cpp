@@ -2,6 +2,7 @@
 #include "label/barcodeencoding.h"
 
 #include "items/barcode/barcodeitem.h"
+#include "items/core/mirrorscope.h"
 
 #include <algorithm>
 #include <array>
@@ -56,4 +57,11 @@ Zint::QZint BarcodeEncoding::of(const BarcodeItem &item)
 Zint::QZint::AspectRatioMode BarcodeEncoding::modeOf(const BarcodeItem &item)
 {
     return static_cast<Zint::QZint::AspectRatioMode>(item.getBarcodeAspectRatioMode());
+}
+
+void BarcodeEncoding::paint(const BarcodeItem &item, QPainter &painter)
+{
+    const QRectF bounds = item.boundingRect();
+    const MirrorScope mirrored(item, painter, bounds.width(), bounds.height());
+    of(item).render(painter, bounds, modeOf(item));
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/itempainter.h"
 
+#include "items/barcode/barcodeitem.h"
 #include "items/core/item.h"
+#include "label/barcodeencoding.h"
 #include "label/itemtree.h"
 #include "label/labeldocument.h"
 
@@ -47,7 +49,10 @@ private:
         m_painter.setOpacity(opacity);
         m_option.exposedRect = item.boundingRect();
         m_option.rect = m_option.exposedRect.toAlignedRect();
-        item.paint(&m_painter, &m_option, nullptr);
+        if (const auto *barcode = dynamic_cast<const BarcodeItem *>(&item))
+            BarcodeEncoding::paint(*barcode, m_painter);
+        else
+            item.paint(&m_painter, &m_option, nullptr);
         m_painter.restore();
     }
 

@@ -94,6 +94,8 @@ public:
 
     // Item, ContouredItem
     [[nodiscard]] Item *createItemCopy() override;
+    /// Makes a top-level item what createItemCopy() would give, whatever it was: several times as fast.
+    void copyTo(SimpleTextItem &copy);
     QString toDescriptionString() const override;
     void saveItemToData(QDataStream &stream) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;

@@ -30,23 +30,28 @@ void applyWeight(QFont &font, int stored)
 Item *SimpleTextItem::createItemCopy()
 {
     auto copy = std::make_unique<SimpleTextItem>();
-    const QuietDocument quiet(*copy);
-    copyItemProperties(copy.get(), true);
-    {
-        const LayoutPause pause(*copy->document());
-        copy->document()->setDocumentMargin(getItemDocumentMargin());
-        copy->setPlainText(toPlainText());
-        copy->setFont(font());
-        copy->setAlignmentOption(getItemAlignment());
-        copy->setTextWidth(textWidth());
-    }
-    copy->setItemTextColor(getItemTextColor());
-    copy->setFramePads(getFramePads());
-    copy->copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
-        getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
-    copy->noteFit();
-    copy->updateItemBrush();
+    copyTo(*copy);
     return copy.release();
+}
+
+void SimpleTextItem::copyTo(SimpleTextItem &copy)
+{
+    const QuietDocument quiet(copy);
+    copyItemProperties(&copy, true);
+    {
+        const LayoutPause pause(*copy.document());
+        copy.document()->setDocumentMargin(getItemDocumentMargin());
+        copy.setPlainText(toPlainText());
+        copy.setFont(font());
+        copy.setAlignmentOption(getItemAlignment());
+        copy.setTextWidth(textWidth());
+    }
+    copy.setItemTextColor(getItemTextColor());
+    copy.setFramePads(getFramePads());
+    copy.copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
+        getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
+    copy.noteFit();
+    copy.updateItemBrush();
 }
 
 void SimpleTextItem::copyPrivatePropeties(double m31, double m32, bool firstResize, bool vertical,

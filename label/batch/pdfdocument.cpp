@@ -39,10 +39,7 @@ bool PdfDocument::open(Problems &problems)
 
 Problems PdfDocument::write(const RowLabel &label, const QStringList & /*names*/, ManifestEntry &entry)
 {
-    // What is known to be unsound takes no page.
-    Problems problems = label.document.problems();
-    if (!problems.isEmpty())
-        return problems;
+    Problems problems;
     m_isBlocked = !m_layout->add(*m_pages, label, entry, problems);
     return problems;
 }

@@ -2,6 +2,7 @@
 #include "label/batch/rowdocument.h"
 
 #include "items/core/item.h"
+#include "items/text/simpletextitem.h"
 #include "label/batch/boundcontent.h"
 #include "label/wording.h"
 
@@ -123,15 +124,26 @@ bool RowDocument::show(const Row &row, const RowContent::Context &context, Probl
         std::optional<QString> text = bound.content.textFor(row, context, problem);
         if (text && text == bound.shown)
             continue;
-        const std::unique_ptr<Item> &designed = m_flat.document().items()[bound.item];
-        std::unique_ptr<Item> item(designed->createItemCopy());
-        const bool isShown = text && show(*item, bound, *text, problem);
+        Item &item = asDesigned(bound.item);
+        const bool isShown = text && show(item, bound, *text, problem);
         if (!isShown)
-            addProblems({ problem }, *designed, m_flat.pointerOf(bound.item), problems);
+            addProblems(
+                { problem }, *m_flat.document().items()[bound.item], m_flat.pointerOf(bound.item), problems);
         bound.shown = isShown ? std::move(text) : std::nullopt;
-        m_document.replaceItem(bound.item, std::move(item));
     }
     return problems.size() == before;
+}
+
+/// Makes an item what it was designed to be: no row depends on the one before.
+Item &RowDocument::asDesigned(std::size_t index)
+{
+    Item &designed = *m_flat.document().items()[index];
+    auto *text = dynamic_cast<SimpleTextItem *>(&designed);
+    if (auto *shown = dynamic_cast<SimpleTextItem *>(m_document.items()[index].get()); text && shown)
+        text->copyTo(*shown);
+    else
+        m_document.replaceItem(index, std::unique_ptr<Item>(designed.createItemCopy()));
+    return *m_document.items()[index];
 }
 
 bool RowDocument::show(Item &item, const Bound &bound, const QString &text, Problem &problem) const

@@ -68,6 +68,7 @@ private:
     void bindItem(std::size_t index, Problems &problems);
     [[nodiscard]] std::optional<Bound> boundTo(
         int id, const QString &field, std::size_t index, Problems &problems) const;
+    Item &asDesigned(std::size_t index);
     [[nodiscard]] bool show(Item &item, const Bound &bound, const QString &text, Problem &problem) const;
 
     const LabelDocument &m_label;
