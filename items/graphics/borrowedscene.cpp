@@ -58,8 +58,8 @@ BorrowedScene::BorrowedScene(QGraphicsScene *owner, const QRectF &area)
 
 BorrowedScene::~BorrowedScene()
 {
-    for (auto loan = m_loans.crbegin(); loan != m_loans.crend(); ++loan)
-        giveBack(*loan);
+    for (; !m_loans.empty(); m_loans.pop_back())
+        giveBack(m_loans.back());
     for (const Siblings &siblings : std::as_const(m_siblings))
         restoreOrder(siblings);
     for (QGraphicsItem *item : std::as_const(m_selected))

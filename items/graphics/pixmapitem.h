@@ -96,7 +96,7 @@ public Q_SLOTS:
     void setItemDatasourceID(int id) override { setDatasourceId(id); }
     void setItemDatasourceField(const QString &field) override { setDatasourceField(field); }
     /// Shows the picture without touching the item's size; none if the data hold none.
-    void setPixmapItemData(QVariant pixmapData);
+    void setPixmapItemData(const QVariant &pixmapData);
 
 Q_SIGNALS:
     void itemDataChanged(QVariant data, int datasourceId, QString field) override;

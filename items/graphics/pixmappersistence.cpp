@@ -31,7 +31,7 @@ QVariant PixMapItem::getPixmapItemData() const
     return QString::fromLatin1(bytes.toBase64());
 }
 
-void PixMapItem::setPixmapItemData(QVariant pixmapData)
+void PixMapItem::setPixmapItemData(const QVariant &pixmapData)
 {
     const QByteArray bytes = QByteArray::fromBase64(pixmapData.toByteArray());
     QDataStream stream(bytes);
