@@ -165,7 +165,7 @@ QColor PrintCopy::numberOf(const QColor &color) const
 
 bool PrintCopy::numberInks()
 {
-    if (m_mode == Mode::Negative || m_backdrop || (!m_text && !m_barcode))
+    if (m_mode == Mode::Negative || m_backdrop || (!m_text && !m_barcode) || m_colors.size() > mostNumbers)
         return false;
     const auto numbered = [this](const QColor &color) { return numberOf(color); };
     const QColor fill = m_fillable ? m_fillable->getItemFillColor() : m_barcode->getItemFillColor();

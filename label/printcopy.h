@@ -36,10 +36,16 @@ public:
     /// Instead of that, shows for all inks at once which of them prints: everything takes the colour of a
     /// number, 0 for what no ink prints and i + 1 for the ink that is i + 1 behind the paper among the
     /// colours. False, and the copy is of no more use, if the item's inks cannot be told apart like that, as
-    /// those of a gradient.
+    /// those of a gradient, or if there are more than numbers.
     [[nodiscard]] bool numberInks();
-    /// The colour of a number, which is none that an item takes for another thing.
-    [[nodiscard]] static constexpr QRgb numbered(QRgb number) { return 0xFF004000U | number; }
+    /// The colour of a number below 8, which is none that an item takes for another thing: a corner of a
+    /// cube, so that two of them, blended by the half-covered dots of a thin line, never make another one.
+    [[nodiscard]] static constexpr QRgb numbered(QRgb number)
+    {
+        return 0xFF404040U | (number & 4) << 21 | (number & 2) << 14 | (number & 1) << 7;
+    }
+    static constexpr QRgb numberBits = 0x00808080U; ///< in which these colours differ
+    static constexpr qsizetype mostNumbers = 8;
     /// Puts the reduced copy on top of what the scene holds at its z value. The last call.
     void handTo(QGraphicsScene &scene);
 

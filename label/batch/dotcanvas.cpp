@@ -48,14 +48,16 @@ Flags lightOf(const QRgb *pixels)
 
 constexpr int coveredPlace = 4;
 constexpr uchar coveredFlag = 1U << coveredPlace;
-constexpr QRgb numberBits = 0x0F;
 
 /// The number of each pixel that is painted, with a flag.
 Flags numbersOf(const QRgb *pixels)
 {
     Flags numbers;
-    for (std::size_t i = 0; i < group; ++i)
-        numbers[i] = uchar((pixels[i] & numberBits) | ((pixels[i] >> (31 - coveredPlace)) & coveredFlag));
+    for (std::size_t i = 0; i < group; ++i) {
+        const QRgb pixel = pixels[i];
+        numbers[i] = uchar((pixel >> 21 & 4) | (pixel >> 14 & 2) | (pixel >> 7 & 1)
+            | (pixel >> (31 - coveredPlace) & coveredFlag));
+    }
     return numbers;
 }
 
@@ -75,7 +77,7 @@ bool areNumbers(const QRgb *pixels)
     QRgb others = 0;
     for (std::size_t i = 0; i < group; ++i) {
         const QRgb opaque = QRgb(int(pixels[i]) >> 31);
-        others |= (pixels[i] & ~numberBits) ^ (opaque & PrintCopy::numbered(0));
+        others |= (pixels[i] & ~PrintCopy::numberBits) ^ (opaque & PrintCopy::numbered(0));
     }
     return others == 0;
 }

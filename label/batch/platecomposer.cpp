@@ -27,15 +27,6 @@ bool isPicture(const Item &item)
     return dynamic_cast<const ImageableItem *>(&item) != nullptr;
 }
 
-/// All of a picture's room is taken: its dots depend on what shines through it anywhere.
-void takeWhole(QImage &bits, const Item &picture, double scaling)
-{
-    const QRectF bounds = ItemTree::graphicsOf(picture).sceneBoundingRect();
-    const QRectF dots(bounds.topLeft() * scaling, bounds.size() * scaling);
-    QPainter painter(&bits);
-    painter.fillRect(dots.toAlignedRect().adjusted(-1, -1, 1, 1), Qt::black);
-}
-
 } // namespace
 
 PlateComposer::PlateComposer(
@@ -110,9 +101,18 @@ void PlateComposer::prepareTaken()
     m_taken = QImage(m_scenes.dots(), QImage::Format_Mono);
     m_taken.setColorTable({ ItemColors::whiteRgb, ItemColors::blackRgb });
     m_taken.fill(0);
-    const std::vector<std::size_t> above = fixedAboveChanging();
-    for (qsizetype ink = 0; ink < m_document.inks().size(); ++ink)
-        takeRoomOf(above, ink);
+    std::vector<std::size_t> plain;
+    for (const std::size_t item : fixedAboveChanging()) {
+        const Item &fixed = *m_document.items()[item];
+        if (!isPicture(fixed))
+            plain.push_back(item);
+        else if (fixed.getItemIsVisible())
+            takeRoomOf(fixed);
+    }
+    for (qsizetype ink = 0; ink < m_document.inks().size(); ++ink) {
+        paintInk(plain, ink);
+        m_canvas->moveCoverTo(m_taken);
+    }
 }
 
 std::vector<std::size_t> PlateComposer::fixedAboveChanging() const
@@ -127,18 +127,23 @@ std::vector<std::size_t> PlateComposer::fixedAboveChanging() const
     return above;
 }
 
-void PlateComposer::takeRoomOf(const std::vector<std::size_t> &items, qsizetype ink)
+/// All of a picture's room is taken: its dots depend on what shines through it anywhere.
+void PlateComposer::takeRoomOf(const Item &picture)
 {
-    std::vector<std::size_t> plain;
-    for (const std::size_t item : items) {
-        const Item &fixed = *m_document.items()[item];
-        if (!isPicture(fixed))
-            plain.push_back(item);
-        else if (fixed.getItemIsVisible())
-            takeWhole(m_taken, fixed, m_scenes.scaling());
-    }
-    paintInk(plain, ink);
-    m_canvas->moveCoverTo(m_taken);
+    const double dot = 1.0 / m_scenes.scaling();
+    const QRectF room = ItemTree::graphicsOf(picture).sceneBoundingRect().adjusted(-dot, -dot, dot, dot);
+    m_rooms.push_back(room);
+    QPainter painter(&m_taken);
+    painter.fillRect(QTransform::fromScale(m_scenes.scaling(), m_scenes.scaling()).mapRect(room), Qt::black);
+}
+
+/// Also of what prints nothing, as paper almost white does, a picture can show something.
+bool PlateComposer::liesUnderPicture(std::size_t item) const
+{
+    const Item &shown = *m_document.items()[item];
+    const QRectF bounds = ItemTree::graphicsOf(shown).sceneBoundingRect();
+    return shown.getItemIsVisible()
+        && std::ranges::any_of(m_rooms, [&bounds](const QRectF &room) { return room.intersects(bounds); });
 }
 
 /// Adds each item to a scene, and paints that. False if one cannot be added.
@@ -164,6 +169,8 @@ void PlateComposer::paintInk(const std::vector<std::size_t> &items, qsizetype in
 
 bool PlateComposer::compose(std::vector<Plate> &plates)
 {
+    if (std::ranges::any_of(m_changing, [this](std::size_t item) { return liesUnderPicture(item); }))
+        return false;
     plates = m_fixed;
     if (!putChangingOn(plates))
         return false;

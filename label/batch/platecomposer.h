@@ -40,7 +40,8 @@ private:
     [[nodiscard]] bool prepareFixed();
     void prepareTaken();
     [[nodiscard]] std::vector<std::size_t> fixedAboveChanging() const;
-    void takeRoomOf(const std::vector<std::size_t> &items, qsizetype ink);
+    void takeRoomOf(const Item &picture);
+    [[nodiscard]] bool liesUnderPicture(std::size_t item) const;
     template <typename Add> [[nodiscard]] bool paint(const std::vector<std::size_t> &items, Add add);
     void paintInk(const std::vector<std::size_t> &items, qsizetype ink);
     [[nodiscard]] bool compose(std::vector<Plate> &plates);
@@ -57,5 +58,6 @@ private:
     qint64 m_others = 0; ///< that could not be composed
     std::vector<Plate> m_fixed; ///< the plates of what does not change
     QImage m_taken; ///< a bit where such things lie above others that change, on any plate
+    std::vector<QRectF> m_rooms; ///< of the pictures among them, in units of the document
     std::unique_ptr<DotCanvas> m_canvas;
 };
