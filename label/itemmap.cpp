@@ -56,10 +56,14 @@ const QString nameKey = u"name"_s;
 
 constexpr int unbound = -1;
 
-const QMetaObject &classOf(Item &item)
+const QMetaObject &classOf(const QObject *object)
 {
-    const QObject *object = dynamic_cast<QObject *>(&item);
     return object ? *object->metaObject() : QObject::staticMetaObject;
+}
+
+const QMetaObject &classOf(const Item &item)
+{
+    return classOf(dynamic_cast<const QObject *>(&item));
 }
 
 bool publishesBinding(Item &item)
@@ -431,11 +435,10 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
         if (!problem.isEmpty())
             problems.append({ {}, JsonPointer::member(pointer, key), problem, {} });
     };
+    if (item.getItemShape() == MobraTypes::LayerShape)
+        checkLayer(dynamic_cast<LayerItem &>(item), pointer, problems);
     const QObject *object = dynamic_cast<QObject *>(&item);
-    const QMetaObject &type = classOf(item);
-    if (auto *layer = dynamic_cast<LayerItem *>(&item))
-        checkLayer(*layer, pointer, problems);
-    for (const auto &[property, name] : numbersOf(type)) {
+    for (const auto &[property, name] : numbersOf(classOf(object))) {
         const double number = property.read(object).toDouble();
         // A group whose sides are -1 is written with those of its members.
         const bool isOfNewGroup = item.getItemShape() == MobraTypes::GroupShape
@@ -445,8 +448,7 @@ Problems ItemMap::geometryProblems(Item &item, const QString &pointer)
     }
     for (const QVariant &entry : item.getItemTransform())
         check(entry.toDouble(), u"itemTransform"_s);
-    if (const auto *graphics = dynamic_cast<QGraphicsItem *>(&item))
-        check(graphics->transform().m33(), u"itemTransform"_s);
+    check(ItemTree::graphicsOf(item).transform().m33(), u"itemTransform"_s);
     return problems;
 }
 

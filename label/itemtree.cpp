@@ -74,12 +74,12 @@ void joinGroup(GroupItem &group, const QList<QGraphicsItem *> &members)
 
 QGraphicsItem &ItemTree::graphicsOf(Item &item)
 {
-    return dynamic_cast<QGraphicsItem &>(item);
+    return *item.graphicsItem();
 }
 
 const QGraphicsItem &ItemTree::graphicsOf(const Item &item)
 {
-    return dynamic_cast<const QGraphicsItem &>(item);
+    return *item.graphicsItem();
 }
 
 bool ItemTree::isContainer(const Item &item)

@@ -176,6 +176,9 @@ public:
     void setItemAsReadOnly(bool on) override;
     bool itemIsNonModifiable() const override { return hasFlag(MobraTypes::MaskNonModifiable); }
 
+    /// This item as its own graphics item. Null in the constructors of the bases; not for their destructors.
+    QGraphicsItem *graphicsItem() const;
+
 protected:
     /// Announces to the scene that the bounding rectangle is about to change: every concrete class forwards
     /// to its protected QGraphicsItem::prepareGeometryChange().
@@ -194,9 +197,6 @@ protected:
     /// Replaces the transform by a rotation about a point in item coordinates, which keeps its place in the
     /// scene.
     void rotateAbout(const QPointF &point, double degrees);
-
-    /// This item as its own graphics item. Null in the constructors of the bases; not for their destructors.
-    QGraphicsItem *graphicsItem() const;
 
     /// A new item of class T with everything that copyItemProperties() copies. The first step of
     /// createItemCopy().

@@ -35,7 +35,7 @@ private:
     bool anyOf(unsigned int bits) const { return (m_arrows & bits) != 0; }
     bool allOf(unsigned int bits) const { return (m_arrows & bits) == bits; }
     Extent extentOf(double length) const;
-    Extent extentOfShortLine(double length, double headLength, double chevronLength) const;
+    Extent extentOfShortLine(double length, double head, double chevrons) const;
     void paintHead(QPainter &painter, const End &end) const;
     void paintBar(QPainter &painter, const End &end) const;
 

@@ -25,13 +25,15 @@ private:
     /// What is told about an item.
     struct Report
     {
+        bool isBlank = false;
         Problems warnings;
         std::optional<PrintedBarcode> barcode;
         std::optional<Problem> unreadable;
     };
 
     [[nodiscard]] Problems problemsOfChanging() const;
-    [[nodiscard]] Report reportOn(std::size_t item) const;
+    void reportOnColors(std::size_t item);
+    void reportOnBarcode(std::size_t item);
 
     const LabelDocument &m_document;
     std::vector<std::size_t> m_changing;

@@ -371,8 +371,9 @@ void tst_TextExamples::oldPriceIsStruck()
     const PlateProbe probe = plate(priceSign, black);
     const auto darkestRow = [&probe](double left, double right) {
         double darkest = 0.0;
-        for (double y = 32.0; y < 38.0; y += dot)
-            darkest = std::max(darkest, probe.coverage(QRectF(left, y, right - left, dot)));
+        const int rows = int(6.0 / dot);
+        for (int row = 0; row < rows; ++row)
+            darkest = std::max(darkest, probe.coverage(QRectF(left, 32.0 + row * dot, right - left, dot)));
         return darkest;
     };
     const QRectF line = probe.printed({ 83, 31, 56, 8 });

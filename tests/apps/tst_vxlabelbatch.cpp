@@ -107,7 +107,7 @@ void tst_VxLabelBatch::manifestsTellWhatWasPrinted()
     QCOMPARE(lines[0][u"label"_s].toString().toLatin1(),
         QCryptographicHash::hash(priceLabel(), QCryptographicHash::Sha256).toHex());
     QCOMPARE(lines[0][u"resolution"_s].toInt(), 100);
-    const QJsonObject second = lines[2];
+    const QJsonObject &second = lines[2];
     QCOMPARE(second[u"row"_s].toInt(), 2);
     QCOMPARE(second[u"key"_s].toString(), u"B2"_s);
     QCOMPARE(second[u"status"_s].toString(), u"printed"_s);
