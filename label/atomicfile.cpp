@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/atomicfile.h"
 
+#include "label/outputfailure.h"
 #include "label/wholewrite.h"
 
 #include <QDir>
@@ -51,12 +52,13 @@ bool AtomicFile::open(bool overwrite, Problems &problems)
         problems.append({ m_file->fileName(), {}, reason, advice });
         return false;
     }
-    return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered) || refuse(problems);
+    return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)
+        || refuse(m_file->errorString(), problems);
 }
 
 bool AtomicFile::write(const QByteArray &data, Problems &problems)
 {
-    return writeWhole(*m_file, data) || refuse(problems);
+    return writeWhole(*m_file, data) || refuse(m_file->errorString(), problems);
 }
 
 QIODevice &AtomicFile::device()
@@ -66,11 +68,14 @@ QIODevice &AtomicFile::device()
 
 bool AtomicFile::commit(Problems &problems)
 {
-    return m_file->commit() || refuse(problems);
+    // Closing a file that could not be written forgets why.
+    const bool isWhole = m_file->error() == QFileDevice::NoError;
+    const QString reason = m_file->errorString();
+    return m_file->commit() || refuse(isWhole ? m_file->errorString() : reason, problems);
 }
 
-bool AtomicFile::refuse(Problems &problems) const
+bool AtomicFile::refuse(const QString &reason, Problems &problems) const
 {
-    problems.append({ m_file->fileName(), {}, u"cannot be written: "_s + m_file->errorString(), {} });
+    problems.append(OutputFailure::ofFile(m_file->fileName(), reason));
     return false;
 }

@@ -13,7 +13,8 @@ class QIODevice;
 class QSaveFile;
 
 /// A file that is written piece by piece into a temporary beside it, which takes the file's name when
-/// everything is on disk: the name never holds half a file. Without commit() nothing is left behind.
+/// everything is on disk: the name never holds half a file. Without commit() nothing is left behind; nor is
+/// by a process that is killed, where the file system has files without names.
 class VX_LABEL_EXPORT AtomicFile
 {
 public:
@@ -33,7 +34,7 @@ public:
     [[nodiscard]] bool commit(Problems &problems);
 
 private:
-    [[nodiscard]] bool refuse(Problems &problems) const;
+    [[nodiscard]] bool refuse(const QString &reason, Problems &problems) const;
 
     std::unique_ptr<QSaveFile> m_file;
 };

@@ -95,8 +95,8 @@ QString rowsText(qint64 rows)
     return rows == 1 ? u"1 row"_s : u"%1 rows"_s.arg(rows);
 }
 
-/// "198 rows printed, 2 failed"
-QByteArray summaryOf(const BatchCount &count)
+/// "198 rows printed, 2 failed"; of a batch that is not at its end, with what is to be done.
+QByteArray summaryOf(const BatchCount &count, bool isComplete)
 {
     QString text = rowsText(count.printed) + u" printed"_s;
     if (count.labels != count.printed)
@@ -107,6 +107,8 @@ QByteArray summaryOf(const BatchCount &count)
         text += u", %1 failed"_s.arg(count.failed);
     if (count.untried > 0)
         text += u", %1 never tried; give --resume to print them"_s.arg(count.untried);
+    else if (!isComplete)
+        text += u"; give --resume to go on"_s;
     return (text + u'\n').toUtf8();
 }
 
@@ -118,11 +120,15 @@ QString manifestOf(const Arguments &arguments)
                                  : Batch::usualManifestOfPdf(QFile::decodeName(arguments.pdf.c_str()));
 }
 
+bool hasRows(const BatchCount &count)
+{
+    return count.printed + count.kept + count.failed + count.untried > 0;
+}
+
 /// Whether all rows were asked for, or some were there. A share may have none of them.
 bool hasChosenRows(const BatchOptions &options, const BatchCount &count)
 {
-    return options.rows.isAll() || options.shard != Shard()
-        || count.printed + count.kept + count.failed + count.untried > 0;
+    return options.rows.isAll() || options.shard != Shard() || hasRows(count);
 }
 
 /// What does not go with one PDF of all labels.
@@ -132,7 +138,7 @@ Problems problemsOfOnePdf(const Arguments &arguments)
     Problems problems;
     const QString pdf = QFile::decodeName(arguments.pdf.c_str());
     if (!pdf.endsWith(u".pdf"_s, Qt::CaseInsensitive))
-        problems.append({ pdf, {}, u"the file is a PDF"_s, u"let the name end in .pdf"_s });
+        problems.append({ pdf, {}, u"the output is a PDF"_s, u"let its name end in .pdf"_s });
     else if (QFileInfo(pdf).absoluteFilePath() == QFileInfo(manifestOf(arguments)).absoluteFilePath())
         problems.append({ pdf, {}, u"cannot be the manifest as well"_s, u"choose another name for it"_s });
     const Format format = arguments.format.value_or(Format::Pdf);
@@ -190,8 +196,9 @@ Problems problemsOfReplacing(const QStringList &existing, const RowSelection &ro
     for (const QString &path : existing)
         (void)Manifest::mayReplace(path, problems);
     if (problems.isEmpty() && !existing.isEmpty() && !rows.isAll())
-        problems.append({ existing[0], {}, u"has rows that are not chosen, which --force would forget"_s,
-            u"give --reprint to print the chosen ones again"_s });
+        problems.append(
+            { existing[0], {}, u"holds rows that --rows does not choose, and that --force would forget"_s,
+                u"give --reprint to print the chosen ones again"_s });
     return problems;
 }
 
@@ -204,8 +211,7 @@ bool prepareManifests(const Arguments &arguments)
     switch (startOf(arguments)) {
     case BatchOptions::Start::New:
         if (!existing.isEmpty() && Manifest::mayReplace(existing[0], problems))
-            problems.append({ existing[0], {}, u"is there from an earlier batch"_s,
-                u"give --resume to go on with it, or --force to begin again"_s });
+            problems.append(Manifest::inTheWay(existing[0], arguments.pdf.empty()));
         break;
     case BatchOptions::Start::Replace:
         problems
@@ -237,6 +243,29 @@ QStringList argumentsOfJob(const Arguments &arguments)
     return all;
 }
 
+/// Puts the records of all jobs together, in place of them.
+bool mergeManifests(const Arguments &arguments)
+{
+    const QString manifest = manifestOf(arguments);
+    QStringList parts;
+    for (int index = 0; index < arguments.jobs; ++index)
+        parts.append(ManifestShares::pathOf(manifest, { index, arguments.jobs }));
+    Problems problems;
+    const bool isMerged = ManifestShares::merge(parts, manifest, arguments.batch.rows, problems).has_value();
+    Terminal::complain(problems, manifest);
+    for (const QString &part : isMerged ? parts : QStringList())
+        QFile::remove(part);
+    return isMerged;
+}
+
+/// Whether all jobs have come to the end of the rows. One that stops at a row that failed has not, nor have
+/// those that leave rows for another time.
+bool areAtTheEnd(ExitCode code, const BatchCount &count, BatchOptions::OnError onError)
+{
+    return code == ExitCode::Ok
+        || (code == ExitCode::SomeFailed && onError == BatchOptions::OnError::Skip && count.untried == 0);
+}
+
 ExitCode runJobs(const Arguments &arguments)
 {
     if (arguments.batch.shard != Shard()) {
@@ -251,23 +280,17 @@ ExitCode runJobs(const Arguments &arguments)
     }
     BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), {});
     BatchJobs jobs(argumentsOfJob(arguments), arguments.jobs, progress);
-    const ExitCode code = jobs.run();
-    progress.finish(jobs.count());
-    if (code != ExitCode::Ok && code != ExitCode::SomeFailed)
+    ExitCode code = jobs.run();
+    const BatchCount count = jobs.count();
+    progress.finish(count);
+    const bool isComplete = areAtTheEnd(code, count, arguments.batch.onError) && mergeManifests(arguments);
+    if (code == ExitCode::Ok && !isComplete)
+        code = ExitCode::CannotWrite;
+    // Jobs that could not begin have said why.
+    if (!isComplete && code != ExitCode::Interrupted && !hasRows(count))
         return code;
-    const QString manifest = manifestOf(arguments);
-    QStringList parts;
-    for (int index = 0; index < arguments.jobs; ++index)
-        parts.append(ManifestShares::pathOf(manifest, { index, arguments.jobs }));
-    Problems problems;
-    const bool isMerged = ManifestShares::merge(parts, manifest, arguments.batch.rows, problems).has_value();
-    Terminal::complain(problems, manifest);
-    // A batch that stopped at a row that failed keeps its shares.
-    if (!isMerged)
-        return code == ExitCode::Ok ? ExitCode::CannotWrite : code;
-    for (const QString &part : std::as_const(parts))
-        QFile::remove(part);
-    return Terminal::print(summaryOf(jobs.count())) ? code : ExitCode::CannotWrite;
+    const QByteArray summary = (jobs.isCountExact() ? "" : "at least ") + summaryOf(count, isComplete);
+    return Terminal::print(summary) ? code : ExitCode::CannotWrite;
 }
 
 ExitCode runRows(Arguments arguments, BrokenItems broken)
@@ -303,7 +326,8 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     const BatchCount count = progress.ofAllWorkers(batch->count());
     // A PDF of some of the labels is none.
     const bool isWritten = options.pdf.isEmpty() || end == BatchEnd::Complete;
-    const bool isTold = Terminal::print(isWritten ? summaryOf(count) : QByteArray("no PDF was written\n"));
+    const bool isTold = Terminal::print(
+        isWritten ? summaryOf(count, end == BatchEnd::Complete) : QByteArray("no PDF was written\n"));
     ExitCode code = codeOf(end, batch->count());
     if (code == ExitCode::Ok && !hasChosenRows(options, count))
         code = CommandLine::refuseRows();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/batchjobs.h"
 
+#include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
 
 #include <QCoreApplication>
@@ -49,7 +50,7 @@ ExitCode BatchJobs::run()
             listen(job);
         }
         m_progress.rowDone(count());
-        if (m_progress.isInterrupted() && !std::exchange(m_isInterrupted, true)) {
+        if (m_progress.isInterrupted() && !std::exchange(m_isTerminated, true)) {
             for (const Job &job : m_jobs)
                 job.process->terminate();
         }
@@ -90,14 +91,17 @@ void BatchJobs::take(Job &job, const QByteArray &line)
 {
     const QJsonObject state = QJsonDocument::fromJson(line).object();
     if (state.isEmpty()) {
-        // Each of them says that it was interrupted; once is enough.
-        if (!m_isInterrupted)
-            m_progress.show(line);
+        // ^C reaches all processes; once is enough.
+        if (line != Interruption::line.chopped(1))
+            m_progress.passOn(line);
         return;
     }
+    if (m_progress.passOn(state))
+        return;
     job.count.printed = state.value(u"printed"_s).toInteger();
     job.count.kept = state.value(u"kept"_s).toInteger();
     job.count.failed = state.value(u"failed"_s).toInteger();
+    job.count.untried = state.value(u"untried"_s).toInteger();
     job.count.labels = state.value(u"labels"_s).toInteger();
     if (state.contains(u"total"_s))
         job.count.total = state.value(u"total"_s).toInteger();
@@ -110,6 +114,7 @@ BatchCount BatchJobs::count() const
         sum.printed += job.count.printed;
         sum.kept += job.count.kept;
         sum.failed += job.count.failed;
+        sum.untried += job.count.untried;
         sum.labels += job.count.labels;
         if (job.count.total)
             sum.total = sum.total.value_or(0) + *job.count.total;
@@ -120,13 +125,23 @@ BatchCount BatchJobs::count() const
 ExitCode BatchJobs::codeOf(std::size_t index)
 {
     const QProcess &process = *m_jobs[index].process;
-    // It may have been asked to end before it was ready to be asked.
-    if (m_isInterrupted && process.exitStatus() == QProcess::CrashExit && process.exitCode() == SIGTERM)
-        return ExitCode::Interrupted;
-    if (process.error() == QProcess::FailedToStart || process.exitStatus() == QProcess::CrashExit) {
-        Terminal::complain({ {}, u"job %1 of %2"_s.arg(index + 1).arg(m_count), u"has not come to its end"_s,
-            u"give --resume to go on"_s });
+    const auto code = static_cast<ExitCode>(process.exitCode());
+    const auto complain = [&](const QString &what) {
+        Terminal::complain({ {}, u"job %1 of %2"_s.arg(index + 1).arg(m_count), what,
+            u"give --resume to print the rows that it has left"_s });
+    };
+    if (process.error() == QProcess::FailedToStart) {
+        complain(u"could not be started: "_s + process.errorString());
         return ExitCode::CannotWrite;
     }
-    return static_cast<ExitCode>(process.exitCode());
+    if (process.exitStatus() == QProcess::CrashExit) {
+        m_isCountExact = false;
+        if (m_progress.isInterrupted())
+            return ExitCode::Interrupted;
+        complain(u"was killed"_s);
+        return ExitCode::CannotWrite;
+    }
+    if (code == ExitCode::Interrupted && !m_progress.isInterrupted())
+        complain(u"was interrupted"_s);
+    return code;
 }

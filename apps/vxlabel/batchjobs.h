@@ -17,9 +17,12 @@ public:
     /// The arguments are those of all jobs: "batch" and what follows it, without the share.
     BatchJobs(const QStringList &arguments, int count, BatchProgress &progress);
 
-    /// Runs them to their end, showing how far they are together. The code of the gravest of them.
+    /// Runs them to their end, showing how far they are together. The code of the gravest of them; of one
+    /// that was killed, ExitCode::CannotWrite.
     [[nodiscard]] ExitCode run();
     [[nodiscard]] BatchCount count() const;
+    /// Whether that is all: a job that was killed may have done more than it has told.
+    [[nodiscard]] bool isCountExact() const { return m_isCountExact; }
 
 private:
     struct Job
@@ -39,5 +42,6 @@ private:
     int m_count;
     BatchProgress &m_progress;
     std::vector<Job> m_jobs;
-    bool m_isInterrupted = false;
+    bool m_isTerminated = false; ///< all of them were told to end
+    bool m_isCountExact = true;
 };

@@ -17,6 +17,11 @@ namespace {
 
 constexpr qint64 millisecondsBetween = 500;
 
+const QString errorKey = u"error"_s;
+const QString warningKey = u"warning"_s;
+const QString fileKey = u"file"_s;
+const QString rowKey = u"row"_s;
+
 qint64 doneOf(const BatchCount &count)
 {
     return count.printed + count.kept + count.failed;
@@ -43,6 +48,21 @@ void write(const QByteArray &text)
     std::fwrite(text.constData(), 1, size_t(text.size()), stderr);
 }
 
+void write(const QJsonObject &object)
+{
+    write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+}
+
+/// A problem for programs, without the row.
+QJsonObject jsonOf(const QString &key, const Problem &problem, const QString &file)
+{
+    QJsonObject object { { key, Batch::reasonOf(problem) } };
+    const QString place = problem.file.isEmpty() ? file : problem.file;
+    if (!place.isEmpty())
+        object.insert(fileKey, place);
+    return object;
+}
+
 } // namespace
 
 BatchProgress::Form BatchProgress::usualForm()
@@ -54,21 +74,71 @@ BatchProgress::BatchProgress(Form form, const QString &labelPath)
     : m_form(form)
     , m_labelPath(labelPath)
     , m_before(Worker::countBefore())
+    , m_sinceBegin(Worker::batchClock())
 {
-    m_sinceBegin.start();
     m_sinceShown.start();
 }
 
 void BatchProgress::problem(const Problem &problem)
 {
     clearLine();
-    Terminal::complain({ problem }, m_labelPath);
+    if (m_form == Form::Json)
+        write(jsonOf(errorKey, problem, m_labelPath));
+    else
+        Terminal::complain({ problem }, m_labelPath);
 }
 
-void BatchProgress::show(const QByteArray &complaint)
+void BatchProgress::warning(const Problem &problem)
 {
+    if (!Worker::isNews(problem.text().toUtf8()))
+        return;
     clearLine();
-    Terminal::passOn(complaint);
+    if (m_form == Form::Json)
+        write(jsonOf(warningKey, problem, m_labelPath));
+    else
+        Terminal::warn({ problem }, m_labelPath);
+}
+
+void BatchProgress::rowFails(qint64 row, const Problem &reason)
+{
+    if (m_form == Form::Json) {
+        QJsonObject object = jsonOf(errorKey, reason, m_labelPath);
+        object.insert(rowKey, row);
+        write(object);
+    } else if (m_failures.isToBeTold(row, Batch::reasonOf(reason))) {
+        problem(reason);
+    }
+}
+
+void BatchProgress::rowHasFailed(qint64 row, const QString &reason)
+{
+    // It was told if it is one of the first; what that process has counted is lost with it.
+    (void)m_failures.isToBeTold(row, reason);
+}
+
+bool BatchProgress::passOn(const QJsonObject &told)
+{
+    const bool isWarning = told.contains(warningKey);
+    if (!isWarning && !told.contains(errorKey))
+        return false;
+    const Problem problem { told.value(fileKey).toString(), {},
+        told.value(isWarning ? warningKey : errorKey).toString(), {} };
+    const qint64 row = told.value(rowKey).toInteger();
+    if (row > 0)
+        rowFails(row, problem);
+    else if (isWarning)
+        warning(problem);
+    else if (Worker::isNews(problem.text().toUtf8()))
+        this->problem(problem);
+    return true;
+}
+
+void BatchProgress::passOn(const QByteArray &line)
+{
+    if (!Worker::isNews(line))
+        return;
+    clearLine();
+    Terminal::passOn(line);
 }
 
 void BatchProgress::rowBegins(qint64 row)
@@ -78,6 +148,9 @@ void BatchProgress::rowBegins(qint64 row)
 
 BatchCount BatchProgress::ofAllWorkers(BatchCount count) const
 {
+    // A worker first comes to the rows that those before it have done.
+    if (doneOf(count) < doneOf(m_before))
+        return m_before;
     const qint64 found = std::min(count.kept, m_before.printed);
     count.printed += found;
     count.kept -= found;
@@ -99,12 +172,12 @@ bool BatchProgress::isInterrupted()
 
 void BatchProgress::finish(const BatchCount &count)
 {
-    if (m_form == Form::None)
-        return;
-    show(count);
+    if (m_form != Form::None)
+        show(count);
     if (m_lineIsShown)
-        write("\n");
+        write(QByteArray("\n"));
     m_lineIsShown = false;
+    Terminal::complain(m_failures.rest(), {});
 }
 
 void BatchProgress::show(const BatchCount &count)
@@ -112,14 +185,14 @@ void BatchProgress::show(const BatchCount &count)
     m_sinceShown.restart();
     clearLine();
     const BatchCount all = ofAllWorkers(count);
-    write(m_form == Form::Json ? json(all) : line(all));
+    m_form == Form::Json ? write(json(all)) : write(line(all));
     m_lineIsShown = m_form == Form::Line;
 }
 
 void BatchProgress::clearLine()
 {
     if (m_lineIsShown)
-        write("\r\x1b[K");
+        write(QByteArray("\r\x1b[K"));
     m_lineIsShown = false;
 }
 
@@ -137,13 +210,13 @@ QByteArray BatchProgress::line(const BatchCount &count) const
     return text.toUtf8();
 }
 
-QByteArray BatchProgress::json(const BatchCount &count) const
+QJsonObject BatchProgress::json(const BatchCount &count) const
 {
     QJsonObject object { { u"printed"_s, count.printed }, { u"kept"_s, count.kept },
-        { u"failed"_s, count.failed }, { u"labels"_s, count.labels },
+        { u"failed"_s, count.failed }, { u"untried"_s, count.untried }, { u"labels"_s, count.labels },
         { u"rowsPerSecond"_s, rateOf(count, m_sinceBegin) },
         { u"seconds"_s, double(m_sinceBegin.elapsed()) / 1000.0 } };
     if (count.total)
         object.insert(u"total"_s, *count.total);
-    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+    return object;
 }

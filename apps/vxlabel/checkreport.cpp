@@ -35,7 +35,7 @@ void CheckReport::row(const Row &row, const Findings &findings)
 
 void CheckReport::note(const Problem &problem)
 {
-    Terminal::complain({ problem }, m_labelPath);
+    Terminal::warn({ problem }, m_labelPath);
 }
 
 Findings CheckReport::taken(Findings findings)

@@ -26,7 +26,7 @@ constexpr auto exitCodes = R"(Exit codes:
   2    wrong usage
   3    the label cannot be read or printed
   4    the data cannot be read
-  5    an output cannot be written
+  5    an output cannot be written, or a job of a batch was killed
   130  interrupted; no half-written file is left)";
 
 std::string checkResolution(const std::string &text)

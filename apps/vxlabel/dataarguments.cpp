@@ -90,18 +90,27 @@ std::optional<DataSource> sourceOf(const LabelDocument &label, const QString &la
 std::optional<DataSource> typedSource(const DataArguments &arguments)
 {
     DataSource source;
-    source.location = QFile::decodeName(arguments.location.c_str());
+    const QString location = QFile::decodeName(arguments.location.c_str());
+    source.location = location;
+    if (arguments.kind.empty())
+        source.location = SqlLocation::urlOfFile(location).value_or(location);
     source.kind = arguments.kind == "json" ? DataSource::Kind::Json
         : arguments.kind == "csv"          ? DataSource::Kind::Csv
                                            : RowSources::kindOf(source.location);
     source.query = QString::fromStdString(arguments.query);
     source.encoding = QString::fromStdString(arguments.encoding);
     source.delimiter = QString::fromStdString(delimiterOf(arguments.delimiter));
+    if (const std::optional<Problem> unknown = SqlLocation::unknownScheme(source.location)) {
+        Terminal::complain(*unknown);
+        return {};
+    }
     if ((source.kind == DataSource::Kind::Sql) != source.query.isEmpty())
         return source;
     if (source.query.isEmpty())
-        Terminal::complain({ {}, {}, u"a database needs a question"_s,
-            u"give --query, for example 'SELECT * FROM labels'"_s });
+        Terminal::complain({ source.location == location ? QString() : location, {},
+            u"a database needs a query"_s, u"give --query, for example 'SELECT * FROM labels'"_s });
+    else if (!QFileInfo::exists(source.location))
+        Terminal::complain({ source.location, {}, u"does not exist"_s, {} });
     else
         Terminal::complain({ source.location, {}, u"is no database, and takes no --query"_s,
             u"for example sqlite:prices.db"_s });

@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <csignal>
-#include <string_view>
 #include <unistd.h>
 
 namespace {
@@ -56,9 +55,8 @@ bool isPending()
 
 void tell()
 {
-    constexpr std::string_view line = "vxlabel: interrupted\n";
     // There is nobody left to tell that this cannot be written.
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), std::size_t(line.size()));
 }
 
 } // namespace Interruption

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include <QByteArrayView>
 #include <QtGlobal>
 
 /// SIGINT and SIGTERM end the program at once with ExitCode::Interrupted, except while files are being
@@ -21,6 +22,9 @@ public:
 
 /// Whether the end was postponed, and something that takes long should come to it.
 [[nodiscard]] bool isPending();
+
+/// What an interrupted process says, with its line feed.
+inline constexpr QByteArrayView line = "vxlabel: interrupted\n";
 
 /// Says so on standard error; signal handlers may call it.
 void tell();

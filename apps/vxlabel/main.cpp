@@ -6,6 +6,7 @@
 #include "apps/vxlabel/completioncommand.h"
 #include "apps/vxlabel/convertcommand.h"
 #include "apps/vxlabel/headless.h"
+#include "apps/vxlabel/helpcommand.h"
 #include "apps/vxlabel/inspectcommand.h"
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/mergecommand.h"
@@ -29,6 +30,7 @@ ExitCode run(int argc, char **argv)
     addConvertCommand(commandLine);
     addBarcodesCommand(commandLine);
     addCompletionCommand(commandLine);
+    addHelpCommand(commandLine);
     if (const std::optional<ExitCode> answered = commandLine.parse(argc, argv))
         return *answered;
 

@@ -3,6 +3,7 @@
 
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
+#include "label/outputfailure.h"
 #include "label/outputfile.h"
 
 #include <QDir>
@@ -71,15 +72,10 @@ Problems Outputs::conflicts() const
 
 bool Outputs::createFolder() const
 {
-    if (m_folder.isEmpty() || QDir().mkpath(m_folder))
-        return true;
-    if (isTaken(m_folder))
-        Terminal::complain(
-            { m_folder, {}, QStringLiteral("is no folder"), QStringLiteral("choose a folder's name") });
-    else
-        Terminal::complain({ m_folder, {}, QStringLiteral("the folder cannot be created"),
-            QStringLiteral("choose a place where you may write") });
-    return false;
+    const std::optional<Problem> problem = OutputFailure::createFolder(m_folder);
+    if (problem)
+        Terminal::complain(*problem);
+    return !problem;
 }
 
 bool Outputs::writeAll() const

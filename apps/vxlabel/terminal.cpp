@@ -11,6 +11,7 @@ constexpr auto red = "\x1b[1;31m";
 constexpr auto yellow = "\x1b[1;33m";
 constexpr auto plain = "\x1b[0m";
 const QByteArray name = "vxlabel:";
+const QByteArray warning = " warning:"; ///< behind the name
 
 bool takesColors()
 {
@@ -28,11 +29,12 @@ void write(const QByteArray &text)
     std::fwrite(text.constData(), 1, size_t(text.size()), stderr);
 }
 
-void tell(Problem problem, const QString &file, const char *color)
+/// The line of a problem, without the name of the program.
+QByteArray lineOf(Problem problem, const QString &file)
 {
     if (problem.file.isEmpty())
         problem.file = file;
-    write(mark(color) + ' ' + problem.text().toUtf8() + '\n');
+    return ' ' + problem.text().toUtf8() + '\n';
 }
 
 /// A text whose lines cannot steer a terminal, whatever data they hold.
@@ -50,24 +52,25 @@ namespace Terminal {
 
 void complain(const Problem &problem)
 {
-    tell(problem, {}, red);
+    write(mark(red) + lineOf(problem, {}));
 }
 
 void complain(const Problems &problems, const QString &file)
 {
     for (const Problem &problem : problems)
-        tell(problem, file, red);
+        write(mark(red) + lineOf(problem, file));
 }
 
 void warn(const Problems &problems, const QString &file)
 {
     for (const Problem &problem : problems)
-        tell(problem, file, yellow);
+        write(mark(yellow) + warning + lineOf(problem, file));
 }
 
 void passOn(const QByteArray &complaint)
 {
-    write((complaint.startsWith(name) ? mark(red) + complaint.mid(name.size()) : complaint) + '\n');
+    const char *color = complaint.startsWith(name + warning) ? yellow : red;
+    write((complaint.startsWith(name) ? mark(color) + complaint.mid(name.size()) : complaint) + '\n');
 }
 
 bool canRewriteLines()

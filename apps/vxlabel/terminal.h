@@ -5,9 +5,9 @@
 
 #include <QByteArray>
 
-/// Standard output carries what was asked for, standard error what is wrong: one line each. On a terminal
-/// that knows colours, what is wrong begins in red, and what is only to be known in yellow, unless NO_COLOR
-/// is set (https://no-color.org).
+/// Standard output carries what was asked for, standard error what is wrong: one line each. What is only to
+/// be known is marked as a warning. On a terminal that knows colours, what is wrong begins in red, and a
+/// warning in yellow, unless NO_COLOR is set (https://no-color.org).
 namespace Terminal {
 
 void complain(const Problem &problem);

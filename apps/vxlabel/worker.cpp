@@ -5,9 +5,11 @@
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <new>
+#include <string_view>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -23,6 +25,9 @@ constexpr int withoutMemory = 99;
 /// A batch of which every row is lost is not tried to its end.
 constexpr std::size_t mostLost = 100;
 
+/// More than the warnings that a batch tells.
+constexpr std::size_t mostTold = 256;
+
 /// What both processes see.
 struct State
 {
@@ -36,6 +41,9 @@ struct State
     qint64 row = 0; ///< with which the worker is busy; 0 for none
     bool mayGoOn = false; ///< behind it
     BatchCount count; ///< of all workers so far
+    QElapsedTimer clock; ///< since the batch began
+    std::size_t toldCount = 0;
+    std::array<std::size_t, mostTold> told; ///< hashes of what should be told once
     std::size_t lostCount = 0;
     std::array<Lost, mostLost> lost;
 };
@@ -44,14 +52,18 @@ State *state = nullptr;
 BatchCount before; ///< state->count when this worker began
 
 volatile pid_t worker = 0;
-volatile std::sig_atomic_t interruptions = 0;
+volatile std::sig_atomic_t lastSignal = 0;
+volatile std::sig_atomic_t isAskedTwice = 0;
 
 /// A terminal tells both processes of ^C, a person or program one only. Who asks twice does not wait for the
-/// row to be done.
+/// row to be done; a job that hears of ^C from the terminal, and by SIGTERM from the process that started it,
+/// is asked once.
 void passOn(int signal, siginfo_t *information, void * /*context*/)
 {
-    interruptions = interruptions + 1;
-    if (interruptions > 1)
+    if (signal == lastSignal)
+        isAskedTwice = 1;
+    lastSignal = signal;
+    if (isAskedTwice)
         kill(worker, SIGKILL);
     else if (information->si_code <= 0)
         kill(worker, signal);
@@ -83,8 +95,11 @@ Problem problemOf(int status, const WorkLimits &limits)
     if (WTERMSIG(status) == SIGXCPU)
         return { {}, {}, u"it takes more than %1 s of processor time"_s.arg(limits.seconds),
             u"shorten its texts, use smaller pictures or a lower --dpi, or give --max-time"_s };
+    if (WTERMSIG(status) == SIGKILL)
+        return { {}, {}, u"the program was killed at it"_s,
+            u"if the machine has no more memory, give a lower --max-memory or fewer --jobs"_s };
     return { {}, {},
-        u"the program broke down at it (%1)"_s.arg(QString::fromLocal8Bit(strsignal(WTERMSIG(status)))),
+        u"the program crashed at it (%1)"_s.arg(QString::fromLocal8Bit(strsignal(WTERMSIG(status)))),
         u"leave it out, and report it with the label"_s };
 }
 
@@ -95,14 +110,14 @@ bool isLost(int status)
         return WEXITSTATUS(status) == withoutMemory;
     const int signal = WTERMSIG(status);
     if (signal == SIGKILL) // mostly of the system, which has no more memory
-        return interruptions < 2;
+        return !isAskedTwice;
     return signal != SIGINT && signal != SIGTERM && signal != SIGPIPE && signal != SIGHUP;
 }
 
 /// What the caller gets to see of a worker's end: the same.
 int answerOf(int status)
 {
-    if (WIFSIGNALED(status) && interruptions > 1) {
+    if (WIFSIGNALED(status) && isAskedTwice) {
         Interruption::tell();
         return int(ExitCode::Interrupted);
     }
@@ -229,6 +244,25 @@ QHash<qint64, Problem> Worker::lostRows()
 void Worker::countAnew()
 {
     before = {};
+    state->clock.invalidate();
+}
+
+bool Worker::isNews(const QByteArray &text)
+{
+    const std::size_t hash = std::hash<std::string_view>()({ text.constData(), std::size_t(text.size()) });
+    const auto end = state->told.begin() + std::ptrdiff_t(state->toldCount);
+    if (std::find(state->told.begin(), end, hash) != end)
+        return false;
+    if (state->toldCount < mostTold)
+        state->told[state->toldCount++] = hash;
+    return true;
+}
+
+QElapsedTimer Worker::batchClock()
+{
+    if (!state->clock.isValid())
+        state->clock.start();
+    return state->clock;
 }
 
 BatchCount Worker::countBefore()

@@ -4,6 +4,9 @@
 #include "apps/vxlabel/worklimits.h"
 #include "label/batch/batchoptions.h"
 
+#include <QByteArray>
+#include <QElapsedTimer>
+
 #include <array>
 #include <functional>
 
@@ -30,8 +33,14 @@ public:
 
     /// The rows at which workers have come to their end, and why.
     [[nodiscard]] static QHash<qint64, Problem> lostRows();
-    /// What the workers before this one have done has come to nothing.
+    /// What the workers before this one have done has come to nothing: the batch begins now.
     static void countAnew();
+    /// Whether this is asked for the first time, in the workers before this one as well: what should be told
+    /// once. Of very many texts, those that come late are always news.
+    [[nodiscard]] static bool isNews(const QByteArray &text);
+    /// What tells how long the batch has run, in the workers before this one as well; begins with the first
+    /// call.
+    [[nodiscard]] static QElapsedTimer batchClock();
     /// How far the workers before this one have come.
     [[nodiscard]] static BatchCount countBefore();
 

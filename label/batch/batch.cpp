@@ -8,6 +8,7 @@
 #include "label/batch/rowoutputs.h"
 #include "label/data/columnnames.h"
 #include "label/labellimits.h"
+#include "label/outputfailure.h"
 #include "label/printlimits.h"
 #include "label/wording.h"
 
@@ -40,7 +41,24 @@ QByteArray digestOf(const Row &row)
 
 BatchObserver::~BatchObserver() = default;
 
+void BatchObserver::warning(const Problem &problem)
+{
+    this->problem(problem);
+}
+
+void BatchObserver::rowFails(qint64 /*row*/, const Problem &reason)
+{
+    problem(reason);
+}
+
+void BatchObserver::rowHasFailed(qint64 /*row*/, const QString & /*reason*/) { }
+
 void BatchObserver::rowBegins(qint64 /*row*/) { }
+
+QString Batch::reasonOf(const Problem &problem)
+{
+    return Problem { {}, problem.where, problem.what, problem.advice }.text();
+}
 
 Batch::Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options)
     : m_label(label)
@@ -140,10 +158,8 @@ bool Batch::prepareColumns(Problems &problems)
 
 bool Batch::openManifest(Problems &problems)
 {
-    const QString folder = QFileInfo(m_options.manifest).path();
-    if (!QDir().mkpath(folder)) {
-        problems.append(
-            { folder, {}, u"the folder cannot be created"_s, u"choose a place where you may write"_s });
+    if (const auto problem = OutputFailure::createFolder(QFileInfo(m_options.manifest).path())) {
+        problems.append(*problem);
         return false;
     }
     using Start = BatchOptions::Start;
@@ -265,6 +281,8 @@ std::optional<BatchEnd> Batch::print(const Job &job)
     const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
     if (qint64 *count = countOfDone(before, entry)) {
         ++*count;
+        for (const QString &reason : before ? before->problems : QStringList())
+            m_observer->rowHasFailed(entry.row, reason);
         m_observer->rowDone(m_count);
         return {};
     }
@@ -300,23 +318,35 @@ qint64 *Batch::countOfDone(const std::optional<ManifestEntry> &before, const Man
 
 std::optional<BatchEnd> Batch::record(const Job &job, ManifestEntry &entry, const Problems &problems)
 {
+    if (m_output->isBlocked())
+        return endBlocked(job.row, problems);
     for (const Problem &problem : problems) {
         const Problem located = ofRow(problem, job.row);
-        m_observer->problem(located);
-        entry.problems.append(Problem { {}, located.where, located.what, located.advice }.text());
+        entry.problems.append(reasonOf(located));
+        // One file of all labels is begun again behind a row that was lost; what was in front of it was told.
+        if (job.row.number < m_lastLost)
+            m_observer->rowHasFailed(job.row.number, entry.problems.last());
+        else
+            m_observer->rowFails(job.row.number, located);
     }
-    if (m_output->isBlocked())
-        return BatchEnd::CannotWrite;
     entry.isPrinted = problems.isEmpty();
-    ++(entry.isPrinted ? m_count.printed : m_count.failed);
-    m_count.labels += entry.isPrinted ? entry.copies : 0;
     if (Problems unwritten; !m_manifest->append(entry, unwritten)) {
         m_observer->problem(unwritten.constFirst());
         return BatchEnd::CannotWrite;
     }
+    ++(entry.isPrinted ? m_count.printed : m_count.failed);
+    m_count.labels += entry.isPrinted ? entry.copies : 0;
     m_observer->rowDone(m_count);
     const bool stops = !entry.isPrinted && m_options.onError == BatchOptions::OnError::Stop;
     return stops ? std::optional(BatchEnd::Stopped) : std::nullopt;
+}
+
+/// What cannot be written is told with its file: the row is not to blame.
+BatchEnd Batch::endBlocked(const Row &row, const Problems &problems)
+{
+    for (const Problem &problem : problems)
+        m_observer->problem(problem.file.isEmpty() ? ofRow(problem, row) : problem);
+    return BatchEnd::CannotWrite;
 }
 
 std::optional<QList<QStringList>> Batch::namesOf(const Row &row, qint64 copies, Problem &problem)
@@ -410,6 +440,6 @@ void Batch::tell(const Problems &warnings)
         if (m_notes.size() >= mostNotes || m_notes.contains(text))
             continue;
         m_notes.insert(text);
-        m_observer->problem(warning);
+        m_observer->warning(warning);
     }
 }

@@ -25,8 +25,15 @@ class VX_LABEL_EXPORT BatchObserver
 public:
     virtual ~BatchObserver();
 
-    /// A row that is not printed, or something that a person should know.
+    /// What ends the batch, or is wrong with its files.
     virtual void problem(const Problem &problem) = 0;
+    /// What a person should know, and keeps nothing from being printed; a problem() if not overridden.
+    virtual void warning(const Problem &problem);
+    /// A row, numbered from 1, is not printed, and this is one of the reasons; a problem() if not overridden.
+    virtual void rowFails(qint64 row, const Problem &reason);
+    /// The same of a row that failed in a process before this one, which has told so. The reason is as the
+    /// manifest has it: Batch::reasonOf() what was told.
+    virtual void rowHasFailed(qint64 row, const QString &reason);
     /// Before a row is printed; what has been printed already does not come here.
     virtual void rowBegins(qint64 row);
     /// After each row that was to be printed.
@@ -44,6 +51,9 @@ public:
     [[nodiscard]] static QString usualManifest(const QString &pattern);
     /// The same for a batch that goes into one PDF: beside that.
     [[nodiscard]] static QString usualManifestOfPdf(const QString &pdf);
+
+    /// How the manifest tells why a row failed: in one line, without the place of the row.
+    [[nodiscard]] static QString reasonOf(const Problem &problem);
 
     /// Null, with the reasons in refusal, if the label, the columns that it asks for, the pattern of the
     /// names or the manifest are unusable. The label and the rows must outlive it.
@@ -80,6 +90,7 @@ private:
     [[nodiscard]] std::optional<BatchEnd> print(const Job &job);
     [[nodiscard]] std::optional<BatchEnd> record(
         const Job &job, ManifestEntry &entry, const Problems &problems);
+    [[nodiscard]] BatchEnd endBlocked(const Row &row, const Problems &problems);
     [[nodiscard]] qint64 *countOfDone(const std::optional<ManifestEntry> &before, const ManifestEntry &entry);
     void removeReplaced();
     [[nodiscard]] Manifest::End dataEnd() const;

@@ -2,13 +2,16 @@
 #include "label/batch/manifest.h"
 
 #include "label/batch/partfile.h"
+#include "label/outputfailure.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <sys/file.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +24,35 @@ constexpr int version = 1;
 
 const QString rowsKey = u"rows"_s;
 const QString digestKey = u"digest"_s;
+const QString pdfKey = u"pdf"_s; ///< of batches that are written as a whole
+
+/// What the keys of a head mean, where they do not tell it themselves.
+struct Meaning
+{
+    QLatin1StringView key;
+    QLatin1StringView name;
+};
+
+constexpr std::array meanings {
+    Meaning { "begin"_L1, "date (--date)"_L1 },
+    Meaning { "copies"_L1, "column of copies (--copies-field)"_L1 },
+    Meaning { "keep black"_L1, "choice of --keep-black"_L1 },
+    Meaning { "key"_L1, "column of keys (--key)"_L1 },
+    Meaning { "layers"_L1, "choice of layers (--layer)"_L1 },
+    Meaning { "map"_L1, "replacement of inks (--map)"_L1 },
+    Meaning { "mirror"_L1, "choice of --mirror"_L1 },
+    Meaning { "negative"_L1, "choice of --negative"_L1 },
+    Meaning { "overprint"_L1, "choice of --overprint"_L1 },
+    Meaning { "pattern"_L1, "pattern of names (--output)"_L1 },
+    Meaning { "pdf"_L1, "PDF (--pdf)"_L1 },
+    Meaning { "sheet"_L1, "layout of sheets"_L1 },
+};
+
+QString meaningOf(const QString &key)
+{
+    const auto found = std::ranges::find(meanings, key, &Meaning::key);
+    return found == meanings.end() ? key : QString(found->name);
+}
 
 QByteArray lineOf(const QJsonObject &json)
 {
@@ -34,7 +66,23 @@ Problem unreadable(const QFile &file)
 
 Problem unwritable(const QFileDevice &file)
 {
-    return { file.fileName(), {}, u"cannot be written: "_s + file.errorString(), {} };
+    return OutputFailure::ofFile(file.fileName(), file.errorString());
+}
+
+/// Writes all of the data, or leaves the reason in errno. QFile would keep what a full disk has not taken,
+/// and write it behind the end later.
+bool writeAt(int file, QByteArrayView data, qint64 offset)
+{
+    while (!data.isEmpty()) {
+        const ssize_t written = pwrite(file, data.data(), std::size_t(data.size()), offset);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        data = data.sliced(written);
+        offset += written;
+    }
+    return true;
 }
 
 /// The first key that two heads do not have in common.
@@ -87,13 +135,23 @@ std::unique_ptr<Manifest> Manifest::create(
     if (!mayReplace(path, problems))
         return {};
     if (exists && !overwrite) {
-        problems.append({ path, {}, u"is there from an earlier batch"_s,
-            u"give --resume to go on with it, or --force to begin again"_s });
+        problems.append(inTheWay(path, !head.contains(pdfKey)));
         return {};
     }
-    const bool isWritten = manifest->open(problems) && manifest->m_file.resize(0)
-        && manifest->writeLine(headLine(head), problems);
-    return isWritten ? std::move(manifest) : nullptr;
+    if (!manifest->open(problems))
+        return {};
+    if (!manifest->m_file.resize(0)) {
+        problems.append(unwritable(manifest->m_file));
+        return {};
+    }
+    return manifest->writeLine(headLine(head), problems) ? std::move(manifest) : nullptr;
+}
+
+Problem Manifest::inTheWay(const QString &path, bool canGoOn)
+{
+    return { path, {}, u"is there from an earlier batch"_s,
+        canGoOn ? u"give --resume to go on with it, or --force to begin again"_s
+                : u"give --force to begin again"_s };
 }
 
 bool Manifest::mayReplace(const QString &path, Problems &problems)
@@ -131,7 +189,7 @@ std::unique_ptr<Manifest> Manifest::resume(const QString &path, const QJsonObjec
     if (!old)
         return {};
     if (const QString key = differenceOf(*old, head); !key.isEmpty()) {
-        problems.append({ path, {}, u"the batch was begun with another "_s + key,
+        problems.append({ path, {}, u"the batch was begun with another "_s + meaningOf(key),
             u"resume it as it was begun, or give --force to begin again"_s });
         return {};
     }
@@ -191,10 +249,10 @@ bool Manifest::writeLine(const QByteArray &line, Problems &problems)
 {
     const qint64 offset = m_file.size();
     m_headSize = m_headSize == 0 ? line.size() : m_headSize;
-    if (m_file.seek(offset) && m_file.write(line) == line.size() && m_file.flush())
+    if (writeAt(m_file.handle(), line, offset))
         return true;
-    problems.append(unwritable(m_file));
-    m_file.resize(offset); // no half line
+    problems.append(OutputFailure::ofFile(m_file.fileName(), qt_error_string(errno)));
+    (void)!ftruncate(m_file.handle(), offset); // no half line, or one that is cut off when the batch goes on
     return false;
 }
 

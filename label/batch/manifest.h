@@ -38,6 +38,8 @@ public:
     /// Whether a file may be replaced by a manifest: it is one, was to be one, or is not there. Otherwise the
     /// reason is in problems.
     [[nodiscard]] static bool mayReplace(const QString &path, Problems &problems);
+    /// That one is in the way of a batch that was to be new. canGoOn tells whether --resume is advised.
+    [[nodiscard]] static Problem inTheWay(const QString &path, bool canGoOn);
     /// The head of a manifest; nothing, with the reason in problems, for a file that is none.
     [[nodiscard]] static std::optional<QJsonObject> headOf(const QString &path, Problems &problems);
 

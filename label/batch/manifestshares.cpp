@@ -51,10 +51,11 @@ Problems problemsOf(const Parts &parts)
         const ManifestLines &part = *parts[i];
         const QString share = u"share %1/%2"_s.arg(part.shard().index).arg(part.shard().count);
         if (part.shard().count != count)
-            problems.append({ part.path(), {}, u"is of %1, and others of %2"_s.arg(share).arg(count), {} });
+            problems.append(
+                { part.path(), {}, u"belongs to %1, and others to one of %2"_s.arg(share).arg(count), {} });
         else if (i > 0 && part.shard() == parts[i - 1]->shard())
             problems.append(
-                { part.path(), {}, u"is of %1, as is %2"_s.arg(share, parts[i - 1]->path()), {} });
+                { part.path(), {}, u"belongs to %1, as does %2"_s.arg(share, parts[i - 1]->path()), {} });
         else if (!part.end())
             problems.append({ part.path(), {}, u"is of a batch that has not come to its end"_s,
                 u"run %1 again with --resume"_s.arg(share) });

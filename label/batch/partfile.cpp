@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/partfile.h"
 
+#include "label/outputfailure.h"
 #include "label/wholewrite.h"
 
 #include <QCryptographicHash>
@@ -37,7 +38,7 @@ PartFile::~PartFile()
 
 bool PartFile::fail(const QString &reason)
 {
-    m_problem = { m_path, {}, u"cannot be written: "_s + reason, {} };
+    m_problem = OutputFailure::ofFile(m_path, reason);
     return false;
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/pdfdocument.h"
 
-#include <QDir>
+#include "label/outputfailure.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -21,10 +22,8 @@ PdfDocument::~PdfDocument() = default;
 
 bool PdfDocument::open(Problems &problems)
 {
-    const QString folder = QFileInfo(m_path).path();
-    if (!QDir().mkpath(folder)) {
-        problems.append(
-            { folder, {}, u"the folder cannot be created"_s, u"choose a place where you may write"_s });
+    if (const std::optional<Problem> problem = OutputFailure::createFolder(QFileInfo(m_path).path())) {
+        problems.append(*problem);
         return false;
     }
     if (!m_overwrite && QFileInfo(m_path).isFile()) {

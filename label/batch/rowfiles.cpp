@@ -3,6 +3,7 @@
 
 #include "label/batch/filedigest.h"
 #include "label/batch/partfile.h"
+#include "label/outputfailure.h"
 #include "label/wording.h"
 
 #include <QDir>
@@ -53,18 +54,19 @@ std::optional<Problem> RowFiles::writeFile(const QString &name, const QByteArray
         return Problem { {}, {}, Wording::quoted(name) + u" is no ordinary file"_s,
             u"choose another name"_s };
     if (isTaken && m_inputs.contains(info.canonicalFilePath()))
-        return Problem { {}, {}, Wording::quoted(name) + u" is what the batch reads"_s,
+        return Problem { {}, {}, Wording::quoted(name) + u" is a file that this batch reads"_s,
             u"choose another name"_s };
     if (isTaken && !m_overwrite)
         return Problem { {}, {}, Wording::quoted(name) + u" exists already"_s,
             u"give --force to replace it"_s };
     const QString folder = info.path();
-    if (!m_folders.contains(folder) && !QDir().mkpath(folder)) {
-        m_isBlocked = true;
-        return Problem { folder, {}, u"the folder cannot be created"_s,
-            u"choose a place where you may write"_s };
+    if (!m_folders.contains(folder)) {
+        if (std::optional<Problem> problem = OutputFailure::createFolder(folder)) {
+            m_isBlocked = true;
+            return problem;
+        }
+        m_folders.insert(folder);
     }
-    m_folders.insert(folder);
     PartFile file(name);
     if (file.open() && file.write(data) && file.commit())
         return {};

@@ -7,7 +7,23 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A mark that separates values in other files; null if there is none.
+QChar delimiterIn(const QString &name)
+{
+    constexpr std::array<char16_t, 4> delimiters { u',', u';', u'\t', u'|' };
+    const auto found
+        = std::ranges::find_if(delimiters, [&](char16_t mark) { return name.contains(QChar(mark)); });
+    return found == delimiters.end() ? QChar() : QChar(*found);
+}
+
+} // namespace
 
 Problems ColumnNames::problems(const QStringList &names, const QString &file)
 {
@@ -31,6 +47,10 @@ Problems ColumnNames::problems(const QStringList &names, const QString &file)
 
 Problem ColumnNames::unknown(const QString &name, const QStringList &names)
 {
+    if (const QChar delimiter = names.size() == 1 ? delimiterIn(names[0]) : QChar(); !delimiter.isNull())
+        return { {}, {}, u"there is no column "_s + Wording::quoted(name),
+            u"all names of columns are in one, %1: give --delimiter %2"_s.arg(
+                Wording::quoted(names[0]), delimiter == u'\t' ? u"tab"_s : u"'%1'"_s.arg(delimiter)) };
     const QString meant = nearestName(name, names);
     return { {}, {}, u"there is no column "_s + Wording::quoted(name),
         meant.isEmpty() ? u"there are %1"_s.arg(names.join(u", "_s))

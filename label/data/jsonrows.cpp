@@ -53,7 +53,7 @@ QStringList keysOf(const QJsonArray &list)
 QString adviceOnKey(const QString &key, const QStringList &columns)
 {
     const QString meant = nearestName(key, columns);
-    return meant.isEmpty() ? u"give the first object every key, if with null"_s
+    return meant.isEmpty() ? u"give the first object every key, with null for an empty value"_s
                            : u"did you mean %1?"_s.arg(Wording::quoted(meant));
 }
 

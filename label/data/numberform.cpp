@@ -37,6 +37,16 @@ bool NumberForm::isValid(const QString &form)
     return partsOf(form).hasMatch();
 }
 
+QString NumberForm::adviceFor(const QString &form, const QString &value)
+{
+    if (apply(form, QString(value).replace(u',', u'.')))
+        return u"write a decimal point, as in 12.5"_s;
+    bool isNumber = false;
+    (void)value.toDouble(&isNumber);
+    return isNumber && u"di"_s.contains(form.back()) ? u"whole numbers are needed; %.2f takes others"_s
+                                                     : QString();
+}
+
 std::optional<QString> NumberForm::apply(const QString &form, const QString &value)
 {
     const QRegularExpressionMatch parts = partsOf(form);

@@ -15,5 +15,7 @@ namespace NumberForm {
 /// The value in that form, which must be valid. Nothing if it is no number, no whole one for d i u x X o, or
 /// a negative one for u x X o.
 [[nodiscard]] std::optional<QString> apply(const QString &form, const QString &value);
+/// How to write a value that cannot be applied, where a common mistake is recognised; otherwise empty.
+[[nodiscard]] QString adviceFor(const QString &form, const QString &value);
 
 } // namespace NumberForm

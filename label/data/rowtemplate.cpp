@@ -133,7 +133,8 @@ std::optional<QString> RowTemplate::textOf(
     std::optional<QString> formed = NumberForm::apply(part.form, value);
     if (!formed)
         problem = { row.address, u"column "_s + Wording::quoted(part.text),
-            u"%1 is no number for %2"_s.arg(Wording::quoted(value), part.form), {} };
+            u"%1 is no number for %2"_s.arg(Wording::quoted(value), part.form),
+            NumberForm::adviceFor(part.form, value) };
     return formed;
 }
 

@@ -2,6 +2,7 @@
 #include "label/data/sqlitesession.h"
 
 #include <QSqlDriver>
+#include <QSqlError>
 
 #include <sqlite3.h>
 
@@ -74,6 +75,10 @@ Problem SqliteSession::explained(const QSqlError &error) const
     case SqliteGuard::Forbidden:
         return problemOf(u"the query does more than read"_s, u"let it be a SELECT"_s);
     default:
-        return SqlSession::explained(error);
+        break;
     }
+    // Qt refuses it, and SQLite knows of no error.
+    if (error.databaseText() == QLatin1StringView(sqlite3_errstr(SQLITE_OK)))
+        return problemOf(u"the query holds more than one statement"_s, u"let it be one SELECT"_s);
+    return SqlSession::explained(error);
 }

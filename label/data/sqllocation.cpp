@@ -3,11 +3,15 @@
 
 #include "label/data/odbcstring.h"
 #include "label/data/sqlpassword.h"
+#include "label/nearestname.h"
 #include "label/wording.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringDecoder>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -174,6 +178,34 @@ std::optional<SqlLocation> SqlLocation::fromUrl(
     default:
         return sqliteLocation(rest, baseFolder, problems);
     }
+}
+
+std::optional<QString> SqlLocation::urlOfFile(const QString &path)
+{
+    constexpr QByteArrayView beginning("SQLite format 3\0", 16);
+    QFile file(path);
+    // Opening a pipe would wait for somebody who writes.
+    const bool isDatabase = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly)
+        && file.read(beginning.size()) == beginning;
+    return isDatabase ? std::optional(u"sqlite:"_s + QString::fromLatin1(QUrl::toPercentEncoding(path, "/")))
+                      : std::nullopt;
+}
+
+std::optional<Problem> SqlLocation::unknownScheme(const QString &text)
+{
+    static const QRegularExpression form(u"\\A([A-Za-z][A-Za-z0-9+.-]+):"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    if (!match.hasMatch() || isUrl(text) || QFileInfo::exists(text))
+        return {};
+    const QString scheme = match.captured(1);
+    QStringList names;
+    for (const Scheme &known : schemes)
+        names.append(known.name);
+    const QString meant = nearestName(scheme, names);
+    return Problem { scheme + u":…"_s, {}, u"names no data that can be read"_s,
+        meant.isEmpty()
+            ? u"give a file, or a database as sqlite:FILE, postgresql://USER@HOST/DATABASE or odbc:DSN=NAME"_s
+            : u"did you mean %1:?"_s.arg(meant) };
 }
 
 bool SqlLocation::isUrl(const QString &text)

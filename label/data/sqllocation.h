@@ -30,6 +30,11 @@ struct VX_LABEL_EXPORT SqlLocation
 
     /// Whether a text begins like the URL of a database rather than the name of a file.
     [[nodiscard]] static bool isUrl(const QString &text);
+    /// The URL of a file that is an SQLite database, as its first bytes tell; nothing for any other path.
+    [[nodiscard]] static std::optional<QString> urlOfFile(const QString &path);
+    /// What is wrong with a text that begins like a URL, of which nothing can be read; nothing for a file,
+    /// for the URL of a database, and for any other text. Only the scheme is repeated.
+    [[nodiscard]] static std::optional<Problem> unknownScheme(const QString &text);
 
     Kind kind = Sqlite;
     QString display; ///< for people

@@ -5,6 +5,7 @@
 #include "label/labeldocument.h"
 #include "label/labellimits.h"
 #include "label/onebit.h"
+#include "label/outputfailure.h"
 #include "label/pdf/pdfstream.h"
 #include "label/pdf/stablehashes.h"
 #include "label/wording.h"
@@ -202,7 +203,7 @@ private:
 
     bool refuseFile(Problems &problems) const
     {
-        problems.append({ m_file, {}, u"cannot be written: "_s + m_stream.failure(), {} });
+        problems.append(OutputFailure::ofFile(m_file, m_stream.failure()));
         return false;
     }
 

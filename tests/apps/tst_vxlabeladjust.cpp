@@ -453,7 +453,7 @@ void tst_VxLabelAdjust::colorsArePrintedWithOtherInks()
         return colors;
     };
     const QByteArray warning
-        = "vxlabel: a.vxl: /items/1: no ink prints the fill #00ff00 of rectangle 2; use an "
+        = "vxlabel: warning: a.vxl: /items/1: no ink prints the fill #00ff00 of rectangle 2; use an "
           "ink's colour or add an ink\n";
     expect(arguments, 0, warning);
     QVERIFY(colorsOf().contains(0xFFFF0000));
@@ -495,11 +495,12 @@ void tst_VxLabelAdjust::otherAdjustmentsAreNotResumed()
                 + "; resume it as it was begun, or give --force to begin again\n");
     };
     refused({ u"--map"_s, u"red=blue"_s }, "rotation");
-    refused({ u"--rotate"_s, u"90"_s }, "map");
-    refused({ u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--mirror"_s }, "mirror");
+    refused({ u"--rotate"_s, u"90"_s }, "replacement of inks (--map)");
+    refused({ u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--mirror"_s }, "choice of --mirror");
     refused({ u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--offset"_s, u"1mm,0"_s }, "offset");
     refused({ u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--scale"_s, u"99%"_s }, "scale");
-    refused({ u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--keep-black"_s }, "keep black");
+    refused(
+        { u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s, u"--keep-black"_s }, "choice of --keep-black");
     const ProgramResult same
         = run(batch + QStringList { u"--resume"_s, u"--rotate"_s, u"90"_s, u"--map"_s, u"red=blue"_s });
     QCOMPARE(same.out, QByteArray("0 rows printed, 1 kept\n"));

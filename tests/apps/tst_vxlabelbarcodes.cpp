@@ -172,7 +172,7 @@ void tst_VxLabelBarcodes::warnsOfWhatWillNotScan()
     QFETCH(QByteArray, warning);
     write(u"a.vxl"_s, labelWith({ item }));
     const ProgramResult result = run({ u"separate"_s, u"a.vxl"_s, u"-o"_s, u"out"_s });
-    QCOMPARE(result.err, "vxlabel: a.vxl: /items/0: " + warning + '\n');
+    QCOMPARE(result.err, "vxlabel: warning: a.vxl: /items/0: " + warning + '\n');
     QCOMPARE(result.code, 0);
 }
 
@@ -181,9 +181,9 @@ void tst_VxLabelBarcodes::warnsOfBarsThatNoInkPrints()
     write(u"a.vxl"_s,
         labelWith({ barcode(qrCode, u"B123456"_s, 50, 50, { { u"itemTextColor"_s, u"#00ff00"_s } }) }));
     QCOMPARE(run({ u"separate"_s, u"a.vxl"_s, u"-o"_s, u"out"_s }).err,
-        QByteArray(
-            "vxlabel: a.vxl: /items/0: no ink prints the bars #00ff00 of barcode 1; use an ink's colour "
-            "or add an ink\n"));
+        QByteArray("vxlabel: warning: a.vxl: /items/0: no ink prints the bars #00ff00 of barcode 1; use an "
+                   "ink's colour "
+                   "or add an ink\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_VxLabelBarcodes)

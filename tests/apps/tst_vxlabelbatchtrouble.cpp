@@ -123,7 +123,7 @@ void tst_VxLabelBatchTrouble::exitCodesTellWhatHappened_data()
     row("missing data", out + QStringList { u"--data"_s, u"gone.csv"_s }, prices, 4,
         "vxlabel: gone.csv: does not exist\n");
     row("folder that cannot be", { u"-o"_s, u"prices.csv/{sku}.{ink}.png"_s }, prices, 5,
-        "vxlabel: prices.csv: the folder cannot be created; choose a place where you may write\n");
+        "vxlabel: prices.csv: is no folder; choose a folder's name\n");
 }
 
 void tst_VxLabelBatchTrouble::exitCodesTellWhatHappened()
@@ -175,7 +175,7 @@ void tst_VxLabelBatchTrouble::aStoppedBatchGoesOn()
     const QStringList stopping = batchOfPrices + QStringList { u"--on-error"_s, u"stop"_s };
     ProgramResult result = run(stopping);
     QCOMPARE(result.code, 1);
-    QCOMPARE(result.out, QByteArray("1 row printed, 1 failed\n"));
+    QCOMPARE(result.out, QByteArray("1 row printed, 1 failed; give --resume to go on\n"));
     QCOMPARE(files(u"out"_s).size(), 3);
     write(u"prices.csv"_s, "sku,name,price\nA1,x,1\nB2,y,2\nC3,z,1\n");
     result = run(stopping + QStringList { u"--resume"_s });
@@ -255,7 +255,8 @@ void tst_VxLabelBatchTrouble::chosenRowsArePrintedAgain()
     const Contents whole = contentsOf(u"out"_s);
     write(u"out/B2.red.png"_s, "torn");
     expect(batchOfPrices + QStringList { u"--rows"_s, u"2"_s, u"--force"_s }, 5,
-        "vxlabel: out/manifest.jsonl: has rows that are not chosen, which --force would forget; give "
+        "vxlabel: out/manifest.jsonl: holds rows that --rows does not choose, and that --force would forget; "
+        "give "
         "--reprint "
         "to print the chosen ones again\n");
     QCOMPARE(read(u"out/B2.red.png"_s), QByteArray("torn"));
@@ -307,15 +308,14 @@ void tst_VxLabelBatchTrouble::inputsAreNeverOutputs_data()
                                     << QStringList { u"-o"_s, u"{name}.{ink}"_s, u"--force"_s, u"--data"_s,
                                            u"names.csv"_s }
                                     << 1
-                                    << QByteArray("vxlabel: names.csv:2: \"a.vxl\" is what the batch reads; "
-                                                  "choose another name\n");
-    QTest::newRow("data as plate") << u"names.csv"_s
-                                   << QStringList { u"-o"_s, u"{price}.{ink}"_s, u"--force"_s, u"--data"_s,
-                                          u"names.csv"_s }
-                                   << 1
-                                   << QByteArray(
-                                          "vxlabel: names.csv:2: \"names.csv\" is what the batch reads; "
-                                          "choose another name\n");
+                                    << QByteArray(
+                                           "vxlabel: names.csv:2: \"a.vxl\" is a file that this batch reads; "
+                                           "choose another name\n");
+    QTest::newRow("data as plate")
+        << u"names.csv"_s
+        << QStringList { u"-o"_s, u"{price}.{ink}"_s, u"--force"_s, u"--data"_s, u"names.csv"_s } << 1
+        << QByteArray("vxlabel: names.csv:2: \"names.csv\" is a file that this batch reads; "
+                      "choose another name\n");
 }
 
 void tst_VxLabelBatchTrouble::inputsAreNeverOutputs()
@@ -381,7 +381,8 @@ void tst_VxLabelBatchTrouble::otherBatchesAreNotResumed()
         "begun, or give "
         "--force to begin again\n");
     expect(batchOfPrices + QStringList { u"--resume"_s, u"--copies-field"_s, u"price"_s }, 5,
-        "vxlabel: out/manifest.jsonl: the batch was begun with another copies; resume it as it was begun, or "
+        "vxlabel: out/manifest.jsonl: the batch was begun with another column of copies (--copies-field); "
+        "resume it as it was begun, or "
         "give "
         "--force to begin again\n");
     write(u"a.vxl"_s, priceLabel() + '\n');
@@ -429,6 +430,8 @@ void tst_VxLabelBatchTrouble::interruptedBatchesEndWithALabel()
     QCOMPARE(process->readAllStandardError(), QByteArray("vxlabel: interrupted\n"));
     const QByteArray manifest = read(u"out/manifest.jsonl"_s);
     QVERIFY(manifest.endsWith('\n'));
+    QCOMPARE(process->readAllStandardOutput(),
+        QByteArray::number(manifest.count('\n') - 1) + " rows printed; give --resume to go on\n");
     QCOMPARE(files(u"out"_s).size(), 2 * (manifest.count('\n') - 1) + 1);
 }
 

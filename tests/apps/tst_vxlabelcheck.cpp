@@ -426,7 +426,7 @@ void tst_VxLabelCheck::symbologiesThatCannotBeReadAreToldOnce()
     bars[u"barcodeSymbol"_s] = postnet;
     write(u"b.vxl"_s, toJson(labelWith({ smallCode(u"${sku}"_s, 20), bars })));
     const QByteArray note
-        = "vxlabel: b.vxl: USPS POSTNET cannot be verified: the reader does not know it; read a "
+        = "vxlabel: warning: b.vxl: USPS POSTNET cannot be verified: the reader does not know it; read a "
           "print with your own scanner\n";
     const ProgramResult checked = run({ u"check"_s, u"b.vxl"_s, u"--data=prices.csv"_s, u"--verify"_s });
     QCOMPARE(checked.err, note);

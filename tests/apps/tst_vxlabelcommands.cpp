@@ -120,7 +120,7 @@ void tst_VxLabelCommands::warnsOfColoursWithoutInk()
     const ProgramResult result = run({ u"separate"_s, u"green.vxl"_s, u"-o"_s, u"."_s });
     QCOMPARE(result.code, 0);
     QVERIFY2(isOneLine(result.err), result.err);
-    QVERIFY2(result.err.startsWith("vxlabel: green.vxl: ") && result.err.contains("items/0")
+    QVERIFY2(result.err.startsWith("vxlabel: warning: green.vxl: ") && result.err.contains("items/0")
             && result.err.contains("#00ff00"),
         result.err);
     QCOMPARE(result.out,

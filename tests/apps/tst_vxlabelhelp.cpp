@@ -20,6 +20,9 @@ private Q_SLOTS:
 
     void showsHelp_data();
     void showsHelp();
+    void helpIsACommandAsWell_data() { addCommands(); }
+    void helpIsACommandAsWell();
+    void helpKnowsTheCommands();
     void showsExitCodes();
     void fitsIntoTerminals_data() { addCommands(); }
     void fitsIntoTerminals();
@@ -131,6 +134,26 @@ void tst_VxLabelHelp::showsHelp()
     QVERIFY(text.startsWith(u"Shows, checks and separates"_s) || !command.isEmpty());
     for (const QString &content : contents)
         QVERIFY2(text.contains(content), qPrintable(content + text));
+}
+
+void tst_VxLabelHelp::helpIsACommandAsWell()
+{
+    QFETCH(QString, command);
+    QStringList arguments { u"help"_s, command };
+    arguments.removeAll(QString());
+    const ProgramResult result = run(arguments);
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.code, 0);
+    QVERIFY(!result.out.isEmpty());
+    QCOMPARE(QString::fromUtf8(result.out), helpOn(command));
+}
+
+void tst_VxLabelHelp::helpKnowsTheCommands()
+{
+    const ProgramResult mistyped = run({ u"help"_s, u"bach"_s });
+    QCOMPARE(mistyped.code, 2);
+    QVERIFY2(isOneLine(mistyped.err) && mistyped.err.endsWith("not bach; did you mean \"batch\"?\n"),
+        mistyped.err);
 }
 
 void tst_VxLabelHelp::showsExitCodes()

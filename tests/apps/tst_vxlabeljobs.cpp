@@ -15,6 +15,18 @@ using namespace BatchLabels;
 
 namespace {
 
+/// The processes that one has started, the oldest first.
+QList<qint64> childrenOf(qint64 process)
+{
+    QFile file(u"/proc/%1/task/%1/children"_s.arg(process));
+    QList<qint64> children;
+    for (const QByteArray &child :
+        file.open(QIODevice::ReadOnly) ? file.readAll().split(' ') : QByteArrayList())
+        if (!child.isEmpty())
+            children.append(child.toLongLong());
+    return children;
+}
+
 QStringList batchInto(const QString &folder, const QStringList &arguments = {})
 {
     return QStringList { u"batch"_s, u"a.vxl"_s, u"-o"_s, folder + u"/{sku}.{ink}.png"_s } + arguments;
@@ -35,7 +47,10 @@ private Q_SLOTS:
     void jobsTellTheGravestCode();
     void otherNumbersOfJobsGoOn();
     void killedJobsAreResumed();
+    void interruptedJobsEndWithTheirLabels_data();
     void interruptedJobsEndWithTheirLabels();
+    void aKilledJobLosesItsShareOnly();
+    void stoppedJobsGoOn();
     void theMomentIsTheSameForAllJobs();
     void sharesAreMerged();
     void whatCannotBeMerged_data();
@@ -148,15 +163,25 @@ void tst_VxLabelJobs::killedJobsAreResumed()
     }
 }
 
+void tst_VxLabelJobs::interruptedJobsEndWithTheirLabels_data()
+{
+    QTest::addColumn<bool>("isTerminal"); // which tells all processes of ^C
+    QTest::newRow("a person or program") << false;
+    QTest::newRow("a terminal") << true;
+}
+
 void tst_VxLabelJobs::interruptedJobsEndWithTheirLabels()
 {
+    QFETCH(const bool, isTerminal);
     QByteArray table = "sku,name,price\n";
     for (int i = 1; i <= 20'000; ++i)
         table += 'S' + QByteArray::number(i) + ",x,2\n";
     write(u"prices.csv"_s, table);
-    const auto process = start(program(), batchInto(u"out"_s, { u"--jobs"_s, u"2"_s }));
+    const auto process = start(
+        u"setsid"_s, QStringList { program() } + batchInto(u"out"_s, { u"--jobs"_s, u"2"_s })); // a group
     QTRY_VERIFY_WITH_TIMEOUT(files(u"out"_s).size() > 10, 60'000);
-    ::kill(pid_t(process->processId()), SIGINT);
+    const auto group = pid_t(process->processId());
+    QCOMPARE(::kill(isTerminal ? -group : group, SIGINT), 0);
     QVERIFY(process->waitForFinished(patience));
     QCOMPARE(process->exitCode(), 130);
     QCOMPARE(process->readAllStandardError(), QByteArray("vxlabel: interrupted\n"));
@@ -164,6 +189,39 @@ void tst_VxLabelJobs::interruptedJobsEndWithTheirLabels()
     for (const QString &part : { u"out/manifest.0-of-2.jsonl"_s, u"out/manifest.1-of-2.jsonl"_s })
         rows += read(part).count('\n') - 1;
     QCOMPARE(files(u"out"_s).size(), 2 * rows + 2);
+    QCOMPARE(process->readAllStandardOutput(),
+        QByteArray::number(rows) + " rows printed; give --resume to go on\n");
+}
+
+void tst_VxLabelJobs::aKilledJobLosesItsShareOnly()
+{
+    const QStringList jobs = batchInto(u"out"_s, { u"--jobs"_s, u"3"_s });
+    const auto process = start(program(), jobs);
+    const auto running = [&] { return childrenOf(childrenOf(process->processId()).value(0)); };
+    QTRY_COMPARE_WITH_TIMEOUT(running().size(), 3, 60'000);
+    QCOMPARE(::kill(pid_t(running()[1]), SIGKILL), 0);
+    QVERIFY(process->waitForFinished(patience));
+    QCOMPARE(process->readAllStandardError(),
+        "vxlabel: job 2 of 3: was killed; give --resume to print the rows that it has left\n");
+    QCOMPARE(process->exitCode(), 5);
+    const QByteArray out = process->readAllStandardOutput();
+    QVERIFY2(out.startsWith("at least ") && out.endsWith(" rows printed; give --resume to go on\n"), out);
+    for (const QString &part : { u"out/manifest.0-of-3.jsonl"_s, u"out/manifest.2-of-3.jsonl"_s })
+        QVERIFY2(read(part).contains("\"rows\":40}"), qPrintable(part));
+    QCOMPARE(run(jobs + QStringList { u"--resume"_s }).code, 0);
+    QVERIFY(contentsOf(u"out"_s) == whole());
+}
+
+void tst_VxLabelJobs::stoppedJobsGoOn()
+{
+    write(u"prices.csv"_s, "sku,name,price\nA,a,1\nB,b,x\nC,c,1\nD,d,1\nE,e,1\n");
+    const QStringList stopping = batchInto(u"out"_s, { u"--jobs"_s, u"2"_s, u"--on-error"_s, u"stop"_s });
+    const ProgramResult result = run(stopping);
+    QVERIFY2(isOneLine(result.err) && result.err.contains("prices.csv:3: "), result.err);
+    QCOMPARE(result.out, "3 rows printed, 1 failed; give --resume to go on\n"); // A, C and E
+    QCOMPARE(result.code, 1);
+    write(u"prices.csv"_s, "sku,name,price\nA,a,1\nB,b,1\nC,c,1\nD,d,1\nE,e,1\n");
+    expect(stopping + QStringList { u"--resume"_s }, 0, "2 rows printed, 3 kept\n");
 }
 
 void tst_VxLabelJobs::theMomentIsTheSameForAllJobs()
@@ -212,7 +270,7 @@ void tst_VxLabelJobs::whatCannotBeMerged_data()
                          const QByteArray &err) { QTest::newRow(name) << change << by << parts << err; };
     row("a share is missing", {}, {}, { u"0"_s, u"2"_s }, "m.jsonl: share 1/3 is missing\n");
     row("a share is there twice", {}, {}, all + QStringList { u"1"_s },
-        second + "is of share 1/3, as is out/manifest.1-of-3.jsonl\n");
+        second + "belongs to share 1/3, as does out/manifest.1-of-3.jsonl\n");
     row("a row is missing", u"\"row\":7,"_s, u"\"row\":4,"_s, all,
         second
             + "row 4: is there twice\nvxlabel: m.jsonl: 1 of 40 rows are missing: 7; print them with "

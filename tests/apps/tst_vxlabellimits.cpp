@@ -66,6 +66,7 @@ private Q_SLOTS:
     void rowsBeyondALimitAreLeftOut();
     void otherRowsAreAsWithoutIt();
     void lostRowsAreToldOnce();
+    void progressGoesOnBehindLostRows();
     void jobsGoOnAsWell();
     void rowsOfStandardInputEndTheBatch();
     void labelsBeyondALimitAreRefused();
@@ -171,6 +172,31 @@ void tst_VxLabelLimits::lostRowsAreToldOnce()
     QCOMPARE(read(u"out/manifest.jsonl"_s).count('\n'), 6); // the head, four rows and the end
 }
 
+// Nobody who watches sees that there are two processes: the time runs, and no row is taken back.
+void tst_VxLabelLimits::progressGoesOnBehindLostRows()
+{
+    QByteArray table = "sku,name\n";
+    for (int i = 1; i <= 300; ++i)
+        table += 'S' + QByteArray::number(i) + (i == 150 ? ',' + endless : QByteArray(",Apple")) + '\n';
+    write(u"names.csv"_s, table);
+    const ProgramResult result = run(batchOfNames + timeLimit + QStringList { u"--progress"_s, u"json"_s });
+    QJsonObject before;
+    for (const QByteArray &line : result.err.trimmed().split('\n')) {
+        const QJsonObject now = QJsonDocument::fromJson(line).object();
+        if (now.contains(u"error"_s))
+            continue;
+        QVERIFY2(now[u"printed"_s].toInt() >= before[u"printed"_s].toInt(), result.err);
+        QVERIFY2(now[u"seconds"_s].toDouble() >= before[u"seconds"_s].toDouble(), result.err);
+        before = now;
+    }
+    // The row alone took as much processor time.
+    const double seconds = before[u"seconds"_s].toDouble();
+    QVERIFY2(seconds > double(slowness), result.err);
+    QCOMPARE(before[u"printed"_s].toInt(), 299);
+    QCOMPARE(before[u"failed"_s].toInt(), 1);
+    QVERIFY(qAbs(before[u"rowsPerSecond"_s].toDouble() - 300.0 / seconds) < 0.05 * 300.0 / seconds);
+}
+
 void tst_VxLabelLimits::jobsGoOnAsWell()
 {
     const ProgramResult result = run(batchOfNames + timeLimit + QStringList { u"--jobs"_s, u"2"_s });
@@ -231,24 +257,26 @@ void tst_VxLabelLimits::largeFilesAreRefused()
 void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly_data()
 {
     QTest::addColumn<int>("signal");
-    QTest::addColumn<QByteArray>("name");
-    QTest::newRow("segmentation fault") << SIGSEGV << QByteArray("Segmentation fault");
-    QTest::newRow("abort") << SIGABRT << QByteArray("Aborted");
-    QTest::newRow("killed") << SIGKILL << QByteArray("Killed");
+    QTest::addColumn<QByteArray>("reason");
+    const QByteArray advice = "; leave it out, and report it with the label";
+    QTest::newRow("segmentation fault") << SIGSEGV << "crashed at it (Segmentation fault)" + advice;
+    QTest::newRow("abort") << SIGABRT << "crashed at it (Aborted)" + advice;
+    QTest::newRow("killed") << SIGKILL
+                            << QByteArray("killed at it; if the machine has no more memory, give a lower "
+                                          "--max-memory or fewer --jobs");
 }
 
 void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly()
 {
     QFETCH(const int, signal);
-    QFETCH(const QByteArray, name);
+    QFETCH(const QByteArray, reason);
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
     QTest::qWait(200 * slowness); // well into the second row
     QCOMPARE(::kill(workerOf(process->processId()), signal), 0);
     QVERIFY(process->waitForFinished(patience));
-    QCOMPARE(process->readAllStandardError(),
-        "vxlabel: names.csv:3: the program broke down at it (" + name
-            + "); leave it out, and report it with the label\n");
+    const QByteArray err = process->readAllStandardError();
+    QVERIFY2(isOneLine(err) && err.startsWith("vxlabel: names.csv:3: ") && err.endsWith(reason + '\n'), err);
     QCOMPARE(process->exitCode(), 1);
     QCOMPARE(files(u"out"_s), QStringList({ u"A.png"_s, u"C.png"_s, u"manifest.jsonl"_s }));
 }

@@ -129,22 +129,23 @@ void tst_VxLabelOutput::reportsUnwritableOutput_data()
     row("image in no folder", u"render small.vxl -o nowhere/a.png"_s,
         "nowhere/a.png: its folder does not exist; create it first");
     row("image in /proc", u"render small.vxl -o /proc/a.png"_s,
-        "/proc/a.png: cannot be written: No such file or directory");
+        "/proc/a.png: cannot be written: No such file or directory; is its folder still there?");
     row("image as a device", u"render small.vxl -o /dev/full --force"_s,
         "/dev/full: is no ordinary file; choose another name");
     row("image as a folder", u"render small.vxl -o folder"_s, "folder: is a folder; choose a file's name");
     row("image as a folder, forced", u"render small.vxl -o folder --force"_s,
         "folder: is a folder; choose a file's name");
     row("plates below a file", u"separate small.vxl -o small.vxl/plates"_s,
-        "small.vxl/plates: the folder cannot be created; choose a place where you may write");
+        "small.vxl: is no folder; choose a folder's name");
     row("plates into a file", u"separate small.vxl -o small.vxl --force"_s,
         "small.vxl: is no folder; choose a folder's name");
     row("plates in /proc", u"separate small.vxl -o /proc/plates"_s,
-        "/proc/plates: the folder cannot be created; choose a place where you may write");
+        "/proc/plates: the folder cannot be created: No such file or directory; choose a place where you may "
+        "write");
     row("label below a file", u"convert small.vxl small.vxl/a.vxb"_s,
         "small.vxl/a.vxb: its folder does not exist; create it first");
     row("label in /proc", u"convert small.vxl /proc/a.vxb"_s,
-        "/proc/a.vxb: cannot be written: No such file or directory");
+        "/proc/a.vxb: cannot be written: No such file or directory; is its folder still there?");
 }
 
 void tst_VxLabelOutput::reportsUnwritableOutput()

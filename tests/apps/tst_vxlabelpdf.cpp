@@ -286,8 +286,7 @@ void tst_VxLabelPdf::filesAreKeptUnlessForced()
     QVERIFY(read(u"all.pdf"_s).startsWith("%PDF"));
     QVERIFY(QFile::remove(path(u"all.pdf"_s)));
     expect(arguments, 5,
-        "vxlabel: ./all.manifest.jsonl: is there from an earlier batch; give --resume to go on with it, or "
-        "--force to begin again\n");
+        "vxlabel: ./all.manifest.jsonl: is there from an earlier batch; give --force to begin again\n");
     QVERIFY(!files().contains(u"all.pdf"_s));
 }
 
@@ -365,7 +364,7 @@ void tst_VxLabelPdf::wrongUsageIsExplained_data()
     row("two places", pdf + QStringList { u"-o"_s, u"{sku}.pdf"_s },
         "--output excludes --pdf; see vxlabel batch --help");
     row("a name of something else", { u"--pdf"_s, u"a.vxl"_s, u"--force"_s },
-        "a.vxl: the file is a PDF; let the name end in .pdf");
+        "a.vxl: the output is a PDF; let its name end in .pdf");
     row("the manifest", pdf + QStringList { u"--manifest"_s, u"./all.pdf"_s },
         "all.pdf: cannot be the manifest as well; choose another name for it");
     row("pictures in a PDF", pdf + QStringList { u"--format"_s, u"png"_s },

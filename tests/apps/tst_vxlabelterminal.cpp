@@ -82,7 +82,7 @@ void tst_VxLabelTerminal::coloursWarningsOtherwise()
     using namespace SampleLabels;
     write(u"green.vxl"_s, toJson(smallLabelWith({ { u"itemFillColor"_s, u"#00ff00"_s } })));
     const QByteArray warning = runOnTerminal({ u"separate"_s, u"green.vxl"_s, u"-o"_s, u"."_s }, { 2 });
-    QVERIFY2(warning.startsWith("\x1b[1;33mvxlabel:\x1b[0m green.vxl: /items/0"), warning);
+    QVERIFY2(warning.startsWith("\x1b[1;33mvxlabel:\x1b[0m warning: green.vxl: /items/0"), warning);
     QCOMPARE(warning.count('\x1b'), 2);
 }
 

@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,6 +33,7 @@ private Q_SLOTS:
     void nothingIsLeftWithoutACommit();
     void theOldFileStaysUntilThen();
     void refusesAnExistingFile();
+    void tellsAtTheEndWhatWasNotWritten();
 
 private:
     [[nodiscard]] QStringList filesThere() const
@@ -100,6 +104,30 @@ void tst_AtomicFile::refusesAnExistingFile()
     QCOMPARE(problems[0].text(), m_path + u": exists already; choose another name or allow overwriting"_s);
     QCOMPARE(contentOf(m_path), QByteArray("old"));
     QCOMPARE(filesThere(), QStringList(u"all.pdf"_s));
+}
+
+/// Whoever writes to the device may not look whether it takes everything.
+void tst_AtomicFile::tellsAtTheEndWhatWasNotWritten()
+{
+    Problems problems;
+    AtomicFile file(m_path);
+    QVERIFY(file.open(false, problems));
+    rlimit before {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small { 1000, before.rlim_max };
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const QByteArray piece(800, 'x');
+    for (int i = 0; i < 3; ++i)
+        (void)file.device().write(piece);
+    const bool isCommitted = file.commit(problems);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(!isCommitted);
+    QCOMPARE(problems.size(), 1);
+    QCOMPARE(problems[0].text(),
+        m_path + u": cannot be written: File too large; allow larger files, with --max-file or ulimit -f"_s);
+    QCOMPARE(filesThere(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_AtomicFile)

@@ -160,7 +160,8 @@ void tst_OutputFile::needsAFolder()
     QVERIFY(!OutputFile::write(unwritable, "x", false, problems));
     QCOMPARE(problems.size(), 2);
     QCOMPARE(problems[0].text(), missing + u": its folder does not exist; create it first"_s);
-    QCOMPARE(problems[1].text(), unwritable + u": cannot be written: No such file or directory"_s);
+    QCOMPARE(problems[1].text(),
+        unwritable + u": cannot be written: No such file or directory; is its folder still there?"_s);
     QCOMPARE(filesThere(), QStringList());
 }
 
@@ -184,7 +185,8 @@ void tst_OutputFile::fullDiskLeavesNothingBehind()
         QVERIFY(!OutputFile::write(path, QByteArray(4097, 'y'), true, problems));
     }
     QCOMPARE(problems.size(), 1);
-    QCOMPARE(problems[0].text(), path + u": cannot be written: File too large"_s);
+    QCOMPARE(problems[0].text(),
+        path + u": cannot be written: File too large; allow larger files, with --max-file or ulimit -f"_s);
     QCOMPARE(contentOf(path), QByteArray(4096, 'x'));
     QCOMPARE(filesThere(), QStringList(u"new.png"_s));
 }
@@ -200,7 +202,8 @@ void tst_OutputFile::fullDiskKeepsTheOldFile()
         QVERIFY(!OutputFile::write(pathOf(u"other.png"_s), QByteArray(1'000'000, 'x'), false, problems));
     }
     QCOMPARE(problems.size(), 2);
-    QCOMPARE(problems[0].text(), path + u": cannot be written: File too large"_s);
+    QCOMPARE(problems[0].text(),
+        path + u": cannot be written: File too large; allow larger files, with --max-file or ulimit -f"_s);
     QCOMPARE(contentOf(path), QByteArray("old"));
     QCOMPARE(filesThere(), QStringList(u"plate.png"_s));
 }

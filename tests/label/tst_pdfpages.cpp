@@ -469,7 +469,7 @@ void tst_PdfPages::theDeviceTellsItsFile()
     QVERIFY(pages.addPage(blackSquare(), problems));
     QVERIFY(!pages.finish(problems));
     QCOMPARE(problems.size(), 1);
-    QCOMPARE(problems[0].text(), u"/dev/full: cannot be written: No space left on device"_s);
+    QCOMPARE(problems[0].text(), u"/dev/full: cannot be written: No space left on device; make room there"_s);
 }
 
 void tst_PdfPages::refusesPages_data()

@@ -288,7 +288,8 @@ void tst_Manifest::whatCannotBeResumed_data()
     QTest::newRow("with one more setting")
         << QByteArray(R"({"label":"abc","manifest":1,"negative":true,"resolution":300})"
                       "\n")
-        << u"the batch was begun with another negative; resume it as it was begun, or give --force to begin "
+        << u"the batch was begun with another choice of --negative; resume it as it was begun, or give "
+           u"--force to begin "
            "again"_s;
 }
 

@@ -137,7 +137,7 @@ void tst_JsonRows::brokenRowsLeaveTheOthers_data()
     row("unknown key", "{\"price\":1}\n{\"prise\":2}\n{\"price\":3}\n",
         u"line 2: \"prise\" is no column; did you mean \"price\"?"_s);
     row("further key", "{\"price\":1}\n{\"price\":1,\"note\":2}\n{\"price\":3}\n",
-        u"line 2: \"note\" is no column; give the first object every key, if with null"_s);
+        u"line 2: \"note\" is no column; give the first object every key, with null for an empty value"_s);
     row("list in a row", R"([{"a":1},{"a":[2]},{"a":3}])",
         u"/1: \"a\" is neither a text nor a number; write its members as keys of the row itself"_s);
     row("number in the list", R"([{"a":1},2,{"a":3}])", u"/1: is no object"_s);
