@@ -1,25 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "apps/vxlabel/progress.h"
 #include "label/batch/batch.h"
 
-#include <QElapsedTimer>
 #include <QString>
 
 /// Shows on standard error how far a batch is, and what is wrong.
 class BatchProgress : public BatchObserver
 {
 public:
-    enum class Form {
-        None,
-        Line, ///< one line that changes, for people
-        Json ///< an object on a line twice a second, for programs
-    };
-
-    /// A line where standard error is a terminal, and otherwise nothing.
-    [[nodiscard]] static Form usualForm();
-
-    BatchProgress(Form form, const QString &labelPath);
+    BatchProgress(Progress::Form form, const QString &labelPath);
 
     void problem(const Problem &problem) override;
     void rowBegins(qint64 row) override;
@@ -33,15 +24,9 @@ public:
     void finish(const BatchCount &count);
 
 private:
-    void show(const BatchCount &count);
-    [[nodiscard]] QByteArray line(const BatchCount &count) const;
-    [[nodiscard]] QByteArray json(const BatchCount &count) const;
-    void clearLine();
+    [[nodiscard]] Progress::State stateOf(const BatchCount &count) const;
 
-    Form m_form;
+    Progress m_progress;
     QString m_labelPath;
     BatchCount m_before; ///< by workers before this one
-    QElapsedTimer m_sinceBegin;
-    QElapsedTimer m_sinceShown;
-    bool m_lineIsShown = false;
 };
