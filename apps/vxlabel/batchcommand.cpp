@@ -10,6 +10,7 @@
 #include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/labelinput.h"
 #include "apps/vxlabel/optiongroup.h"
+#include "apps/vxlabel/planarguments.h"
 #include "apps/vxlabel/sheetarguments.h"
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
@@ -22,7 +23,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <map>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -46,7 +46,9 @@ struct Arguments
     bool resume = false;
     bool onlyFailed = false;
     bool reprint = false;
-    std::optional<BatchProgress::Form> progress;
+    bool check = false;
+    bool strict = false;
+    std::optional<Progress::Form> progress;
     int jobs = 1;
     BatchOptions batch;
 };
@@ -278,7 +280,7 @@ ExitCode runJobs(const Arguments &arguments)
             { {}, {}, u"several jobs cannot share standard input"_s, u"write the data into a file"_s });
         return ExitCode::Usage;
     }
-    BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), {});
+    BatchProgress progress(arguments.progress.value_or(Progress::usualForm()), {});
     BatchJobs jobs(argumentsOfJob(arguments), arguments.jobs, progress);
     ExitCode code = jobs.run();
     const BatchCount count = jobs.count();
@@ -298,7 +300,9 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     const std::optional<LabelInput> label = loadLabel(arguments.label, broken);
     if (!label)
         return ExitCode::BadDocument;
-    const DataRows data = openData(arguments.data, label->document, label->path);
+    Problems problems;
+    const DataRows data = openData(arguments.data, label->document, label->path, problems);
+    Terminal::complain(problems, {});
     if (!data.rows)
         return ExitCode::DataSource;
     BatchOptions &options = arguments.batch;
@@ -309,6 +313,8 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     options.separation.dpi = arguments.dpi.value_or(label->document.designDpi());
     options.start = startOf(arguments);
     options.reprints = arguments.reprint;
+    if (arguments.check)
+        options.check = arguments.strict ? BatchOptions::Check::Warnings : BatchOptions::Check::Errors;
     options.labelDigest = FileDigest::ofFile(label->path);
     options.rowSource = data.source;
     options.inputs = data.files + QStringList { label->path };
@@ -320,7 +326,7 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     Terminal::complain(refusal.problems, label->path);
     if (!batch)
         return codeOf(refusal);
-    BatchProgress progress(arguments.progress.value_or(BatchProgress::usualForm()), label->path);
+    BatchProgress progress(arguments.progress.value_or(Progress::usualForm()), label->path);
     const BatchEnd end = batch->run(progress);
     progress.finish(batch->count());
     const BatchCount count = progress.ofAllWorkers(batch->count());
@@ -329,8 +335,10 @@ ExitCode runRows(Arguments arguments, BrokenItems broken)
     const bool isTold = Terminal::print(
         isWritten ? summaryOf(count, end == BatchEnd::Complete) : QByteArray("no PDF was written\n"));
     ExitCode code = codeOf(end, batch->count());
-    if (code == ExitCode::Ok && !hasChosenRows(options, count))
-        code = CommandLine::refuseRows();
+    if (code == ExitCode::Ok && !hasChosenRows(options, count)) {
+        Terminal::complain(CommandLine::problemOfRows());
+        code = ExitCode::Usage;
+    }
     return code != ExitCode::Ok ? code : isTold ? label->outcome : ExitCode::CannotWrite;
 }
 
@@ -399,10 +407,7 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
                    "--jobs", arguments.jobs, "Share the rows among this many processes; 1 if not given"))
         ->type_name("N")
         ->check(CLI::Range(1, mostJobs));
-    CommandLine::addText(command, "--key", "COLUMN",
-        "By what the manifest names rows; the first column if not given", batch.keyColumn);
-    CommandLine::addText(command, "--copies-field", "COLUMN",
-        "The column that tells how often a row is printed", batch.copiesColumn);
+    addPlanArguments(command, batch);
     command
         .add_option_function<std::string>(
             "--on-error",
@@ -412,6 +417,9 @@ void addRowArguments(CLI::App &command, Arguments &arguments)
             "skip rows that cannot be printed (if not given), or stop at the first")
         ->type_name("WHAT")
         ->check(CLI::IsMember({ "skip", "stop" }));
+    CLI::Option *check = command.add_flag("--check", arguments.check,
+        "Check each row as vxlabel check does, and print none in which that finds errors");
+    command.add_flag("--strict", arguments.strict, "Let warnings of --check count as errors")->needs(check);
     takesFirst(CommandLine::addMoment(command, batch.begin));
 }
 
@@ -419,17 +427,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
 {
     const OptionGroup group(command, "Plates");
     BatchOptions &batch = arguments.batch;
-    const std::map<std::string, BatchOptions::Format> formats { { "png", BatchOptions::Format::Png },
-        { "pbm", BatchOptions::Format::Pbm }, { "pdf", BatchOptions::Format::Pdf },
-        { "pdf-plates", BatchOptions::Format::PdfPlates } };
-    command
-        .add_option_function<std::string>(
-            "--format",
-            [&arguments, formats](const std::string &text) { arguments.format = formats.at(text); },
-            "png (if not given) or pbm: a picture of each plate; pdf: labels in colour; pdf-plates: a page "
-            "for each plate")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({ "png", "pbm", "pdf", "pdf-plates" }));
+    addFormat(command, arguments.format);
     CommandLine::addResolution(command, arguments.dpi);
     CommandLine::addPlateFlags(command, batch.separation.negative, batch.separation.overprint);
     CommandLine::addVerify(command, batch.verify);
@@ -441,9 +439,7 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
 void addFileArguments(CLI::App &command, Arguments &arguments)
 {
     const OptionGroup group(command, "Files");
-    CLI::Option *output = command.add_option("-o,--output", arguments.pattern,
-        "The names of the files, with places for values: {COLUMN}, {row:05}, {copy}, {ink}");
-    output->type_name("PATTERN")->check(CommandLine::nameCheck());
+    CLI::Option *output = addPattern(command, "The names of the files", arguments.pattern);
     command.add_option("--pdf", arguments.pdf, "One PDF of all labels, instead of files for each row")
         ->type_name("FILE")
         ->check(CommandLine::nameCheck())
@@ -465,16 +461,7 @@ void addFileArguments(CLI::App &command, Arguments &arguments)
         ->excludes(resume)
         ->excludes(onlyFailed)
         ->excludes(reprint->excludes(onlyFailed));
-    takesFirst(command.add_option_function<std::string>(
-                   "--progress",
-                   [&arguments](const std::string &text) {
-                       arguments.progress = text == "json" ? BatchProgress::Form::Json
-                           : text == "line"                ? BatchProgress::Form::Line
-                                                           : BatchProgress::Form::None;
-                   },
-                   "How far the batch is, on standard error: line (if that is a terminal), json or none"))
-        ->type_name("FORM")
-        ->check(CLI::IsMember({ "line", "json", "none" }));
+    takesFirst(Progress::addOption(command, "the batch", arguments.progress));
 }
 
 } // namespace

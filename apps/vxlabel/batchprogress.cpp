@@ -5,17 +5,11 @@
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <algorithm>
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qint64 millisecondsBetween = 500;
 
 const QString errorKey = u"error"_s;
 const QString warningKey = u"warning"_s;
@@ -25,32 +19,6 @@ const QString rowKey = u"row"_s;
 qint64 doneOf(const BatchCount &count)
 {
     return count.printed + count.kept + count.failed;
-}
-
-/// Rows in a second.
-double rateOf(const BatchCount &count, const QElapsedTimer &sinceBegin)
-{
-    return double(count.printed + count.failed) * 1000.0 / double(std::max<qint64>(sinceBegin.elapsed(), 1));
-}
-
-/// "1:02:03" or "2:03"
-QString duration(qint64 seconds)
-{
-    const qint64 hours = seconds / 3600;
-    const QString minutes = QString::number(seconds / 60 % 60);
-    const QString rest = QString::number(seconds % 60).rightJustified(2, u'0');
-    return hours > 0 ? u"%1:%2:%3"_s.arg(hours).arg(minutes.rightJustified(2, u'0'), rest)
-                     : minutes + u':' + rest;
-}
-
-void write(const QByteArray &text)
-{
-    std::fwrite(text.constData(), 1, size_t(text.size()), stderr);
-}
-
-void write(const QJsonObject &object)
-{
-    write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
 }
 
 /// A problem for programs, without the row.
@@ -65,25 +33,19 @@ QJsonObject jsonOf(const QString &key, const Problem &problem, const QString &fi
 
 } // namespace
 
-BatchProgress::Form BatchProgress::usualForm()
-{
-    return Terminal::canRewriteLines() ? Form::Line : Form::None;
-}
-
-BatchProgress::BatchProgress(Form form, const QString &labelPath)
-    : m_form(form)
+BatchProgress::BatchProgress(Progress::Form form, const QString &labelPath)
+    : m_progress(form)
+    , m_isForPrograms(form == Progress::Form::Json)
     , m_labelPath(labelPath)
     , m_before(Worker::countBefore())
-    , m_sinceBegin(Worker::batchClock())
 {
-    m_sinceShown.start();
 }
 
 void BatchProgress::problem(const Problem &problem)
 {
-    clearLine();
-    if (m_form == Form::Json)
-        write(jsonOf(errorKey, problem, m_labelPath));
+    m_progress.clearLine();
+    if (m_isForPrograms)
+        Progress::write(jsonOf(errorKey, problem, m_labelPath));
     else
         Terminal::complain({ problem }, m_labelPath);
 }
@@ -92,19 +54,19 @@ void BatchProgress::warning(const Problem &problem)
 {
     if (!Worker::isNews(problem.text().toUtf8()))
         return;
-    clearLine();
-    if (m_form == Form::Json)
-        write(jsonOf(warningKey, problem, m_labelPath));
+    m_progress.clearLine();
+    if (m_isForPrograms)
+        Progress::write(jsonOf(warningKey, problem, m_labelPath));
     else
         Terminal::warn({ problem }, m_labelPath);
 }
 
 void BatchProgress::rowFails(qint64 row, const Problem &reason)
 {
-    if (m_form == Form::Json) {
+    if (m_isForPrograms) {
         QJsonObject object = jsonOf(errorKey, reason, m_labelPath);
         object.insert(rowKey, row);
-        write(object);
+        Progress::write(object);
     } else if (m_failures.isToBeTold(row, Batch::reasonOf(reason))) {
         problem(reason);
     }
@@ -137,7 +99,7 @@ void BatchProgress::passOn(const QByteArray &line)
 {
     if (!Worker::isNews(line))
         return;
-    clearLine();
+    m_progress.clearLine();
     Terminal::passOn(line);
 }
 
@@ -161,8 +123,8 @@ BatchCount BatchProgress::ofAllWorkers(BatchCount count) const
 void BatchProgress::rowDone(const BatchCount &count)
 {
     Worker::endRow(ofAllWorkers(count));
-    if (m_form != Form::None && m_sinceShown.elapsed() >= millisecondsBetween)
-        show(count);
+    if (m_progress.isDue())
+        m_progress.show(stateOf(count));
 }
 
 bool BatchProgress::isInterrupted()
@@ -172,51 +134,17 @@ bool BatchProgress::isInterrupted()
 
 void BatchProgress::finish(const BatchCount &count)
 {
-    if (m_form != Form::None)
-        show(count);
-    if (m_lineIsShown)
-        write(QByteArray("\n"));
-    m_lineIsShown = false;
+    m_progress.finish(stateOf(count));
     Terminal::complain(m_failures.rest(), {});
 }
 
-void BatchProgress::show(const BatchCount &count)
+Progress::State BatchProgress::stateOf(const BatchCount &count) const
 {
-    m_sinceShown.restart();
-    clearLine();
     const BatchCount all = ofAllWorkers(count);
-    m_form == Form::Json ? write(json(all)) : write(line(all));
-    m_lineIsShown = m_form == Form::Line;
-}
-
-void BatchProgress::clearLine()
-{
-    if (m_lineIsShown)
-        write(QByteArray("\r\x1b[K"));
-    m_lineIsShown = false;
-}
-
-QByteArray BatchProgress::line(const BatchCount &count) const
-{
-    const double rate = rateOf(count, m_sinceBegin);
-    QString text = u"%1%2 rows, %3/s"_s.arg(doneOf(count))
-                       .arg(count.total ? u" of %1"_s.arg(*count.total) : QString())
-                       .arg(rate, 0, 'f', 1);
-    if (count.failed > 0)
-        text += u", %1 failed"_s.arg(count.failed);
-    if (count.total && rate > 0.0)
-        text += u", %1 left"_s.arg(
-            duration(qint64(double(std::max<qint64>(*count.total - doneOf(count), 0)) / rate)));
-    return text.toUtf8();
-}
-
-QJsonObject BatchProgress::json(const BatchCount &count) const
-{
-    QJsonObject object { { u"printed"_s, count.printed }, { u"kept"_s, count.kept },
-        { u"failed"_s, count.failed }, { u"untried"_s, count.untried }, { u"labels"_s, count.labels },
-        { u"rowsPerSecond"_s, rateOf(count, m_sinceBegin) },
-        { u"seconds"_s, double(m_sinceBegin.elapsed()) / 1000.0 } };
-    if (count.total)
-        object.insert(u"total"_s, *count.total);
-    return object;
+    return { .done = doneOf(all),
+        .worked = all.printed + all.failed,
+        .total = all.total,
+        .faults = all.failed > 0 ? u"%1 failed"_s.arg(all.failed) : QString(),
+        .counts = { { u"printed"_s, all.printed }, { u"kept"_s, all.kept }, { u"failed"_s, all.failed },
+            { u"untried"_s, all.untried }, { u"labels"_s, all.labels } } };
 }

@@ -1,28 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "apps/vxlabel/progress.h"
 #include "apps/vxlabel/repeatedfailures.h"
 #include "label/batch/batch.h"
 
 #include <QByteArray>
-#include <QElapsedTimer>
 #include <QJsonObject>
 #include <QString>
 
-/// Shows on standard error how far a batch is, and what is wrong.
+/// Shows on standard error how far a batch is, and what is wrong: to programs, as an object on a line for
+/// each.
 class BatchProgress : public BatchObserver
 {
 public:
-    enum class Form {
-        None,
-        Line, ///< one line that changes, for people
-        Json ///< an object on a line twice a second, and one for whatever is wrong, for programs
-    };
-
-    /// A line where standard error is a terminal, and otherwise nothing.
-    [[nodiscard]] static Form usualForm();
-
-    BatchProgress(Form form, const QString &labelPath);
+    BatchProgress(Progress::Form form, const QString &labelPath);
 
     void problem(const Problem &problem) override;
     void warning(const Problem &problem) override;
@@ -41,16 +33,11 @@ public:
     void finish(const BatchCount &count);
 
 private:
-    void show(const BatchCount &count);
-    [[nodiscard]] QByteArray line(const BatchCount &count) const;
-    [[nodiscard]] QJsonObject json(const BatchCount &count) const;
-    void clearLine();
+    [[nodiscard]] Progress::State stateOf(const BatchCount &count) const;
 
-    Form m_form;
+    Progress m_progress;
+    bool m_isForPrograms;
     QString m_labelPath;
     BatchCount m_before; ///< by workers before this one
-    QElapsedTimer m_sinceBegin;
-    QElapsedTimer m_sinceShown;
-    bool m_lineIsShown = false;
     RepeatedFailures m_failures;
 };

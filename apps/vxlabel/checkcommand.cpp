@@ -4,10 +4,13 @@
 #include "apps/vxlabel/assetarguments.h"
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/dataarguments.h"
+#include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/jsonreport.h"
 #include "apps/vxlabel/junitreport.h"
 #include "apps/vxlabel/optiongroup.h"
+#include "apps/vxlabel/planarguments.h"
 #include "apps/vxlabel/textreport.h"
+#include "apps/vxlabel/worker.h"
 
 #include <QFile>
 
@@ -26,19 +29,38 @@ struct Arguments
     DataArguments data;
     AssetArguments assets;
     std::optional<double> dpi;
+    std::string pattern;
+    std::optional<BatchOptions::Format> format;
     bool strict = false;
     bool json = false;
     bool junit = false;
-    PreflightOptions check;
+    std::optional<Progress::Form> progress;
+    BatchOptions batch; ///< that would be printed
 };
+
+qint64 lastOf(const QHash<qint64, Problem> &rows)
+{
+    const QList<qint64> numbers = rows.keys();
+    return numbers.isEmpty() ? 0 : *std::ranges::max_element(numbers);
+}
 
 std::unique_ptr<CheckReport> reportOf(const Arguments &arguments, const QString &labelPath)
 {
+    const CheckReport::Options options { labelPath, arguments.strict,
+        arguments.progress.value_or(Progress::usualForm()), lastOf(arguments.batch.lostRows) };
     if (arguments.json)
-        return std::make_unique<JsonReport>(labelPath, arguments.strict);
+        return std::make_unique<JsonReport>(options);
     if (arguments.junit)
-        return std::make_unique<JunitReport>(labelPath, arguments.strict);
-    return std::make_unique<TextReport>(labelPath, arguments.strict);
+        return std::make_unique<JunitReport>(options);
+    return std::make_unique<TextReport>(options);
+}
+
+Findings errorsOf(const Problems &problems, const char *rule)
+{
+    Findings findings;
+    for (const Problem &problem : problems)
+        findings.append({ Finding::Error, QLatin1String(rule), problem });
+    return findings;
 }
 
 /// Whether rows belong to the label: those that are given, or those that it names itself.
@@ -53,10 +75,7 @@ bool hasRows(const Arguments &arguments, const LabelDocument &label)
 std::optional<LabelDocument> loadLabel(const QString &path, BrokenItems broken, CheckReport &report)
 {
     LoadResult loaded = DocumentFile::load(path, broken);
-    Findings findings;
-    for (const Problem &problem : std::as_const(loaded.problems))
-        findings.append({ Finding::Error, QLatin1String("broken-label"), problem });
-    report.label(findings);
+    report.label(errorsOf(loaded.problems, "broken-label"));
     return std::move(loaded.document);
 }
 
@@ -65,52 +84,83 @@ ExitCode codeOf(PreflightEnd end, const CheckReport::Count &count)
     switch (end) {
     case PreflightEnd::LabelRefused:
         return ExitCode::BadDocument;
+    case PreflightEnd::OptionsRefused:
+        return ExitCode::Usage;
     case PreflightEnd::DataFailed:
         return ExitCode::DataSource;
+    case PreflightEnd::Interrupted:
+        return ExitCode::Interrupted;
     case PreflightEnd::Complete:
         return count.errors > 0 ? ExitCode::SomeFailed : ExitCode::Ok;
     }
     return ExitCode::Ok;
 }
 
-/// Nothing, after complaints, if the rows cannot be had.
-std::optional<ExitCode> checkLabel(
-    Arguments &arguments, const QString &path, const LabelDocument &label, CheckReport &report)
+/// What a batch of the rows would be, as far as the arguments tell it.
+BatchOptions batchOf(const Arguments &arguments, const QString &path, const LabelDocument &label)
 {
-    DataRows data;
-    if (hasRows(arguments, label)) {
-        data = openData(arguments.data, label, path);
-        if (!data.rows)
-            return {};
-    }
-    PreflightOptions &options = arguments.check;
-    options.separation.dpi = arguments.dpi.value_or(label.designDpi());
-    options.rowSource = data.source;
-    options.assets = assetsOf(arguments.assets, path);
-    if (!options.begin.isValid())
-        options.begin = QDateTime::currentDateTime();
-    const ExitCode code = codeOf(Preflight(label, data.rows.get(), options).run(report), report.count());
-    const bool isEmptyChoice = data.rows && !options.rows.isAll() && report.count().rows == 0;
-    return code == ExitCode::Ok && isEmptyChoice ? CommandLine::refuseRows() : code;
+    BatchOptions batch = arguments.batch;
+    batch.pattern = QFile::decodeName(arguments.pattern.c_str());
+    batch.format = arguments.format.value_or(BatchOptions::Format::Png);
+    batch.separation.dpi = arguments.dpi.value_or(label.designDpi());
+    batch.assets = assetsOf(arguments.assets, path);
+    if (!batch.begin.isValid())
+        batch.begin = QDateTime::currentDateTime();
+    return batch;
 }
 
+/// The check has not come to all rows, or to none.
+PreflightEnd tellEnd(PreflightEnd end, const RowSelection &chosen, CheckReport &report)
+{
+    if (end == PreflightEnd::Interrupted)
+        report.label(errorsOf({ { {}, {}, u"the check was interrupted, and has not come to all rows"_s,
+                                  u"check once more"_s } },
+            "interrupted"));
+    if (end != PreflightEnd::Complete || chosen.isAll() || report.count().rows > 0)
+        return end;
+    report.label(errorsOf({ CommandLine::problemOfRows() }, "unusable-option"));
+    return PreflightEnd::OptionsRefused;
+}
+
+PreflightEnd checkLabel(
+    const Arguments &arguments, const QString &path, const LabelDocument &label, CheckReport &report)
+{
+    BatchOptions batch = batchOf(arguments, path, label);
+    if (!hasRows(arguments, label))
+        return Preflight(label, nullptr, batch).run(report);
+    Problems problems;
+    const DataRows data = openData(arguments.data, label, path, problems);
+    report.label(errorsOf(problems, "unreadable-data"));
+    if (!data.rows)
+        return PreflightEnd::DataFailed;
+    batch.rowSource = data.source;
+    const std::optional<qint64> total = data.rows->total();
+    report.expectRows(total ? std::optional(batch.rows.countOf(*total)) : std::nullopt);
+    return tellEnd(Preflight(label, data.rows.get(), batch).run(report), batch.rows, report);
+}
+
+/// Whatever is wrong, there is a report that tells it: another worker checks once more where one has come to
+/// its end. What comes from standard input has gone by.
 ExitCode check(Arguments arguments, BrokenItems broken)
 {
+    if (arguments.data.location != "-")
+        Worker::letOthersGoOn();
+    arguments.batch.lostRows = Worker::lostRows();
+    const Interruption::Postponed untilReportIsWritten;
     const QString path = QFile::decodeName(arguments.label.c_str());
     const std::unique_ptr<CheckReport> report = reportOf(arguments, path);
     const std::optional<LabelDocument> label = loadLabel(path, broken, *report);
-    const std::optional<ExitCode> code
-        = label ? checkLabel(arguments, path, *label, *report) : ExitCode::BadDocument;
-    if (!code)
-        return ExitCode::DataSource;
-    return report->finish() ? *code : ExitCode::CannotWrite;
+    const PreflightEnd end
+        = label ? checkLabel(arguments, path, *label, *report) : PreflightEnd::LabelRefused;
+    return report->finish() ? codeOf(end, report->count()) : ExitCode::CannotWrite;
 }
 
 void addRowArguments(CLI::App &command, Arguments &arguments)
 {
     const OptionGroup group(command, "Rows");
-    CommandLine::addRows(command, arguments.check.rows, "Check these rows only, for example 3,10-20,100-");
-    CommandLine::addMoment(command, arguments.check.begin);
+    CommandLine::addRows(command, arguments.batch.rows, "Check these rows only, for example 3,10-20,100-");
+    addPlanArguments(command, arguments.batch);
+    CommandLine::addMoment(command, arguments.batch.begin);
     addAssetArguments(command, arguments.assets);
 }
 
@@ -118,10 +168,18 @@ void addPlateArguments(CLI::App &command, Arguments &arguments)
 {
     const OptionGroup group(command, "Plates");
     CommandLine::addResolution(command, arguments.dpi);
-    CommandLine::addPlateFlags(
-        command, arguments.check.separation.negative, arguments.check.separation.overprint);
-    CommandLine::addVerify(command, arguments.check.verify);
-    CommandLine::addLayers(command, arguments.check.separation.layers);
+    SeparationOptions &separation = arguments.batch.separation;
+    CommandLine::addPlateFlags(command, separation.negative, separation.overprint);
+    CommandLine::addVerify(command, arguments.batch.verify);
+    CommandLine::addLayers(command, separation.layers);
+}
+
+void addNameArguments(CLI::App &command, Arguments &arguments)
+{
+    const OptionGroup group(command, "Names");
+    CLI::Option *output
+        = addPattern(command, "The names that files of a batch would have", arguments.pattern);
+    addFormat(command, arguments.format)->needs(output);
 }
 
 void addReportArguments(CLI::App &command, Arguments &arguments)
@@ -134,6 +192,7 @@ void addReportArguments(CLI::App &command, Arguments &arguments)
         .add_flag(
             "--junit", arguments.junit, "Write XML for systems that build and test: a case for each row")
         ->excludes(json);
+    Progress::addOption(command, "the check", arguments.progress);
 }
 
 } // namespace
@@ -143,11 +202,13 @@ void addCheckCommand(CommandLine &commandLine)
     const auto arguments = std::make_shared<Arguments>();
     CLI::App &command = commandLine.addCommand("check",
         "Tell what is wrong with a label, and with each row of a table, before anything is printed",
-        "vxlabel check shelf.vxl --data prices.csv --strict",
+        "vxlabel check shelf.vxl --data prices.csv --strict\n"
+        "vxlabel check shelf.vxl --data prices.csv -o 'out/{sku}-{row:05}.{ink}.png'",
         [arguments](BrokenItems broken) { return check(*arguments, broken); });
     CommandLine::addLabel(command, arguments->label);
     addDataArguments(command, arguments->data);
     addRowArguments(command, *arguments);
     addPlateArguments(command, *arguments);
+    addNameArguments(command, *arguments);
     addReportArguments(command, *arguments);
 }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/vxlabel/checkreport.h"
 
+#include "apps/vxlabel/interruption.h"
 #include "apps/vxlabel/terminal.h"
 #include "apps/vxlabel/worker.h"
 
 using namespace Qt::StringLiterals;
 
-CheckReport::CheckReport(const QString &labelPath, bool isStrict)
-    : m_labelPath(labelPath)
-    , m_isStrict(isStrict)
+CheckReport::CheckReport(const Options &options)
+    : m_options(options)
+    , m_progress(options.progress)
 {
 }
 
@@ -17,40 +18,90 @@ QString CheckReport::nameOf(Finding::Severity severity)
     return severity == Finding::Error ? u"error"_s : u"warning"_s;
 }
 
+void CheckReport::expectRows(std::optional<qint64> total)
+{
+    m_hasRows = true;
+    m_total = total;
+}
+
 void CheckReport::label(const Findings &findings)
 {
-    tellLabel(taken(findings));
+    Findings ofLabel = taken(findings);
+    for (Finding &finding : ofLabel) {
+        if (finding.problem.file.isEmpty())
+            finding.problem.file = labelPath();
+    }
+    tellLabel(ofLabel);
 }
 
 void CheckReport::rowBegins(qint64 row)
 {
+    m_lastRow = row;
     Worker::beginRow(row);
 }
 
-void CheckReport::row(const Row &row, const Findings &findings)
+void CheckReport::row(const CheckedRow &row)
 {
+    Worker::endRow({});
     ++m_count.rows;
-    tellRow(row, taken(findings));
+    tellRow({ row.row, row.key, taken(row.findings) });
+    if (m_progress.isDue())
+        m_progress.show(state());
 }
 
 void CheckReport::note(const Problem &problem)
 {
-    Terminal::warn({ problem }, m_labelPath);
+    if (isRepeating())
+        return;
+    m_progress.clearLine();
+    Terminal::warn({ problem }, labelPath());
+}
+
+bool CheckReport::isInterrupted()
+{
+    return Interruption::isPending();
+}
+
+bool CheckReport::finish()
+{
+    if (m_hasRows)
+        m_progress.finish(state());
+    tellRest();
+    return m_isPrinted;
+}
+
+Findings CheckReport::located(const CheckedRow &row)
+{
+    Findings findings = row.findings;
+    for (Finding &finding : findings)
+        finding.problem = ofRow(finding.problem, row.row);
+    return findings;
 }
 
 Findings CheckReport::taken(Findings findings)
 {
     for (Finding &finding : findings) {
-        if (finding.problem.file.isEmpty())
-            finding.problem.file = m_labelPath;
-        if (m_isStrict)
+        if (m_options.isStrict)
             finding.severity = Finding::Error;
         ++(finding.severity == Finding::Error ? m_count.errors : m_count.warnings);
     }
     return findings;
 }
 
+Progress::State CheckReport::state() const
+{
+    const auto &[rows, errors, warnings] = m_count;
+    return { .done = rows,
+        .worked = rows,
+        .total = m_total,
+        .faults = errors == 1 ? u"1 error"_s
+            : errors > 0      ? u"%1 errors"_s.arg(errors)
+                              : QString(),
+        .counts = { { u"rows"_s, rows }, { u"errors"_s, errors }, { u"warnings"_s, warnings } } };
+}
+
 void CheckReport::print(const QByteArray &text)
 {
+    m_progress.clearLine();
     m_isPrinted = m_isPrinted && Terminal::print(text);
 }

@@ -255,10 +255,9 @@ void CommandLine::addText(CLI::App &command, const std::string &name, const std:
         ->check(nameCheck());
 }
 
-ExitCode CommandLine::refuseRows()
+Problem CommandLine::problemOfRows()
 {
-    Terminal::complain({ {}, u"--rows"_s, u"chooses none of the rows that there are"_s, {} });
-    return ExitCode::Usage;
+    return { {}, u"--rows"_s, u"chooses none of the rows that there are"_s, {} };
 }
 
 void CommandLine::addRows(CLI::App &command, RowSelection &rows, const std::string &help)

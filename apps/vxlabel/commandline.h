@@ -60,8 +60,8 @@ public:
     /// A text that may be missing, but not be empty.
     static void addText(CLI::App &command, const std::string &name, const std::string &value,
         const std::string &help, QString &text);
-    /// Complains about a choice of rows of which there are none.
-    [[nodiscard]] static ExitCode refuseRows();
+    /// That a choice of rows has none of those that there are.
+    [[nodiscard]] static Problem problemOfRows();
     static void addRows(CLI::App &command, RowSelection &rows, const std::string &help);
     /// The date and time that labels tell; invalid if not given.
     static CLI::Option *addMoment(CLI::App &command, QDateTime &moment);

@@ -3,7 +3,6 @@
 
 #include "apps/vxlabel/commandline.h"
 #include "apps/vxlabel/optiongroup.h"
-#include "apps/vxlabel/terminal.h"
 #include "items/core/item.h"
 #include "label/data/rowsources.h"
 #include "label/data/sqllocation.h"
@@ -51,26 +50,27 @@ QList<DataSource> rowSourcesOf(const LabelDocument &label)
     return bound.isEmpty() ? all : bound;
 }
 
-/// The one source of the label that rows come from. Nothing, after a complaint, if there is none.
-std::optional<DataSource> sourceOf(const LabelDocument &label, const QString &labelPath)
+/// The one source of the label that rows come from. Nothing, with the reason in problems, if there is none.
+std::optional<DataSource> sourceOf(const LabelDocument &label, const QString &labelPath, Problems &problems)
 {
     const QList<DataSource> sources = rowSourcesOf(label);
     if (sources.size() == 1 && sources[0].kind != DataSource::Kind::Sql)
         return sources[0];
     if (sources.isEmpty())
-        Terminal::complain({ labelPath, {}, u"names no data"_s, u"give --data FILE"_s });
+        problems.append({ labelPath, {}, u"names no data"_s, u"give --data FILE"_s });
     else if (sources.size() > 1)
-        Terminal::complain({ labelPath, u"/sources"_s,
+        problems.append({ labelPath, u"/sources"_s,
             u"its items take rows from %1 sources"_s.arg(sources.size()), u"choose with --data"_s });
     else
-        Terminal::complain(
+        problems.append(
             { labelPath, u"/sources"_s, u"names a database, which is asked only when you say so"_s,
                 u"give --data @%1"_s.arg(sources[0].id) });
     return {};
 }
 
-/// The source of the label that "@2" names. Nothing, after a complaint, if there is none.
-std::optional<DataSource> sourceOf(const LabelDocument &label, const QString &labelPath, const QString &name)
+/// The source of the label that "@2" names. Nothing, with the reason in problems, if there is none.
+std::optional<DataSource> sourceOf(
+    const LabelDocument &label, const QString &labelPath, const QString &name, Problems &problems)
 {
     bool isNumber = false;
     const DataSource *source = DataSources::find(label.sources(), name.sliced(1).toInt(&isNumber));
@@ -81,13 +81,13 @@ std::optional<DataSource> sourceOf(const LabelDocument &label, const QString &la
         if (!known.isFunction())
             ids.append(u"@%1"_s.arg(known.id));
     }
-    Terminal::complain({ labelPath, u"/sources"_s, u"there is no source of rows "_s + name,
+    problems.append({ labelPath, u"/sources"_s, u"there is no source of rows "_s + name,
         ids.isEmpty() ? QString() : u"there are "_s + ids.join(u", "_s) });
     return {};
 }
 
-/// The source that the arguments describe. Nothing, after a complaint, if they do not go together.
-std::optional<DataSource> typedSource(const DataArguments &arguments)
+/// The source that the arguments describe. Nothing, with the reason in problems, if they do not go together.
+std::optional<DataSource> typedSource(const DataArguments &arguments, Problems &problems)
 {
     DataSource source;
     const QString location = QFile::decodeName(arguments.location.c_str());
@@ -101,18 +101,18 @@ std::optional<DataSource> typedSource(const DataArguments &arguments)
     source.encoding = QString::fromStdString(arguments.encoding);
     source.delimiter = QString::fromStdString(delimiterOf(arguments.delimiter));
     if (const std::optional<Problem> unknown = SqlLocation::unknownScheme(source.location)) {
-        Terminal::complain(*unknown);
+        problems.append(*unknown);
         return {};
     }
     if ((source.kind == DataSource::Kind::Sql) != source.query.isEmpty())
         return source;
     if (source.query.isEmpty())
-        Terminal::complain({ source.location == location ? QString() : location, {},
+        problems.append({ source.location == location ? QString() : location, {},
             u"a database needs a query"_s, u"give --query, for example 'SELECT * FROM labels'"_s });
     else if (!QFileInfo::exists(source.location))
-        Terminal::complain({ source.location, {}, u"does not exist"_s, {} });
+        problems.append({ source.location, {}, u"does not exist"_s, {} });
     else
-        Terminal::complain({ source.location, {}, u"is no database, and takes no --query"_s,
+        problems.append({ source.location, {}, u"is no database, and takes no --query"_s,
             u"for example sqlite:prices.db"_s });
     return {};
 }
@@ -175,13 +175,14 @@ void addDataArguments(CLI::App &command, DataArguments &arguments)
             ""));
 }
 
-DataRows openData(const DataArguments &arguments, const LabelDocument &label, const QString &labelPath)
+DataRows openData(
+    const DataArguments &arguments, const LabelDocument &label, const QString &labelPath, Problems &problems)
 {
     const QString location = QFile::decodeName(arguments.location.c_str());
     const bool isOfLabel = location.isEmpty() || location.startsWith(u'@');
-    const std::optional<DataSource> source = location.isEmpty() ? sourceOf(label, labelPath)
-        : isOfLabel                                             ? sourceOf(label, labelPath, location)
-                                                                : typedSource(arguments);
+    const std::optional<DataSource> source = location.isEmpty() ? sourceOf(label, labelPath, problems)
+        : isOfLabel ? sourceOf(label, labelPath, location, problems)
+                    : typedSource(arguments, problems);
     if (!source)
         return {};
     RowSources::Place place { .folder = {},
@@ -189,9 +190,6 @@ DataRows openData(const DataArguments &arguments, const LabelDocument &label, co
         .passwordFile = QFile::decodeName(arguments.passwordFile.c_str()) };
     if (isOfLabel)
         place.folder = QFileInfo(labelPath).absolutePath();
-    Problems problems;
-    DataRows data { RowSources::open(*source, place, problems),
-        isOfLabel ? std::optional(source->id) : std::nullopt, filesOf(*source, place) };
-    Terminal::complain(problems, {});
-    return data;
+    return { RowSources::open(*source, place, problems), isOfLabel ? std::optional(source->id) : std::nullopt,
+        filesOf(*source, place) };
 }

@@ -29,7 +29,7 @@ struct DataArguments
 /// Rows for a label.
 struct DataRows
 {
-    std::unique_ptr<RowSource> rows; ///< null, after complaints, if there are none
+    std::unique_ptr<RowSource> rows; ///< null, with the reasons in the problems, if there are none
     std::optional<int> source; ///< the one of the label that they are of
     QStringList files = {}; ///< that are read for them
 };
@@ -39,4 +39,4 @@ void addDataArguments(CLI::App &command, DataArguments &arguments);
 
 /// Opens the rows that the arguments ask for, or else those of the label, whose file has this path.
 [[nodiscard]] DataRows openData(
-    const DataArguments &arguments, const LabelDocument &label, const QString &labelPath);
+    const DataArguments &arguments, const LabelDocument &label, const QString &labelPath, Problems &problems);

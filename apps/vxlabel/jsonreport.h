@@ -10,12 +10,12 @@ class JsonReport : public CheckReport
 public:
     using CheckReport::CheckReport;
 
-    [[nodiscard]] bool finish() override;
-
 protected:
     void tellLabel(const Findings &findings) override;
-    void tellRow(const Row &row, const Findings &findings) override;
+    void tellRow(const CheckedRow &row) override;
+    void tellRest() override;
 
 private:
-    void tell(const Finding &finding, std::optional<qint64> row);
+    /// row: null for a finding at the label
+    void tell(const Finding &finding, const CheckedRow *row);
 };

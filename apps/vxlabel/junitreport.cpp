@@ -54,8 +54,8 @@ const Finding *firstError(const Findings &findings)
 
 } // namespace
 
-JunitReport::JunitReport(const QString &labelPath, bool isStrict)
-    : CheckReport(labelPath, isStrict)
+JunitReport::JunitReport(const Options &options)
+    : CheckReport(options)
     , m_writer(&m_cases)
 {
     static_cast<void>(m_cases.open()); // what is not written is missed in the end
@@ -67,11 +67,10 @@ void JunitReport::tellLabel(const Findings &findings)
     m_ofLabel += findings;
 }
 
-void JunitReport::tellRow(const Row &row, const Findings &findings)
+void JunitReport::tellRow(const CheckedRow &row)
 {
-    const QString key = row.values.value(0);
-    writeCase(
-        key.isEmpty() ? u"row %1"_s.arg(row.number) : u"row %1: %2"_s.arg(row.number).arg(key), findings);
+    const QString name = u"row %1"_s.arg(row.row.number);
+    writeCase(row.key.isEmpty() ? name : name + u": "_s + row.key, located(row));
 }
 
 void JunitReport::writeCase(const QString &name, const Findings &findings)
@@ -95,14 +94,15 @@ void JunitReport::writeCase(const QString &name, const Findings &findings)
 void JunitReport::copyCases()
 {
     const bool isWhole = !m_writer.hasError() && m_cases.flush() && m_cases.seek(0);
-    if (!isWhole)
+    if (!isWhole) {
         Terminal::complain({ m_cases.fileName(), {}, m_cases.errorString(), u"make room for it"_s });
-    while (isWhole && isPrinted() && !m_cases.atEnd())
+        breakOff();
+    }
+    while (isPrinted() && !m_cases.atEnd())
         print(m_cases.read(piece));
-    m_isWhole = isWhole;
 }
 
-bool JunitReport::finish()
+void JunitReport::tellRest()
 {
     writeCase(u"label"_s, m_ofLabel);
     const QString name = forXml(Problem { {}, {}, labelPath(), {} }.text());
@@ -114,5 +114,4 @@ bool JunitReport::finish()
               .toUtf8());
     copyCases();
     print("\n</testsuite>\n</testsuites>\n");
-    return isPrinted() && m_isWhole;
 }

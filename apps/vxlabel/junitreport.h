@@ -11,13 +11,12 @@
 class JunitReport : public CheckReport
 {
 public:
-    JunitReport(const QString &labelPath, bool isStrict);
-
-    [[nodiscard]] bool finish() override;
+    explicit JunitReport(const Options &options);
 
 protected:
     void tellLabel(const Findings &findings) override;
-    void tellRow(const Row &row, const Findings &findings) override;
+    void tellRow(const CheckedRow &row) override;
+    void tellRest() override;
 
 private:
     void writeCase(const QString &name, const Findings &findings);
@@ -29,5 +28,4 @@ private:
     QXmlStreamWriter m_writer;
     Findings m_ofLabel;
     qint64 m_failures = 0;
-    bool m_isWhole = true;
 };

@@ -43,10 +43,10 @@ void TextReport::tellLabel(const Findings &findings)
         add(finding, {});
 }
 
-void TextReport::tellRow(const Row &row, const Findings &findings)
+void TextReport::tellRow(const CheckedRow &row)
 {
-    for (const Finding &finding : findings)
-        add(finding, row.number);
+    for (const Finding &finding : located(row))
+        add(finding, row.row.number);
 }
 
 void TextReport::add(const Finding &finding, std::optional<qint64> row)
@@ -103,12 +103,11 @@ QString TextReport::lineOf(const Kind &kind)
     return line + u'\n';
 }
 
-bool TextReport::finish()
+void TextReport::tellRest()
 {
     for (const Kind &kind : std::as_const(m_kinds))
         print(lineOf(kind).toUtf8());
     if (m_untold > 0)
         print(u"and %1 more\n"_s.arg(m_untold).toUtf8());
     print(summaryOf(count()).toUtf8());
-    return isPrinted();
 }

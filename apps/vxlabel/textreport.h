@@ -13,11 +13,10 @@ class TextReport : public CheckReport
 public:
     using CheckReport::CheckReport;
 
-    [[nodiscard]] bool finish() override;
-
 protected:
     void tellLabel(const Findings &findings) override;
-    void tellRow(const Row &row, const Findings &findings) override;
+    void tellRow(const CheckedRow &row) override;
+    void tellRest() override;
 
 private:
     /// What several rows have in common.

@@ -6,11 +6,8 @@
 #include "label/batch/manifestshares.h"
 #include "label/batch/platecomposer.h"
 #include "label/batch/rowoutputs.h"
-#include "label/data/columnnames.h"
-#include "label/labellimits.h"
 #include "label/outputfailure.h"
 #include "label/printlimits.h"
-#include "label/wording.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -111,8 +108,10 @@ bool Batch::prepare(BatchRefusal &refusal)
     if (!refusal.problems.isEmpty())
         return false;
     m_composer = std::make_unique<PlateComposer>(m_document->document(), m_document->boundItems(), m_plates);
+    if (!prepareCheck(refusal.problems))
+        return false;
     refusal.kind = BatchRefusal::Options;
-    if (!prepareColumns(refusal.problems) || !prepareNames(refusal.problems))
+    if (!preparePlan(refusal.problems))
         return false;
     if (const std::optional<qint64> total = m_rows.total())
         m_count.total = m_options.rows.countOf(*total) / m_options.shard.count;
@@ -130,30 +129,30 @@ bool Batch::prepareAdjustment(Problems &problems)
     return true;
 }
 
-bool Batch::prepareNames(Problems &problems)
+bool Batch::preparePlan(Problems &problems)
 {
-    m_copiesAreFiles = !m_options.pdf.isEmpty();
-    if (m_options.pdf.isEmpty()) {
-        m_names = RowNames::of(m_options, m_rows.columns(), m_adjuster->inks().printed(), problems);
-        if (!m_names)
-            return false;
-        m_copiesAreFiles = m_names->hasCopy() || m_document->countsLabels();
+    m_plan = RowPlan::of(
+        m_options, m_rows.columns(), m_adjuster->inks().printed(), m_document->countsLabels(), problems);
+    if (!m_plan)
+        return false;
+    if (m_plan->hasNames() != m_options.pdf.isEmpty()) {
+        problems.append({ {}, {}, u"labels go into files with names of a pattern, or into one PDF"_s,
+            u"give either of them"_s });
+        return false;
     }
-    m_output
-        = RowOutputs::of(m_options, m_label.pageSize(), *m_adjuster, m_names && m_names->hasInk(), problems);
+    m_output = RowOutputs::of(m_options, m_label.pageSize(), *m_adjuster, m_plan->hasInk(), problems);
     return m_output != nullptr;
 }
 
-bool Batch::prepareColumns(Problems &problems)
+/// What is wrong with what all labels have in common would let every row fail.
+bool Batch::prepareCheck(Problems &problems)
 {
-    const auto find = [&](const QString &name, int &column) {
-        column = name.isEmpty() ? column : int(m_rows.columns().indexOf(name));
-        if (!name.isEmpty() && column < 0)
-            problems.append(ColumnNames::unknown(name, m_rows.columns()));
-        return name.isEmpty() || column >= 0;
-    };
-    const bool keyIsThere = find(m_options.keyColumn, m_keyColumn);
-    return find(m_options.copiesColumn, m_copiesColumn) && keyIsThere;
+    if (m_options.check == BatchOptions::Check::None)
+        return true;
+    m_checker
+        = std::make_unique<LabelChecker>(m_document->document(), m_plates.dpi, m_document->boundItems());
+    problems = faultsAmong(m_checker->checkAll(), m_checkWarnings);
+    return problems.isEmpty();
 }
 
 bool Batch::openManifest(Problems &problems)
@@ -175,6 +174,7 @@ BatchEnd Batch::run(BatchObserver &observer)
 {
     m_observer = &observer;
     tell(m_document->warnings());
+    tell(m_checkWarnings);
     tellKeptColors();
     std::optional<BatchEnd> end;
     while (!end) {
@@ -223,7 +223,7 @@ BatchEnd Batch::finish(BatchEnd end)
 void Batch::removeReplaced()
 {
     for (const ManifestEntry &entry : std::as_const(m_replaced))
-        m_output->takeBackEarlier(entry, [this](const QString &name) { return m_names->isGiven(name); });
+        m_output->takeBackEarlier(entry, [this](const QString &name) { return m_plan->isGiven(name); });
 }
 
 Manifest::End Batch::dataEnd() const
@@ -237,47 +237,23 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
         m_observer->problem(result.problem);
         return BatchEnd::DataFailed;
     }
-    Problem problem = result.problem;
-    const std::optional<qint64> copies
-        = result.kind == RowResult::Data ? copiesOf(result.row, problem) : std::nullopt;
     m_lastRow = result.row.number;
     const QByteArray digest = digestOf(result.row);
     m_data.addData(digest);
-    const qint64 firstLabel = m_labels + 1;
-    // A row whose copies nobody knows counts as one, so that those behind it keep their numbers.
-    m_labels += copies.value_or(1);
-    if (!m_options.rows.contains(result.row.number))
-        return {};
     // Rows of other shares take names as well: which of two rows may have one does not depend on the shares.
-    std::optional<QList<QStringList>> names;
-    if (copies)
-        names = namesOf(result.row, *copies, problem);
-    if (!m_options.shard.contains(result.row.number))
+    const bool isChosen = m_options.rows.contains(result.row.number);
+    const RowPlan::Entry plan = m_plan->take(result, isChosen);
+    if (!isChosen || !m_options.shard.contains(result.row.number))
         return {};
-    return print({ result.row, copies, firstLabel, names, problem, digest });
-}
-
-std::optional<qint64> Batch::copiesOf(const Row &row, Problem &problem) const
-{
-    if (m_copiesColumn < 0)
-        return 1;
-    const QString value = row.values.value(m_copiesColumn);
-    bool isNumber = false;
-    const qint64 copies = value.toLongLong(&isNumber);
-    if (isNumber && copies >= 0 && copies <= LabelLimits::MaxCopies)
-        return copies;
-    problem = { row.address, u"column "_s + Wording::quoted(m_options.copiesColumn),
-        Wording::quoted(value) + u" is no number of copies"_s,
-        u"use a whole number from 0 to %1"_s.arg(LabelLimits::MaxCopies) };
-    return {};
+    return print({ result.row, plan, digest });
 }
 
 std::optional<BatchEnd> Batch::print(const Job &job)
 {
     ManifestEntry entry { .row = job.row.number,
-        .key = job.row.values.value(m_keyColumn),
+        .key = job.plan.key,
         .digest = job.digest,
-        .copies = job.copies.value_or(1) };
+        .copies = job.plan.copies.value_or(1) };
     const std::optional<ManifestEntry> before = m_manifest->find(entry.row);
     if (qint64 *count = countOfDone(before, entry)) {
         ++*count;
@@ -289,8 +265,8 @@ std::optional<BatchEnd> Batch::print(const Job &job)
     m_observer->rowBegins(entry.row);
     const auto lost = m_options.lostRows.constFind(entry.row);
     const Problems problems = lost != m_options.lostRows.cend() ? Problems { *lost }
-        : job.names                                             ? printCopies(job, entry)
-                                                                : Problems { job.problem };
+        : job.plan.names                                        ? printCopies(job, entry)
+                                                                : Problems { job.plan.problem };
     if (!problems.isEmpty())
         m_output->takeBack(entry);
     if (before)
@@ -349,39 +325,25 @@ BatchEnd Batch::endBlocked(const Row &row, const Problems &problems)
     return BatchEnd::CannotWrite;
 }
 
-std::optional<QList<QStringList>> Batch::namesOf(const Row &row, qint64 copies, Problem &problem)
-{
-    QList<QStringList> names;
-    const qint64 count = m_copiesAreFiles ? copies : std::min<qint64>(copies, 1);
-    if (!m_names)
-        return QList<QStringList>(count);
-    for (qint64 copy = 1; copy <= count; ++copy) {
-        const std::optional<QStringList> ofCopy = m_names->namesFor(row, copy, problem);
-        if (!ofCopy)
-            return {};
-        names.append(*ofCopy);
-    }
-    return names;
-}
-
 Problems Batch::printCopies(const Job &job, ManifestEntry &entry)
 {
     Problems problems;
-    const qsizetype count = job.names->size();
+    const qsizetype count = job.plan.names->size();
     // Pages cannot be taken back: none of the copies is printed unless all of them can be.
     for (qsizetype i = 1; i < count && m_output->isOneFile() && m_document->countsLabels(); ++i) {
-        if (!separationOf(job.row, job.firstLabel + i, m_verifier ? With::Plates : With::NoPlates, problems))
+        if (!separationOf(
+                job.row, job.plan.firstLabel + i, m_verifier ? With::Plates : With::NoPlates, problems))
             return problems;
     }
     const With plates = m_output->needsPlates() || m_verifier ? With::Plates : With::NoPlates;
     std::optional<Separation> separation;
     for (qsizetype i = 0; i < count && problems.isEmpty(); ++i) {
         if (i == 0 || m_document->countsLabels()) {
-            separation = separationOf(job.row, job.firstLabel + i, plates, problems);
+            separation = separationOf(job.row, job.plan.firstLabel + i, plates, problems);
             if (!separation || !m_adjuster->apply(*separation, problems))
                 break;
         }
-        problems += m_output->write({ m_document->document(), *separation }, job.names->at(i), entry);
+        problems += m_output->write({ m_document->document(), *separation }, job.plan.names->at(i), entry);
         for (std::size_t plate = 0; i == 0 && plate < separation->plates.size(); ++plate) {
             const Plate &printed = separation->plates[plate];
             entry.inks.append({ printed.ink.name, printed.dots, printed.coverage() });
@@ -394,6 +356,8 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
 {
     std::optional<Separation> separation;
     if (m_document->show(row, { m_options.begin, label }, problems))
+        problems += checkShown();
+    if (problems.isEmpty())
         separation = plates == With::Plates ? m_composer->separate(problems) : m_composer->check(problems);
     // Renderers that items have replaced wait for that.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -411,6 +375,25 @@ std::optional<Separation> Batch::separationOf(const Row &row, qint64 label, With
     tell(separation->warnings);
     verify(*separation, problems);
     return problems.isEmpty() ? std::move(separation) : std::nullopt;
+}
+
+Problems Batch::checkShown()
+{
+    Problems others;
+    const Problems faults = m_checker ? faultsAmong(m_checker->checkShown(), others) : Problems();
+    tell(others);
+    return faults;
+}
+
+Problems Batch::faultsAmong(const Findings &findings, Problems &others) const
+{
+    Problems faults;
+    const bool isStrict = m_options.check == BatchOptions::Check::Warnings;
+    for (const Finding &finding : findings)
+        (isStrict || finding.severity == Finding::Error ? faults : others).append(finding.problem);
+    m_document->locate(faults);
+    m_document->locate(others);
+    return faults;
 }
 
 void Batch::verify(const Separation &separation, Problems &problems)

@@ -5,9 +5,10 @@
 #include "label/batch/batchoptions.h"
 #include "label/batch/manifest.h"
 #include "label/batch/rowdocument.h"
-#include "label/batch/rownames.h"
 #include "label/batch/rowoutput.h"
+#include "label/batch/rowplan.h"
 #include "label/check/codeverifier.h"
+#include "label/check/labelchecker.h"
 #include "label/data/rowsource.h"
 #include "label/separation.h"
 
@@ -71,10 +72,7 @@ private:
     struct Job
     {
         const Row &row;
-        std::optional<qint64> copies; ///< nothing if that cannot be told
-        qint64 firstLabel; ///< its number in the run
-        std::optional<QList<QStringList>> names; ///< of each copy; nothing for a row that cannot be printed
-        Problem problem; ///< of such a row
+        const RowPlan::Entry &plan;
         QByteArray digest; ///< of its values
     };
 
@@ -82,8 +80,8 @@ private:
 
     [[nodiscard]] bool prepare(BatchRefusal &refusal);
     [[nodiscard]] bool prepareAdjustment(Problems &problems);
-    [[nodiscard]] bool prepareNames(Problems &problems);
-    [[nodiscard]] bool prepareColumns(Problems &problems);
+    [[nodiscard]] bool preparePlan(Problems &problems);
+    [[nodiscard]] bool prepareCheck(Problems &problems);
     [[nodiscard]] bool openManifest(Problems &problems);
     // Each gives the end of the batch, or nothing to go on
     [[nodiscard]] std::optional<BatchEnd> take(const RowResult &result);
@@ -94,8 +92,6 @@ private:
     [[nodiscard]] qint64 *countOfDone(const std::optional<ManifestEntry> &before, const ManifestEntry &entry);
     void removeReplaced();
     [[nodiscard]] Manifest::End dataEnd() const;
-    [[nodiscard]] std::optional<qint64> copiesOf(const Row &row, Problem &problem) const;
-    [[nodiscard]] std::optional<QList<QStringList>> namesOf(const Row &row, qint64 copies, Problem &problem);
     /// Why the row is not printed.
     [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);
     enum class With { Plates, NoPlates };
@@ -103,6 +99,10 @@ private:
         const Row &row, qint64 label, With plates, Problems &problems);
     [[nodiscard]] BatchEnd endOfRows();
     [[nodiscard]] BatchEnd finish(BatchEnd end);
+    /// What a check finds on the label that is shown, and is not to be printed; tells the rest.
+    [[nodiscard]] Problems checkShown();
+    /// The same of what it has found.
+    [[nodiscard]] Problems faultsAmong(const Findings &findings, Problems &others) const;
     /// Reads the barcodes of the row that is shown back, if that is asked for.
     void verify(const Separation &separation, Problems &problems);
     void tell(const Problems &warnings);
@@ -115,18 +115,16 @@ private:
     SeparationOptions m_plates; ///< of the labels that m_document shows, before they are adjusted
     std::unique_ptr<RowDocument> m_document;
     std::unique_ptr<PlateComposer> m_composer; ///< of m_document
+    std::unique_ptr<LabelChecker> m_checker; ///< of m_document; null if nothing is checked
+    Problems m_checkWarnings; ///< of what is the same on all labels
     std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
-    std::unique_ptr<RowNames> m_names; ///< null if all labels go into one file
+    std::unique_ptr<RowPlan> m_plan;
     std::unique_ptr<Manifest> m_manifest;
     std::unique_ptr<RowOutput> m_output;
     BatchObserver *m_observer = nullptr; ///< while it runs
-    bool m_copiesAreFiles = false; ///< or pages; otherwise the manifest tells how many there are to be
-    int m_keyColumn = 0;
-    int m_copiesColumn = -1;
     qint64 m_lastRow = 0; ///< that was read
     qint64 m_lastLost = 0; ///< the last row of those that are lost
     QCryptographicHash m_data { QCryptographicHash::Sha256 }; ///< of all rows so far
-    qint64 m_labels = 0; ///< counted so far, those that are not printed by this process as well
     BatchCount m_count;
     QList<ManifestEntry> m_replaced; ///< by what was printed anew
     QSet<QString> m_notes; ///< that were told

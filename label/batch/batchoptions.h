@@ -26,6 +26,12 @@ struct BatchOptions
         PdfPlates ///< a page for each plate
     };
     enum class OnError { Skip, Stop };
+    /// What a check has to find on a label for its row to fail.
+    enum class Check {
+        None, ///< nothing is checked beyond what cannot be printed
+        Errors,
+        Warnings ///< or errors
+    };
     enum class Start {
         New, ///< a batch of the same manifest must not be there
         Replace, ///< files and the manifest are replaced
@@ -35,6 +41,7 @@ struct BatchOptions
 
     SeparationOptions separation;
     PrintAdjustment adjustment = {};
+    Check check = Check::None;
     bool verify = false; ///< every barcode is read back from the plates, and a row that differs fails
     Format format = Format::Png;
     QString pattern; ///< of the names; see NamePattern

@@ -4,6 +4,8 @@
 #include "label/check/finding.h"
 #include "label/separation.h"
 
+#include <QPolygonF>
+
 #include <vector>
 
 class BarcodeItem;
@@ -13,8 +15,8 @@ struct CheckedCode
 {
     std::size_t item = 0; ///< its place in the document
     PrintedBarcode printed;
-    QRectF symbol; ///< where it lies on the page, in scene units, with its own white space; empty for none
-    QRectF zone; ///< the same with all of the free space that scanners need
+    QPolygonF symbol; ///< its corners on the page, in scene units, with its own white space; empty for none
+    QPolygonF zone; ///< the same with all of the free space that scanners need
 };
 
 /// What a rule looks at: either all that is the same on each label, or what a row has made of the rest.

@@ -67,7 +67,7 @@ public:
     /// What a scanner sees of the barcode and the free space around it, in black and white.
     [[nodiscard]] QImage of(const BarcodeItem &barcode, const PrintedBarcode &printed, Light light) const
     {
-        const QRectF zone = PagePlace::zoneOf(barcode, printed);
+        const QRectF zone = PagePlace::zoneOf(barcode, printed).boundingRect();
         const QRect dots
             = QRectF(zone.topLeft() * m_scaling, zone.size() * m_scaling).toAlignedRect() & m_composed.rect();
         const int bare = int(std::ceil(bareModules * std::max(printed.dots.width(), 1.0)));

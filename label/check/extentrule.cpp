@@ -49,9 +49,10 @@ bool isMissed(const Item &item, const QRectF &bounds, const QSizeF &page)
 std::optional<QRectF> contentOf(const CheckScope &scope, std::size_t item)
 {
     if (const auto *text = dynamic_cast<const TextItem *>(&scope.itemAt(item)))
-        return text->sceneTransform().mapRect(PagePlace::lettersOf(*text));
+        return PagePlace::lettersOnPage(*text);
     const auto code = std::ranges::find(scope.codes, item, &CheckedCode::item);
-    return code == scope.codes.end() || code->symbol.isEmpty() ? std::nullopt : std::optional(code->symbol);
+    return code == scope.codes.end() || code->symbol.isEmpty() ? std::nullopt
+                                                               : std::optional(code->symbol.boundingRect());
 }
 
 /// How far a rectangle reaches beyond the page at its worst side.
@@ -80,7 +81,8 @@ void ExtentRule::check(const CheckScope &scope, Findings &findings)
     for (const std::size_t index : scope.items) {
         const Item &item = scope.itemAt(index);
         const QRectF bounds = PagePlace::boundsOf(item);
-        if (isBare(item) || (!bounds.isEmpty() && beyond(bounds, page) <= allowed))
+        // What has no size prints nothing anywhere.
+        if (bounds.isEmpty() || isBare(item) || beyond(bounds, page) <= allowed)
             continue;
         const std::optional<QRectF> content = contentOf(scope, index);
         if (!bounds.intersects(QRectF(QPointF(), page)))

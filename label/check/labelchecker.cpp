@@ -9,6 +9,7 @@
 #include "label/check/glyphrule.h"
 #include "label/check/hairlinerule.h"
 #include "label/check/inkrule.h"
+#include "label/check/linkrule.h"
 #include "label/check/pageplace.h"
 #include "label/check/quietzonerule.h"
 #include "label/check/textboxrule.h"
@@ -42,6 +43,7 @@ LabelChecker::LabelChecker(const LabelDocument &document, double dpi, const std:
             m_designed.push_back(codeOf(document, i, dpi));
     }
     m_rules.push_back(std::make_unique<InkRule>());
+    m_rules.push_back(std::make_unique<LinkRule>());
     m_rules.push_back(std::make_unique<CodeRule>());
     m_rules.push_back(std::make_unique<ContrastRule>());
     m_rules.push_back(std::make_unique<QuietZoneRule>());

@@ -2,7 +2,7 @@
 #include "label/check/pageplace.h"
 
 #include "items/barcode/barcodeitem.h"
-#include "items/text/textitem.h"
+#include "items/text/richtextitem.h"
 #include "label/itemtree.h"
 #include "label/separation.h"
 #include "platform/zint/symbologies.h"
@@ -120,9 +120,9 @@ QRectF mirrored(QRectF rect, const Item &item, const QRectF &bounds)
     return rect;
 }
 
-QRectF onPage(const BarcodeItem &barcode, const QRectF &rect)
+QPolygonF onPage(const BarcodeItem &barcode, const QRectF &rect)
 {
-    return barcode.sceneTransform().mapRect(mirrored(rect, barcode, barcode.boundingRect()));
+    return barcode.sceneTransform().map(QPolygonF(mirrored(rect, barcode, barcode.boundingRect())));
 }
 
 } // namespace
@@ -149,6 +149,13 @@ QRectF PagePlace::lettersOf(const TextItem &text)
     return unionOf(text, lettersOfLine);
 }
 
+QRectF PagePlace::lettersOnPage(const TextItem &text)
+{
+    const bool isBox = dynamic_cast<const RichTextItem *>(&text);
+    const QRectF frame = isBox ? QRectF(QPointF(), text.getItemSize()) : text.boundingRect();
+    return text.sceneTransform().mapRect(mirrored(lettersOf(text), text, frame));
+}
+
 QMarginsF PagePlace::quietZoneOf(const BarcodeItem &barcode)
 {
     const Zone zone = zoneFor(barcode.getBarcodeSymbol());
@@ -156,12 +163,12 @@ QMarginsF PagePlace::quietZoneOf(const BarcodeItem &barcode)
     return { beside, double(zone.above), beside, double(zone.above) };
 }
 
-QRectF PagePlace::symbolOf(const BarcodeItem &barcode, const PrintedBarcode &printed)
+QPolygonF PagePlace::symbolOf(const BarcodeItem &barcode, const PrintedBarcode &printed)
 {
-    return printed.place.isEmpty() ? QRectF() : onPage(barcode, printed.place);
+    return printed.place.isEmpty() ? QPolygonF() : onPage(barcode, printed.place);
 }
 
-QRectF PagePlace::zoneOf(const BarcodeItem &barcode, const PrintedBarcode &printed)
+QPolygonF PagePlace::zoneOf(const BarcodeItem &barcode, const PrintedBarcode &printed)
 {
     if (printed.place.isEmpty() || printed.modules.isEmpty())
         return {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMarginsF>
+#include <QPolygonF>
 #include <QRectF>
 #include <QSizeF>
 
@@ -22,11 +23,13 @@ namespace PagePlace {
 [[nodiscard]] QRectF linesOf(const TextItem &text);
 /// What its letters paint, which may be less, and which takes longer.
 [[nodiscard]] QRectF lettersOf(const TextItem &text);
+/// The same on the page, where they may be mirrored.
+[[nodiscard]] QRectF lettersOnPage(const TextItem &text);
 
-/// The symbol of a barcode, with the white space that is part of it; empty for none.
-[[nodiscard]] QRectF symbolOf(const BarcodeItem &barcode, const PrintedBarcode &printed);
-/// The symbol with the free space that scanners need around it.
-[[nodiscard]] QRectF zoneOf(const BarcodeItem &barcode, const PrintedBarcode &printed);
+/// The corners of the symbol of a barcode, with the white space that is part of it; none without a symbol.
+[[nodiscard]] QPolygonF symbolOf(const BarcodeItem &barcode, const PrintedBarcode &printed);
+/// Those of the symbol with the free space that scanners need around it.
+[[nodiscard]] QPolygonF zoneOf(const BarcodeItem &barcode, const PrintedBarcode &printed);
 /// How many modules have to be free beside the symbol, beyond the white space that is part of it.
 [[nodiscard]] QMarginsF quietZoneOf(const BarcodeItem &barcode);
 

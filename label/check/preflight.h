@@ -1,25 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #pragma once
 
+#include "label/batch/batchoptions.h"
 #include "label/batch/rowdocument.h"
-#include "label/batch/rowselection.h"
+#include "label/batch/rowplan.h"
 #include "label/check/codeverifier.h"
 #include "label/check/labelchecker.h"
 #include "label/data/rowsource.h"
 
-#include <QDateTime>
-
 class PlateComposer;
 
-/// What is checked before labels are printed.
-struct PreflightOptions
+/// A row that was checked.
+struct CheckedRow
 {
-    SeparationOptions separation; ///< how they would be printed
-    bool verify = false; ///< plates are made, and every barcode is read back from them
-    RowSelection rows = {};
-    std::optional<int> rowSource = {}; ///< see BindingOptions
-    AssetPaths assets = AssetPaths({});
-    QDateTime begin = {}; ///< what dates and times on labels tell
+    const Row &row;
+    QString key; ///< by which people know it
+    Findings findings; ///< may be none; those at items name their place in the label
 };
 
 /// What a check tells while it runs.
@@ -32,34 +28,45 @@ public:
     virtual void label(const Findings &findings) = 0;
     /// Before a row is checked.
     virtual void rowBegins(qint64 row);
-    /// What is wrong with a row, which may be nothing. Each problem tells where the row is.
-    virtual void row(const Row &row, const Findings &findings) = 0;
+    virtual void row(const CheckedRow &row) = 0;
     /// What cannot be checked, and why.
     virtual void note(const Problem &problem) = 0;
+    /// Asked before each row: the check ends then.
+    [[nodiscard]] virtual bool isInterrupted() = 0;
 };
 
 /// What ended a check.
 enum class PreflightEnd {
     Complete, ///< all was checked, whatever was found
     LabelRefused, ///< the label cannot be printed, or not with these columns
-    DataFailed ///< the rows cannot be read any further
+    OptionsRefused, ///< the names or columns that were asked for
+    DataFailed, ///< the rows cannot be read any further
+    Interrupted
 };
 
-/// Checks a label, and each row that is to be printed on it, without printing anything.
+/// Checks a label, and each row that is to be printed on it, without printing anything: what would become of
+/// a batch. Of its options, those about files that are there already are not looked at, nor are adjustments.
 class VX_LABEL_EXPORT Preflight
 {
 public:
     /// Without rows, the label is checked as it was designed. Both must outlive the check.
-    Preflight(const LabelDocument &label, RowSource *rows, const PreflightOptions &options);
+    Preflight(const LabelDocument &label, RowSource *rows, const BatchOptions &options);
     ~Preflight();
     Q_DISABLE_COPY_MOVE(Preflight)
 
     [[nodiscard]] PreflightEnd run(PreflightObserver &observer);
 
 private:
-    [[nodiscard]] PreflightEnd checkDesign(const FlatDocument &design, PreflightObserver &observer);
-    [[nodiscard]] PreflightEnd checkRows(PreflightObserver &observer);
-    [[nodiscard]] Findings checkRow(const Row &row, LabelChecker &checker);
+    [[nodiscard]] PreflightEnd checkDesign(const FlatDocument &design);
+    [[nodiscard]] PreflightEnd checkRows();
+    /// What keeps rows from being checked at all, told already.
+    [[nodiscard]] std::optional<PreflightEnd> prepareRows();
+    /// Gives the end of the check, or nothing to go on.
+    [[nodiscard]] std::optional<PreflightEnd> take(const RowResult &result);
+    [[nodiscard]] Findings checkRow(const RowResult &result, const RowPlan::Entry &plan);
+    /// What is wrong with all labels of a row that differ from each other.
+    [[nodiscard]] Findings checkLabels(const Row &row, const RowPlan::Entry &plan);
+    [[nodiscard]] Findings checkLabel(const Row &row, qint64 number);
     /// Makes plates, and reads the barcodes of the document that they are of back, if that is asked for.
     template <typename Separate>
     [[nodiscard]] Findings verify(const LabelDocument &document, Separate &&separate);
@@ -69,10 +76,12 @@ private:
 
     const LabelDocument &m_label;
     RowSource *m_rows;
-    PreflightOptions m_options;
-    std::unique_ptr<RowDocument> m_shown; ///< null without rows
-    SeparationOptions m_plates; ///< of documents without layers
+    BatchOptions m_options;
+    std::unique_ptr<RowPlan> m_plan; // this and what follows: null without rows
+    std::unique_ptr<RowDocument> m_shown;
+    std::unique_ptr<LabelChecker> m_checker; ///< of m_shown
     std::unique_ptr<PlateComposer> m_composer; ///< of m_shown
+    SeparationOptions m_plates; ///< of documents without layers
     std::unique_ptr<CodeVerifier> m_verifier; ///< null if nothing is verified
     PreflightObserver *m_observer = nullptr; ///< while it runs
 };

@@ -12,6 +12,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -30,7 +31,8 @@ std::vector<std::size_t> itemsIn(const CheckScope &scope, const CheckedCode &cod
     for (std::size_t i = 0; i < scope.document.items().size(); ++i) {
         const Item &item = scope.itemAt(i);
         const bool isOther = i != code.item;
-        if (!item.getItemIsVisible() || (isOther && !PagePlace::boundsOf(item).intersects(code.zone)))
+        if (!item.getItemIsVisible()
+            || (isOther && !PagePlace::boundsOf(item).intersects(code.zone.boundingRect())))
             continue;
         // On all labels alike, only what is on all labels alike is in the way.
         if (!isOther || scope.isRow || !scope.isBound[i])
@@ -52,9 +54,11 @@ LabelDocument without(const CheckScope &scope, const std::vector<std::size_t> &i
     return document;
 }
 
-/// The part of the page that the zone is, in the dots of the output.
-QImage pictureOf(const LabelDocument &document, const QRectF &zone, double scaling)
+/// The part of the page that the area is, in the dots of the output. What lies beside an area that is turned
+/// has the background.
+QImage pictureOf(const LabelDocument &document, const QPolygonF &area, double scaling, QRgb background)
 {
+    const QRectF zone = area.boundingRect();
     const double dots = zone.width() * zone.height() * scaling * scaling;
     const double fitting = scaling * std::min(1.0, std::sqrt(mostDots / std::max(dots, 1.0)));
     const QSize size(int(std::ceil(zone.width() * fitting)), int(std::ceil(zone.height() * fitting)));
@@ -66,6 +70,10 @@ QImage pictureOf(const LabelDocument &document, const QRectF &zone, double scali
     painter.scale(fitting, fitting);
     painter.translate(-zone.topLeft());
     ItemPainter::paint(painter, document);
+    QPainterPath outside;
+    outside.addRect(zone);
+    outside.addPolygon(area);
+    painter.fillPath(outside, QColor(background));
     return picture;
 }
 
@@ -107,8 +115,8 @@ void QuietZoneRule::checkCode(const CheckScope &scope, const CheckedCode &code, 
         findings.append(scope.finding(Finding::Warning, "quiet-zone", code.item, what, advice));
     };
     const QSizeF page = scope.document.pageSizeInUnits();
-    const bool leavesPage = !QRectF(QPointF(), page).contains(code.zone);
-    const bool symbolIsOnPage = QRectF(QPointF(), page).contains(code.symbol);
+    const bool leavesPage = !QRectF(QPointF(), page).contains(code.zone.boundingRect());
+    const bool symbolIsOnPage = QRectF(QPointF(), page).contains(code.symbol.boundingRect());
     if (isDue && leavesPage && symbolIsOnPage)
         note(u"the free space that it needs reaches over the edge of the label"_s,
             u"move it away from the edge, or make it smaller"_s);
@@ -117,17 +125,19 @@ void QuietZoneRule::checkCode(const CheckScope &scope, const CheckedCode &code, 
     if (items.size() < 2 || !isNew)
         return;
     const QRgb background = backgroundOf(scope, code.item);
-    if (!hasDarkDots(pictureOf(without(scope, items, code.item), code.zone, scope.scaling()), background))
-        return;
-    const auto isCulprit = [&](std::size_t item) {
-        return item != code.item
-            && hasDarkDots(
-                pictureOf(without(scope, { item }, code.item), code.zone, scope.scaling()), background);
+    const auto isDark = [&](const std::vector<std::size_t> &shown, const QPolygonF &area) {
+        return hasDarkDots(
+            pictureOf(without(scope, shown, code.item), area, scope.scaling(), background), background);
     };
-    const auto culprit = std::ranges::find_if(items, isCulprit);
-    const bool isCovered = culprit != items.end()
-        && hasDarkDots(
-            pictureOf(without(scope, { *culprit }, code.item), code.symbol, scope.scaling()), background);
+    if (!isDark(items, code.zone))
+        return;
+    // The background of the code may cover what lies below it.
+    const auto besideCode = [&](std::size_t item) {
+        return std::vector { std::min(item, code.item), std::max(item, code.item) };
+    };
+    const auto culprit = std::ranges::find_if(
+        items, [&](std::size_t item) { return item != code.item && isDark(besideCode(item), code.zone); });
+    const bool isCovered = culprit != items.end() && isDark(besideCode(*culprit), code.symbol);
     note(u"%1 prints %2"_s.arg(
              culprit == items.end() ? u"another item"_s : Wording::item(scope.itemAt(*culprit)),
              isCovered ? u"on the symbol"_s : u"in the free space that it needs"_s),

@@ -160,7 +160,8 @@ void tst_VxLabelCheck::exitCodesTellWhatWasFound_data()
         "@/prices.csv: error [unreadable-data]: line 3: a value that begins with a quote, and does not end "
         "with "
         "one\n1 row checked: 1 error, 0 warnings\n");
-    row("missing data", { u"--data=gone.csv"_s }, prices, 4, "", "vxlabel: gone.csv: does not exist\n");
+    row("missing data", { u"--data=gone.csv"_s }, prices, 4,
+        "gone.csv: error [unreadable-data]: does not exist\nlabel checked: 1 error, 0 warnings\n");
     row("two forms", { u"--json"_s, u"--junit"_s }, prices, 2, "",
         "vxlabel: --json excludes --junit; see vxlabel check --help\n");
 }
@@ -226,7 +227,7 @@ void tst_VxLabelCheck::faultsOfRowsAreFound()
     QCOMPARE(objects[0][u"rule"_s].toString().toUtf8(), rule);
     QCOMPARE(objects[0][u"where"_s].toString().toUtf8(), where);
     QCOMPARE(objects[0][u"row"_s].toInt(), 2);
-    QCOMPARE(objects[0][u"file"_s].toString().toUtf8(), here() + "/rows.csv:3");
+    QCOMPARE(objects[0][u"address"_s].toString().toUtf8(), here() + "/rows.csv:3");
     QVERIFY2(objects[0][u"what"_s].toString().toUtf8().contains(words), result.out.constData());
 }
 
@@ -271,8 +272,8 @@ void tst_VxLabelCheck::everyRowIsAnObject()
     QCOMPARE(objects.size(), 11);
     QCOMPARE(objects[1],
         QJsonObject({ { u"severity"_s, u"error"_s }, { u"rule"_s, u"unusable-value"_s },
-            { u"file"_s, QString::fromUtf8(here()) + u"/prices.csv:7"_s }, { u"row"_s, 6 },
-            { u"where"_s, u"/items/2"_s },
+            { u"file"_s, u"a.vxl"_s }, { u"where"_s, u"/items/2"_s }, { u"row"_s, 6 },
+            { u"address"_s, QString::fromUtf8(here()) + u"/prices.csv:7"_s }, { u"key"_s, u"S6"_s },
             { u"what"_s, u"Label Text -1: \"much\" is no number for %.2f"_s } }));
     QCOMPARE(objects[10], QJsonObject({ { u"rows"_s, 30 }, { u"errors"_s, 10 }, { u"warnings"_s, 0 } }));
 }

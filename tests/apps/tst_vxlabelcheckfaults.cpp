@@ -65,6 +65,10 @@ QList<Fault> faults()
     const QString svg
         = u"<svg xmlns='http://www.w3.org/2000/svg' width='40' height='40'><circle cx='20' cy='20' "
           "r='18' fill='#00aa00'/></svg>"_s;
+    const QString linked
+        = u"<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='40' "
+          "height='40'><rect width='40' height='20'/><image xlink:href='photo.png' y='20' width='40' "
+          "height='20'/></svg>"_s;
     return {
         { "a line in a colour of no ink", frame({ 20, 20, 60, 40 }, u"#00ff00"_s), "unprintable-colour",
             "error", "no ink prints the pen #00ff00" },
@@ -82,6 +86,11 @@ QList<Fault> faults()
                 { u"itemPositionX"_s, 340 }, { u"itemPositionY"_s, 20 },
                 { u"svgContentsOriginal"_s, QString::fromLatin1(svg.toLatin1().toBase64()) } },
             "symbol-colours", "warning", "besides its pen and its fill" },
+        { "a drawing that refers to a picture",
+            { { u"itemShape"_s, 0x1000B }, { u"itemWidth"_s, 40 }, { u"itemHeight"_s, 40 },
+                { u"itemPositionX"_s, 780 }, { u"itemPositionY"_s, 540 },
+                { u"svgContents"_s, QString::fromLatin1(linked.toLatin1().toBase64()) } },
+            "drawing-links", "warning", "printed without the files that it refers to" },
         { "letters in a code of digits", symbol(ean, u"12AB56789012"_s, { 420, 20, 200, 40 }), "code-data",
             "error",
             "the symbology does not take the text (Error 284: Invalid character in data (digits and \"+\" "

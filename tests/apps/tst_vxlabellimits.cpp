@@ -70,6 +70,7 @@ private Q_SLOTS:
     void jobsGoOnAsWell();
     void rowsOfStandardInputEndTheBatch();
     void labelsBeyondALimitAreRefused();
+    void checksTellTheRowBeyondALimit_data();
     void checksTellTheRowBeyondALimit();
     void largeFilesAreRefused();
     void brokenWorkersLoseTheirRowOnly_data();
@@ -230,12 +231,46 @@ void tst_VxLabelLimits::labelsBeyondALimitAreRefused()
     QCOMPARE(files(), QStringList({ u"a.vxl"_s, u"b.vxl"_s, u"names.csv"_s }));
 }
 
+void tst_VxLabelLimits::checksTellTheRowBeyondALimit_data()
+{
+    QTest::addColumn<QString>("form");
+    QTest::addColumn<QByteArray>("first"); // in what is told of the first row, of the second and in the end
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("lines") << u"--progress=none"_s << QByteArray("error [missing-glyph]: /items/")
+                           << QByteArray("names.csv:3: error [beyond-limit]: " + tooLong)
+                           << QByteArray("\n3 rows checked: 3 errors, 0 warnings\n");
+    QTest::newRow("JSON") << u"--json"_s << QByteArray("\"rule\":\"missing-glyph\"")
+                          << QByteArray("\"rule\":\"beyond-limit\"")
+                          << QByteArray("\n{\"errors\":3,\"rows\":3,\"warnings\":0}\n");
+    QTest::newRow("XML") << u"--junit"_s << QByteArray(">[missing-glyph]")
+                         << QByteArray("type=\"beyond-limit\"") << QByteArray("name=\"row 3: C\"/>");
+}
+
 void tst_VxLabelLimits::checksTellTheRowBeyondALimit()
 {
-    const ProgramResult result
-        = run(QStringList { u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s } + timeLimit);
-    QVERIFY2(result.err.startsWith("vxlabel: row 2: " + tooLong), result.err);
-    QCOMPARE(result.code, 3);
+    QFETCH(QString, form);
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, second);
+    QFETCH(QByteArray, end);
+    write(u"names.csv"_s, "sku,name\nA,\xCD\xB8\nB," + endless + "\nC,Cherry\n");
+    const QStringList check
+        = QStringList { u"check"_s, u"a.vxl"_s, u"--data"_s, u"names.csv"_s, form } + timeLimit;
+    const ProgramResult result = run(check);
+    QCOMPARE(result.err, QByteArray());
+    QCOMPARE(result.code, 1);
+    QCOMPARE(result.out.count(first), form == u"--junit"_s ? 1 : 2); // the label shows the name twice
+    QVERIFY2(result.out.indexOf(second) > result.out.lastIndexOf(first), result.out);
+    QCOMPARE(result.out.count(second), 1);
+    QVERIFY2(result.out.contains(end), result.out);
+
+    // What comes from standard input has gone by.
+    const auto process = start(u"/bin/sh"_s,
+        { u"-c"_s, u"\"$0\" check a.vxl --data - --data-format csv $* < names.csv"_s, program(), form,
+            timeLimit[0], timeLimit[1] });
+    QVERIFY(process->waitForFinished(patience));
+    QVERIFY(process->readAllStandardError().startsWith("vxlabel: row 2: " + tooLong));
+    QCOMPARE(process->exitCode(), 3);
 }
 
 void tst_VxLabelLimits::largeFilesAreRefused()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "items/barcode/barcodeitem.h"
+#include "items/text/richtextitem.h"
 #include "label/check/labelchecker.h"
 #include "tests/label/printing.h"
 
@@ -20,13 +21,14 @@ LabelDocument page()
 }
 
 /// A QR Code of 21 modules of four dots, which needs 16 free dots on each side.
-void addCode(LabelDocument &document, QPointF place, const QColor &background = nothing)
+Item *addCode(LabelDocument &document, QPointF place, const QColor &background = nothing)
 {
     constexpr short qrCode = 58;
     auto item = std::make_unique<BarcodeItem>();
     item->setBarcodeSymbol(qrCode);
     item->setBarcodeText(u"A"_s);
-    addItem(document, std::move(item), { place, QSizeF(84, 84) }, { .fill = background, .pen = black });
+    return addItem(
+        document, std::move(item), { place, QSizeF(84, 84) }, { .fill = background, .pen = black });
 }
 
 QStringList rulesOf(const Findings &findings)
@@ -54,7 +56,12 @@ private Q_SLOTS:
     void freeSpaceIsMeasured();
     void whatLiesBelowIsCovered_data();
     void whatLiesBelowIsCovered();
+    void turnedCodesHaveTurnedFreeSpace_data();
+    void turnedCodesHaveTurnedFreeSpace();
     void hiddenItemsAreNotChecked();
+    void mirroredTextsLieElsewhere_data();
+    void mirroredTextsLieElsewhere();
+    void whatHasNoSizeLiesNowhere();
 };
 
 void tst_LabelChecker::boundItemsAreCheckedOnEachLabel()
@@ -130,25 +137,60 @@ void tst_LabelChecker::whatLiesBelowIsCovered_data()
 {
     QTest::addColumn<QColor>("panel"); // between a black page and the code
     QTest::addColumn<QColor>("background"); // of the code
-    QTest::addColumn<QStringList>("rules");
-    const QStringList inTheWay { u"/items/2 quiet-zone"_s };
-    QTest::newRow("a white panel") << white << nothing << QStringList();
-    QTest::newRow("no panel") << nothing << nothing << inTheWay;
-    QTest::newRow("a background without free space") << nothing << white << inTheWay;
-    QTest::newRow("a red panel, which lasers do not see") << red << nothing << QStringList();
+    QTest::addColumn<QString>("words"); // of what is in the way; nothing for none
+    QTest::newRow("a white panel") << white << nothing << QString();
+    QTest::newRow("no panel") << nothing << nothing << u"on the symbol"_s;
+    QTest::newRow("a background without free space") << nothing << white << u"in the free space"_s;
+    QTest::newRow("a red panel, which lasers do not see") << red << nothing << QString();
 }
 
 void tst_LabelChecker::whatLiesBelowIsCovered()
 {
     QFETCH(QColor, panel);
     QFETCH(QColor, background);
-    QFETCH(QStringList, rules);
+    QFETCH(QString, words);
     LabelDocument document = page();
     addRectangle(document, { 0, 0, 500, 300 }, { .fill = black });
     addRectangle(document, { 50, 50, 200, 200 }, { .fill = panel });
     addCode(document, { 100, 100 }, background);
     LabelChecker checker(document, dpi, {});
-    QCOMPARE(rulesOf(checker.checkAll()), rules);
+    const Findings found = checker.checkAll();
+    QCOMPARE(rulesOf(found), words.isEmpty() ? QStringList() : QStringList { u"/items/2 quiet-zone"_s });
+    if (!words.isEmpty())
+        QVERIFY2(found[0].problem.what.contains(words), qPrintable(found[0].problem.what));
+}
+
+/// The symbol stands on a corner, with its centre at (250, 150): its other corners are 42 * 1.414 = 59.4 from
+/// there, those of its free space 58 * 1.414 = 82. A place is as far as its distances in both directions are
+/// together; what is told of a row is that of its nearest corner.
+void tst_LabelChecker::turnedCodesHaveTurnedFreeSpace_data()
+{
+    QTest::addColumn<QRectF>("obstacle");
+    QTest::addColumn<QString>("words"); // nothing: it is not in the way
+    QTest::newRow("120 away") << QRectF(170, 70, 20, 20) << QString();
+    QTest::newRow("70 away") << QRectF(285, 185, 20, 20) << u"in the free space"_s;
+    QTest::newRow("84 away") << QRectF(292, 192, 20, 20) << QString();
+    QTest::newRow("60 away") << QRectF(212, 112, 8, 8) << u"in the free space"_s;
+    QTest::newRow("30 away") << QRectF(225, 125, 10, 10) << u"on the symbol"_s;
+}
+
+void tst_LabelChecker::turnedCodesHaveTurnedFreeSpace()
+{
+    QFETCH(QRectF, obstacle);
+    QFETCH(QString, words);
+    LabelDocument document = page();
+    auto &code = dynamic_cast<QGraphicsItem &>(*addCode(document, { 208, 108 }));
+    code.setTransformOriginPoint(42, 42);
+    code.setRotation(45);
+    addRectangle(document, obstacle, { .fill = black });
+    LabelChecker checker(document, dpi, {});
+    QStringList told;
+    for (const Finding &finding : checker.checkAll()) {
+        if (finding.rule == "quiet-zone"_L1)
+            told.append(finding.problem.what);
+    }
+    QCOMPARE(told.size(), words.isEmpty() ? 0 : 1);
+    QVERIFY2(words.isEmpty() || told[0].contains(words), qPrintable(told.value(0)));
 }
 
 void tst_LabelChecker::hiddenItemsAreNotChecked()
@@ -159,6 +201,50 @@ void tst_LabelChecker::hiddenItemsAreNotChecked()
     addRectangle(document, { 190, 100, 20, 20 }, { .fill = black })->setItemIsVisible(false);
     LabelChecker checker(document, dpi, {});
     QCOMPARE(rulesOf(checker.checkAll()), QStringList());
+}
+
+/// A short line at the beginning of a box that reaches over an edge of the label, of 500 x 300 dots.
+void tst_LabelChecker::mirroredTextsLieElsewhere_data()
+{
+    QTest::addColumn<QRectF>("box");
+    QTest::addColumn<bool>("horizontal");
+    QTest::addColumn<bool>("vertical");
+    QTest::addColumn<bool>("isOnLabel");
+    const QRectF right(400, 100, 200, 80);
+    const QRectF left(-100, 100, 200, 80);
+    const QRectF bottom(100, 220, 200, 200);
+    QTest::newRow("over the right edge") << right << false << false << true;
+    QTest::newRow("mirrored over it") << right << true << false << false;
+    QTest::newRow("upside down over it") << right << false << true << true;
+    QTest::newRow("over the left edge") << left << false << false << false;
+    QTest::newRow("mirrored back from it") << left << true << false << true;
+    QTest::newRow("over the lower edge") << bottom << false << false << true;
+    QTest::newRow("upside down beyond it") << bottom << false << true << false;
+}
+
+void tst_LabelChecker::mirroredTextsLieElsewhere()
+{
+    QFETCH(QRectF, box);
+    QFETCH(bool, horizontal);
+    QFETCH(bool, vertical);
+    QFETCH(bool, isOnLabel);
+    LabelDocument document = page();
+    auto text = std::make_unique<RichTextItem>();
+    text->setItemHtml(u"<p style=\"font-family:'DejaVu Sans'; font-size:20px\">AB</p>"_s);
+    text->setItemHorizontalMirror(horizontal);
+    text->setItemVerticalMirror(vertical);
+    addItem(document, std::move(text), box, {});
+    LabelChecker checker(document, dpi, {});
+    QCOMPARE(
+        rulesOf(checker.checkAll()), isOnLabel ? QStringList() : QStringList { u"/items/0 off-label"_s });
+}
+
+void tst_LabelChecker::whatHasNoSizeLiesNowhere()
+{
+    LabelDocument document = page();
+    addRectangle(document, { 50, 50, 0, 20 }, { .fill = black });
+    LabelChecker checker(document, dpi, {});
+    QCOMPARE(rulesOf(checker.checkAll()), QStringList { u"/items/0 hairline"_s });
 }
 
 QTEST_MAIN(tst_LabelChecker)
