@@ -131,10 +131,9 @@ std::unique_ptr<Manifest> Manifest::create(
     const QString &path, const QJsonObject &head, bool overwrite, Problems &problems)
 {
     std::unique_ptr<Manifest> manifest(new Manifest(path));
-    const bool exists = manifest->m_file.exists();
     if (!mayReplace(path, problems))
         return {};
-    if (exists && !overwrite) {
+    if (manifest->m_file.size() > 0 && !overwrite) {
         problems.append(inTheWay(path, !head.contains(pdfKey)));
         return {};
     }
@@ -183,7 +182,7 @@ std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &probl
 
 std::unique_ptr<Manifest> Manifest::resume(const QString &path, const QJsonObject &head, Problems &problems)
 {
-    if (!QFile::exists(path))
+    if (QFileInfo(path).size() == 0) // of none, or of one that was killed before its first line
         return create(path, head, false, problems);
     const std::optional<QJsonObject> old = headOf(path, problems);
     if (!old)

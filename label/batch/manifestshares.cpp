@@ -140,8 +140,9 @@ QStringList ManifestShares::existing(const QString &manifest)
         QRegularExpression::escape(info.completeBaseName()), QRegularExpression::escape(ending(info))));
     QStringList paths;
     for (const QString &file : info.dir().entryList(QDir::Files | QDir::Hidden)) {
-        if (name.match(file).hasMatch())
-            paths.append(info.dir().filePath(file));
+        const QString path = info.dir().filePath(file);
+        if (name.match(file).hasMatch() && QFileInfo(path).size() > 0)
+            paths.append(path);
     }
     return paths;
 }

@@ -16,7 +16,8 @@ namespace ManifestShares {
 /// The manifest of a share; of the only one, the manifest itself.
 [[nodiscard]] VX_LABEL_EXPORT QString pathOf(const QString &manifest, Shard shard);
 
-/// The manifests of this batch that are there: the whole one, and those of shares, of however many.
+/// The manifests of this batch that are there: the whole one, and those of shares, of however many. An empty
+/// one, of a batch that was killed before its first line, is none.
 [[nodiscard]] VX_LABEL_EXPORT QStringList existing(const QString &manifest);
 
 /// What a merge has come to.

@@ -99,7 +99,9 @@ void tst_VxLabelServers::passwordsForEverybodyAreNone()
 {
     QVERIFY(
         QFile::setPermissions(path(u"password"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
-    expect(QStringList { u"check"_s } + dataOf(m_server->port()), 4,
+    expect(QStringList { u"batch"_s } + dataOf(m_server->port())
+            + QStringList { u"-o"_s, u"out/{sku}.{ink}.png"_s },
+        4,
         "vxlabel: password: holds a password, and others than its owner may read or write it; chmod 600 "
         "makes it "
         "the owner's\n");

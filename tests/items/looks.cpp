@@ -45,13 +45,15 @@ void rotate(Item &item)
 
 void leaveAsMade(Item & /*item*/) { }
 
+Look joined(const QByteArray &name, Qt::PenJoinStyle join)
+{
+    return { name, painted(12, 1, [join](Item &item) { filled(item).setItemPenJoinStyle(join); }) };
+}
+
 QList<Look> joinLooks()
 {
-    const auto joined = [](Qt::PenJoinStyle join) {
-        return painted(12, 1, [join](Item &item) { filled(item).setItemPenJoinStyle(join); });
-    };
-    return { { "join-miter", joined(Qt::MiterJoin) }, { "join-bevel", joined(Qt::BevelJoin) },
-        { "join-round", joined(Qt::RoundJoin) } };
+    return { joined("join-miter", Qt::MiterJoin), joined("join-bevel", Qt::BevelJoin),
+        joined("join-round", Qt::RoundJoin) };
 }
 
 QList<Look> gradientLooks()
@@ -123,18 +125,19 @@ QList<Look> patternLooks()
     return looks;
 }
 
+Look rounded(const QByteArray &name, double x, double y)
+{
+    return { name, painted(3, 1, [x, y](Item &item) {
+                auto &rectangle = dynamic_cast<RoundedRectangleItem &>(item);
+                rectangle.setRoundingRadiusX(x);
+                rectangle.setRoundingRadiusY(y);
+            }) };
+}
+
 QList<Look> roundedCornerLooks()
 {
-    const auto rounded = [](double x, double y) {
-        return painted(3, 1, [=](Item &item) {
-            auto &rectangle = dynamic_cast<RoundedRectangleItem &>(item);
-            rectangle.setRoundingRadiusX(x);
-            rectangle.setRoundingRadiusY(y);
-        });
-    };
-    return { { "square", rounded(0.0, 0.0) }, { "slightly", rounded(6.0, 6.0) },
-        { "elliptic", rounded(24.0, 8.0) }, { "more-than-the-sides", rounded(500.0, 500.0) },
-        { "negative", rounded(-10.0, 10.0) } };
+    return { rounded("square", 0.0, 0.0), rounded("slightly", 6.0, 6.0), rounded("elliptic", 24.0, 8.0),
+        rounded("more-than-the-sides", 500.0, 500.0), rounded("negative", -10.0, 10.0) };
 }
 
 QList<Look> wedgeLooks()

@@ -66,14 +66,15 @@ std::vector<Light> blurredLines(const std::vector<Light> &lights, int length, in
     const int reach = int(weights.size()) / 2;
     for (int line = 0; line < lines; ++line) {
         for (int i = 0; i < length; ++i) {
+            const int target = i * step + line * lineStep;
             Light sum {};
             for (int offset = -reach; offset <= reach; ++offset) {
                 const int place = std::clamp(i + offset, 0, length - 1) * step + line * lineStep;
+                const int weight = offset + reach;
                 for (std::size_t channel = 0; channel < 3; ++channel)
-                    sum[channel]
-                        += weights[std::size_t(offset + reach)] * lights[std::size_t(place)][channel];
+                    sum[channel] += weights[std::size_t(weight)] * lights[std::size_t(place)][channel];
             }
-            result[std::size_t(i * step + line * lineStep)] = sum;
+            result[std::size_t(target)] = sum;
         }
     }
     return result;
@@ -144,6 +145,7 @@ std::vector<Lab> blurred(const QImage &image, double deviation)
     lights = blurredLines(lights, image.width(), image.height(), 1, image.width(), weights);
     lights = blurredLines(lights, image.height(), image.width(), image.width(), 1, weights);
     std::vector<Lab> labs;
+    labs.reserve(lights.size());
     for (const Light &light : lights)
         labs.push_back(labOf(light));
     return labs;

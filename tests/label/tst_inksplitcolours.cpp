@@ -41,8 +41,9 @@ Exact addSolids(QImage &image, const Palette &palette, std::mt19937 &random)
             & image.rect();
         for (int y = place.top(); y <= place.bottom(); ++y) {
             for (int x = place.left(); x <= place.right(); ++x) {
+                const int at = y * image.width() + x;
                 image.setPixel(x, y, palette.color(index));
-                exact[std::size_t(y * image.width() + x)] = index;
+                exact[std::size_t(at)] = index;
             }
         }
     }
@@ -196,7 +197,8 @@ void tst_InkSplitColours::exactColoursAreSolid()
         const Planes planes = splitIntoInks(image, palette.inks, palette.paper, dither);
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
-                const int index = exact[std::size_t(y * image.width() + x)];
+                const int at = y * image.width() + x;
+                const int index = exact[std::size_t(at)];
                 for (int ink = 0; ink < inks && index >= 0; ++ink)
                     QCOMPARE(planes[std::size_t(ink)].pixelIndex(x, y), ink + 1 == index ? 1 : 0);
             }

@@ -77,9 +77,8 @@ void tst_SvgDrawing::emptyDrawingIsWrittenOut()
     QCOMPARE(svg.split('\n'),
         QByteArrayList(
             { "<!DOCTYPE html>", "<svg fill=\"#000000\" stroke=\"#000000\" width=\"100\" height=\"100\">",
-                "<rect id=\"background_fix\" fill=\"#fffffe\" stroke-width=\"0\" fill-opacity=\"0\" x=\"0\" "
-                "y=\"0\" "
-                "width=\"100\" height=\"100\" />",
+                ("<rect id=\"background_fix\" fill=\"#fffffe\" stroke-width=\"0\" fill-opacity=\"0\" x=\"0\" "
+                 "y=\"0\" width=\"100\" height=\"100\" />"),
                 "", "", "</svg>" }));
     QCOMPARE(EmptySvg::createEmptySvg(), svg);
 }

@@ -19,6 +19,7 @@ namespace {
 class Filled final : public RichTextItem
 {
 public:
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the part of the record that both kinds of text share
     void saveBase(QDataStream &stream) { TextItem::saveItemToData(stream); }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/manifest.h"
+#include "label/batch/manifestshares.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -65,6 +66,7 @@ private Q_SLOTS:
     void twoProcessesDoNotWriteOne();
     void anEarlierOneIsKept();
     void otherFilesAreKept();
+    void emptyOnesAreNone();
     void whatCannotBeResumed_data();
     void whatCannotBeResumed();
     void nothingThereIsANewOne();
@@ -267,10 +269,21 @@ void tst_Manifest::otherFilesAreKept()
                 + u": is no manifest of a batch, and stays as it is; choose another name with --manifest"_s);
         QCOMPARE(content(), QByteArray("mine"));
     }
-    write(""); // of a batch that was killed at its beginning
-    Problems problems;
-    QVERIFY(Manifest::create(m_path, head, true, problems));
-    QCOMPARE(content(), headLine);
+}
+
+/// A batch that was killed at its beginning has not come to its first line.
+void tst_Manifest::emptyOnesAreNone()
+{
+    for (const int way : { 0, 1, 2 }) {
+        write("");
+        QCOMPARE(ManifestShares::existing(m_path), QStringList());
+        Problems problems;
+        QVERIFY(way == 2 ? Manifest::resume(m_path, head, problems)
+                         : Manifest::create(m_path, head, way == 1, problems));
+        QCOMPARE(content(), headLine);
+        QVERIFY(problems.isEmpty());
+        QCOMPARE(ManifestShares::existing(m_path), QStringList { m_path });
+    }
 }
 
 void tst_Manifest::whatCannotBeResumed_data()
@@ -278,7 +291,6 @@ void tst_Manifest::whatCannotBeResumed_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("problem");
     QTest::newRow("no manifest") << QByteArray("shopping list\n") << u"line 1: is no manifest of a batch"_s;
-    QTest::newRow("empty") << QByteArray() << u"line 1: is no manifest of a batch"_s;
     QTest::newRow("of another version")
         << QByteArray("{\"manifest\":2}\n") << u"line 1: is no manifest of a batch"_s;
     QTest::newRow("of another label")
