@@ -18,6 +18,6 @@ struct InkWarning
 
 /// The warnings of the item of this place in the document; none of a hidden one. The colour of the paper,
 /// white and near-white are meant to leave the paper bare.
-[[nodiscard]] std::vector<InkWarning> inkWarnings(const LabelDocument &document, std::size_t item);
+[[nodiscard]] std::vector<InkWarning> inkWarnings(const LabelDocument &document, std::size_t index);
 /// Those of all items.
 [[nodiscard]] Problems inkWarnings(const LabelDocument &document);
