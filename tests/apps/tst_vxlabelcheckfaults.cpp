@@ -173,7 +173,7 @@ QByteArray faultyLabel()
     QJsonArray items;
     for (const Fault &fault : faults())
         items.append(fault.item);
-    for (const QJsonValue &obstacle : obstacles())
+    for (const auto &obstacle : obstacles())
         items.append(obstacle);
     return toJson(document({ { u"width"_s, 254 }, { u"height"_s, 254 }, { u"dpi"_s, 100 } },
         { ink(u"black"_s, u"#000000"_s), ink(u"red"_s, u"#ff0000"_s) }, items));
