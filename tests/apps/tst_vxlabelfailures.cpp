@@ -156,7 +156,8 @@ void tst_VxLabelFailures::lostWorkersForgetNone()
         rectangle(7, QRect(60, 60, 20, 20), u"#00ff00"_s) });
     write(u"a.vxl"_s, toJson(label));
     QByteArray table = pricesOf("no");
-    table.replace("S9,x,2", "S9,\"" + QByteArray("ab\n").repeated(900'000) + "\",2"); // seconds of work
+    // More work than the time allows for.
+    table.replace("S9,x,2", "S9,\"" + QByteArray("ab\n").repeated(450'000 * (slowness + 1)) + "\",2");
     write(u"prices.csv"_s, table);
     const ProgramResult result
         = run(batch.first(4) + output + QStringList { u"--max-time"_s, QString::number(slowness) });
