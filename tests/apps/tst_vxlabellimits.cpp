@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "tests/apps/batchlabels.h"
 #include "tests/apps/programfolder.h"
-#include "tests/apps/slowness.h"
 
 #include <QFile>
 #include <QTest>
@@ -36,8 +35,10 @@ QByteArray namesWith(const QByteArray &name)
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool memoryIsLimited = false; ///< sanitizers need all addresses
+constexpr int slowness = 8;
 #else
 constexpr bool memoryIsLimited = true;
+constexpr int slowness = 1;
 #endif
 
 /// Enough processor time for all rows but the endless one.
