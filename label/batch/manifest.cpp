@@ -59,6 +59,18 @@ QByteArray lineOf(const QJsonObject &json)
     return QJsonDocument(json).toJson(QJsonDocument::Compact) + '\n';
 }
 
+/// The next line, with its line feed; what is longer than any of ours, cut off. Qt would take the memory of
+/// the longest for each.
+QByteArray readLine(QFile &file)
+{
+    constexpr qint64 piece = 16 * 1024;
+    QByteArray line;
+    do
+        line += file.readLine(piece);
+    while (!line.endsWith('\n') && line.size() < longestLine && !file.atEnd());
+    return line;
+}
+
 Problem unreadable(const QFile &file)
 {
     return { file.fileName(), {}, u"cannot be read: "_s + file.errorString(), {} };
@@ -174,7 +186,7 @@ std::optional<QJsonObject> Manifest::headOf(const QString &path, Problems &probl
         problems.append(unreadable(file));
         return {};
     }
-    if (std::optional<QJsonObject> head = headOfLine(file.readLine(longestLine)))
+    if (std::optional<QJsonObject> head = headOfLine(readLine(file)))
         return head;
     problems.append({ path, u"line 1"_s, u"is no manifest of a batch"_s, {} });
     return {};
@@ -216,10 +228,10 @@ bool Manifest::open(Problems &problems)
 void Manifest::readRows()
 {
     m_isResumed = true;
-    m_headSize = m_file.readLine(longestLine).size();
+    m_headSize = readLine(m_file).size();
     qint64 end = m_headSize;
     while (!m_file.atEnd()) {
-        const QByteArray line = m_file.readLine(longestLine);
+        const QByteArray line = readLine(m_file);
         const std::optional<ManifestEntry> entry = ManifestEntry::fromLine(line);
         if (!line.endsWith('\n') || !entry)
             break;
@@ -235,7 +247,7 @@ void Manifest::readRows()
 QByteArray Manifest::lineAt(qint64 offset)
 {
     m_file.seek(offset);
-    return m_file.readLine(longestLine);
+    return readLine(m_file);
 }
 
 std::optional<ManifestEntry> Manifest::find(qint64 row)
