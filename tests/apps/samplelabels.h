@@ -6,10 +6,19 @@
 #include <QJsonObject>
 #include <QRect>
 
-/// Labels of a few rectangles, as JSON.
+/// Labels of a few rectangles, as JSON, and what programs tell in JSON.
 namespace SampleLabels {
 
 using namespace Qt::StringLiterals;
+
+/// The objects of JSON Lines, an empty one for a line that is none.
+[[nodiscard]] inline QList<QJsonObject> objectsOf(const QByteArray &lines)
+{
+    QList<QJsonObject> objects;
+    for (const QByteArray &line : lines.trimmed().split('\n'))
+        objects.append(QJsonDocument::fromJson(line).object());
+    return objects;
+}
 
 /// A solid rectangle without outline, in dots.
 [[nodiscard]] inline QJsonObject rectangle(int id, const QRect &place, const QString &color)

@@ -16,16 +16,6 @@ namespace {
 
 const QStringList batchOfPrices { u"batch"_s, u"a.vxl"_s, u"-o"_s, u"out/{sku}.{ink}.png"_s };
 
-QList<QJsonObject> objectsOf(const QByteArray &lines)
-{
-    QList<QJsonObject> objects;
-    for (const QByteArray &line : lines.split('\n')) {
-        if (!line.isEmpty())
-            objects.append(QJsonDocument::fromJson(line).object());
-    }
-    return objects;
-}
-
 } // namespace
 
 /// Labels for the rows of a table.

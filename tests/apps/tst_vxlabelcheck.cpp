@@ -82,14 +82,6 @@ QByteArray pngOf(const QColor &color)
     return bytes;
 }
 
-QList<QJsonObject> objectsOf(const QByteArray &lines)
-{
-    QList<QJsonObject> objects;
-    for (const QByteArray &line : lines.trimmed().split('\n'))
-        objects.append(QJsonDocument::fromJson(line).object());
-    return objects;
-}
-
 } // namespace
 
 /// Labels and rows that are checked before anything is printed.

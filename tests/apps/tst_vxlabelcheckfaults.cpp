@@ -206,10 +206,8 @@ void tst_VxLabelCheckFaults::initTestCase()
     const ProgramResult result = run({ u"check"_s, u"faulty.vxl"_s, u"--json"_s });
     QCOMPARE(result.err, QByteArray());
     QVERIFY2(result.code == 1, result.out.constData());
-    QByteArrayList lines = result.out.trimmed().split('\n');
-    m_count = QJsonDocument::fromJson(lines.takeLast()).object();
-    for (const QByteArray &line : lines)
-        m_findings.append(QJsonDocument::fromJson(line).object());
+    m_findings = objectsOf(result.out);
+    m_count = m_findings.takeLast();
 }
 
 void tst_VxLabelCheckFaults::everyFaultIsFound_data()

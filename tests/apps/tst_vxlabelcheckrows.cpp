@@ -49,14 +49,6 @@ QList<TestCase> casesOf(const QByteArray &xml)
     return reader.hasError() ? QList<TestCase>() : cases;
 }
 
-QList<QJsonObject> objectsOf(const QByteArray &lines)
-{
-    QList<QJsonObject> objects;
-    for (const QByteArray &line : lines.trimmed().split('\n'))
-        objects.append(QJsonDocument::fromJson(line).object());
-    return objects;
-}
-
 /// So many good rows.
 QByteArray stock(int rows)
 {

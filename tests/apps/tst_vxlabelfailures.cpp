@@ -30,14 +30,6 @@ QByteArray noNumber(int row, const QByteArray &value)
         + "\" is no number for %.2f\n";
 }
 
-QList<QJsonObject> objectsOf(const QByteArray &lines)
-{
-    QList<QJsonObject> objects;
-    for (const QByteArray &line : lines.trimmed().split('\n'))
-        objects.append(QJsonDocument::fromJson(line).object());
-    return objects;
-}
-
 } // namespace
 
 /// How the rows of a batch that fail are told, and warnings.

@@ -16,13 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class Filled final : public RichTextItem
-{
-public:
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the part of the record that both kinds of text share
-    void saveBase(QDataStream &stream) { TextItem::saveItemToData(stream); }
-};
-
 struct Tail
 {
     qint16 size = 30;
@@ -44,7 +37,7 @@ QByteArray record(const QString &html, int emptyByte, double factor, const Tail 
     stream << QColor(255, 0, 0);
     QByteArray base;
     QDataStream baseStream(&base, QIODevice::WriteOnly);
-    Filled().saveBase(baseStream);
+    RichTextItem().FillableItem::saveItemToData(baseStream); // what both kinds of text share
     if (tail.version < 6)
         base.remove(6, 3); // mirrors and overprint, after the id and the flags
     stream.writeRawData(base.constData(), int(base.size()));
