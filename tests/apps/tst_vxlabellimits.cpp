@@ -35,13 +35,16 @@ QByteArray namesWith(const QByteArray &name)
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool memoryIsLimited = false; ///< sanitizers need all addresses
-constexpr int slowness = 8;
+constexpr int slowness = 2;
 #else
 constexpr bool memoryIsLimited = true;
 constexpr int slowness = 1;
 #endif
 
-/// Enough processor time for all rows but the endless one.
+/// Milliseconds after the first row: the endless one has been read and is laid out for seconds.
+constexpr int wellIntoTheRow = 500 * slowness;
+
+/// Ten times as much processor time as other rows need, and a fifth of what the endless one does.
 const QStringList timeLimit { u"--max-time"_s, QString::number(slowness) };
 const QByteArray tooLong = "it takes more than " + QByteArray::number(slowness) + " s";
 
@@ -309,7 +312,7 @@ void tst_VxLabelLimits::brokenWorkersLoseTheirRowOnly()
     QFETCH(const QByteArray, reason);
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
-    QTest::qWait(200 * slowness); // well into the second row
+    QTest::qWait(wellIntoTheRow);
     QCOMPARE(::kill(workerOf(process->processId()), signal), 0);
     QVERIFY(process->waitForFinished(patience));
     const QByteArray err = process->readAllStandardError();
@@ -353,7 +356,7 @@ void tst_VxLabelLimits::theSecondSignalDoesNotWait()
     write(u"names.csv"_s, namesWith(endless.chopped(1) + endless.sliced(1)));
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
-    QTest::qWait(100 * slowness);
+    QTest::qWait(wellIntoTheRow);
     ::kill(pid_t(process->processId()), SIGINT);
     QVERIFY2(!process->waitForFinished(200), "the row was done too soon to tell");
     ::kill(pid_t(process->processId()), SIGINT);
