@@ -18,8 +18,8 @@ QPainterPath ellipseIn(const QRectF &rect)
 EllipseItem::EllipseItem()
 {
     setItemShape(MobraTypes::EllipseShape);
-    EllipseItem::updateItemPen();
-    updateItemBrush();
+    takeFirstLook();
+    updateRect();
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
 }
 

@@ -31,7 +31,7 @@ QPolygonF withinLimits(QPolygonF polygon)
 
 PolygonItem::PolygonItem()
 {
-    updateItemBrush();
+    takeFirstLook();
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
 }
 
@@ -41,7 +41,7 @@ void PolygonItem::initialize(MobraTypes::ShapeType shape)
 {
     setItemShape(shape);
     setPolygonShape();
-    updateItemPen();
+    adjustForPen();
 }
 
 void PolygonItem::setReference(const QPolygonF &points, const QSizeF &size, double bevelCut, double otherCut)

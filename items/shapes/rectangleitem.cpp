@@ -20,8 +20,8 @@ QPainterPath pathOf(const QRectF &rect)
 RectangleItem::RectangleItem()
 {
     setItemShape(MobraTypes::RectangleShape);
-    updateItemPen();
-    updateItemBrush();
+    takeFirstLook();
+    updateRect();
     setFlags(ItemIsMovable | ItemIsSelectable | ItemIsFocusable | ItemStacksBehindParent);
 }
 

@@ -72,6 +72,12 @@ void ContouredItem::updateItemPen()
     replacePen(penOfWidth(std::min(m_penWidth, penWidthLimit(getItemSize()))));
 }
 
+void ContouredItem::takeFirstPen()
+{
+    static const QPen first = penOfWidth(m_penWidth);
+    m_pen = first;
+}
+
 void ContouredItem::replacePen(const QPen &pen)
 {
     const bool another = pen != m_pen;

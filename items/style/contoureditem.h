@@ -55,6 +55,9 @@ protected:
     virtual void penChanged();
     /// Runs after another join has been stored and set into the painted pen.
     virtual void penJoinChanged();
+    /// Gives a new item, of which nothing has been changed, the pen that the first updateItemPen() would
+    /// build, ready-made: items are made by the thousand. No penChanged() follows.
+    void takeFirstPen();
     /// Replaces the painted pen, and runs penChanged() if it is another one.
     void replacePen(const QPen &pen);
 

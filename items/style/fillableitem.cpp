@@ -122,6 +122,14 @@ void FillableItem::updateItemBrush()
     }
 }
 
+void FillableItem::takeFirstLook()
+{
+    static const QBrush unfilled(ItemColors::transparent, Qt::NoBrush);
+    takeFirstPen();
+    m_brush = unfilled;
+    m_opaque = false;
+}
+
 QBrush FillableItem::gradientBrush() const
 {
     QColor second = print().background;

@@ -88,6 +88,10 @@ protected:
     /// a scale alone does not run it.
     virtual void layOut();
 
+    /// Gives a new item, of which nothing has been changed, the pen and the brush that the first updates
+    /// would build. No penChanged() follows.
+    void takeFirstLook();
+
     /// The brush to paint with, without a copy.
     const QBrush &itemBrush() const { return m_brush; }
     /// The body of paint(): what draw draws into a painter that holds the item's pen, brush and mirrors, and
