@@ -96,6 +96,8 @@ public:
     [[nodiscard]] Item *createItemCopy() override;
     /// Makes a top-level item what createItemCopy() would give, whatever it was: several times as fast.
     void copyTo(SimpleTextItem &copy);
+    /// The same, and then setItemData(): faster than both, since the text is laid out for the data alone.
+    void copyTo(SimpleTextItem &copy, const QVariant &data);
     QString toDescriptionString() const override;
     void saveItemToData(QDataStream &stream) override;
     void loadItemFromData(QDataStream &stream, unsigned int version) override;
@@ -151,6 +153,7 @@ private:
     void refit();
     void fitSides(const QSizeF &natural);
     void noteFit();
+    void copyContentTo(SimpleTextItem &copy);
     /// What a record holds, without laying it out.
     void loadText(QDataStream &stream, unsigned int version);
     void updateFramePads();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include "items/core/itemtexts.h"
 #include "items/core/limits.h"
 #include "items/core/record.h"
 #include "items/text/layoutpause.h"
@@ -36,7 +37,36 @@ Item *SimpleTextItem::createItemCopy()
 
 void SimpleTextItem::copyTo(SimpleTextItem &copy)
 {
-    const QuietDocument quiet(copy);
+    {
+        const QuietDocument quiet(copy);
+        copyContentTo(copy);
+    }
+    copy.noteFit();
+    copy.updateItemBrush();
+}
+
+void SimpleTextItem::copyTo(SimpleTextItem &copy, const QVariant &data)
+{
+    const QString text = ItemTexts::withoutMarker(data.toString());
+    if (text == toPlainText()) {
+        copyTo(copy);
+        return;
+    }
+    {
+        const QuietDocument quiet(copy);
+        const LayoutPause pause(*copy.document());
+        copyContentTo(copy);
+        copy.m_fittedSize = QGraphicsTextItem::boundingRect().size();
+        copy.showText(text);
+        copy.setTextWidth(-1);
+    }
+    copy.updateTextOnPropertyChanges(-1, -1, -1);
+    Q_EMIT copy.textItemHasChanged();
+}
+
+void SimpleTextItem::copyContentTo(SimpleTextItem &copy)
+{
+    copy.setPos(pos() + QPointF(1.0, 1.0)); // an item does not move to where it very nearly is
     copyItemProperties(&copy, true);
     {
         const LayoutPause pause(*copy.document());
@@ -50,8 +80,6 @@ void SimpleTextItem::copyTo(SimpleTextItem &copy)
     copy.setFramePads(getFramePads());
     copy.copyPrivatePropeties(getOldTransformCoefficientM31(), getOldTransformCoefficientM32(),
         getFirstResizeAfterAddedToGroup(), m_vertical, m_wasResized, m_pinToCenter, m_sizeLimiting, false);
-    copy.noteFit();
-    copy.updateItemBrush();
 }
 
 void SimpleTextItem::copyPrivatePropeties(double m31, double m32, bool firstResize, bool vertical,

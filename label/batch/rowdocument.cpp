@@ -2,6 +2,7 @@
 #include "label/batch/rowdocument.h"
 
 #include "items/core/item.h"
+#include "items/core/itemtexts.h"
 #include "items/text/simpletextitem.h"
 #include "label/batch/boundcontent.h"
 #include "label/wording.h"
@@ -124,8 +125,8 @@ bool RowDocument::show(const Row &row, const RowContent::Context &context, Probl
         std::optional<QString> text = bound.content.textFor(row, context, problem);
         if (text && text == bound.shown)
             continue;
-        Item &item = asDesigned(bound.item);
-        const bool isShown = text && show(item, bound, *text, problem);
+        const bool isShown
+            = text && (showOnLabelText(bound, *text) || show(asDesigned(bound.item), bound, *text, problem));
         if (!isShown)
             addProblems(
                 { problem }, *m_flat.document().items()[bound.item], m_flat.pointerOf(bound.item), problems);
@@ -137,13 +138,20 @@ bool RowDocument::show(const Row &row, const RowContent::Context &context, Probl
 /// Makes an item what it was designed to be: no row depends on the one before.
 Item &RowDocument::asDesigned(std::size_t index)
 {
-    Item &designed = *m_flat.document().items()[index];
-    auto *text = dynamic_cast<SimpleTextItem *>(&designed);
-    if (auto *shown = dynamic_cast<SimpleTextItem *>(m_document.items()[index].get()); text && shown)
-        text->copyTo(*shown);
-    else
-        m_document.replaceItem(index, std::unique_ptr<Item>(designed.createItemCopy()));
+    const std::unique_ptr<Item> &designed = m_flat.document().items()[index];
+    m_document.replaceItem(index, std::unique_ptr<Item>(designed->createItemCopy()));
     return *m_document.items()[index];
+}
+
+/// The same for label texts, of which most labels have several, and the text in one step. Whether it is one.
+bool RowDocument::showOnLabelText(const Bound &bound, const QString &text)
+{
+    auto *designed = dynamic_cast<SimpleTextItem *>(m_flat.document().items()[bound.item].get());
+    auto *shown = dynamic_cast<SimpleTextItem *>(m_document.items()[bound.item].get());
+    if (!designed || !shown)
+        return false;
+    designed->copyTo(*shown, bound.kind == Kind::Function ? ItemTexts::functionMarker + text : text);
+    return true;
 }
 
 bool RowDocument::show(Item &item, const Bound &bound, const QString &text, Problem &problem) const

@@ -69,6 +69,7 @@ private:
     [[nodiscard]] std::optional<Bound> boundTo(
         int id, const QString &field, std::size_t index, Problems &problems) const;
     Item &asDesigned(std::size_t index);
+    bool showOnLabelText(const Bound &bound, const QString &text);
     [[nodiscard]] bool show(Item &item, const Bound &bound, const QString &text, Problem &problem) const;
 
     const LabelDocument &m_label;

@@ -19,7 +19,8 @@ const QStringList texts { u"Bolt M8"_s, u""_s, u"a"_s, u"two\nlines of text"_s, 
 
 using Change = void (*)(SimpleTextItem &item, QRandomGenerator &random);
 
-const std::array<Change, 20> changes {
+const std::array<Change, 21> changes {
+    [](SimpleTextItem &item, QRandomGenerator &random) { item.setItemPinToCenter(random.bounded(2) == 0); },
     [](SimpleTextItem &item, QRandomGenerator &random) { item.setItemData(texts[random.bounded(6)]); },
     [](SimpleTextItem &item, QRandomGenerator &random) { item.setItemText(texts[random.bounded(6)]); },
     [](SimpleTextItem &item, QRandomGenerator &random) { item.setItemFontSize(random.bounded(5, 90)); },
@@ -99,7 +100,7 @@ void tst_TextCopies::initTestCase()
 void tst_TextCopies::usedTextsBecomeAsNewOnes_data()
 {
     QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 150; ++seed)
+    for (quint32 seed = 1; seed <= 300; ++seed)
         QTest::addRow("%u", seed) << seed;
 }
 
@@ -109,7 +110,7 @@ void tst_TextCopies::usedTextsBecomeAsNewOnes()
     QRandomGenerator random(seed);
     const std::unique_ptr<SimpleTextItem> designed = anyText(random);
     const std::unique_ptr<SimpleTextItem> used = anyText(random);
-    const std::unique_ptr<SimpleTextItem> fresh(dynamic_cast<SimpleTextItem *>(designed->createItemCopy()));
+    std::unique_ptr<SimpleTextItem> fresh(dynamic_cast<SimpleTextItem *>(designed->createItemCopy()));
     QVERIFY(fresh);
     const auto compare = [&] {
         QCOMPARE(ItemRecords::saved(*used), ItemRecords::saved(*fresh));
@@ -122,6 +123,14 @@ void tst_TextCopies::usedTextsBecomeAsNewOnes()
     compare();
     for (const QString &text : texts) {
         used->setItemData(text);
+        fresh->setItemData(text);
+        compare();
+        if (QTest::currentTestFailed())
+            return;
+    }
+    for (const QString &text : texts) {
+        designed->copyTo(*used, text);
+        fresh.reset(dynamic_cast<SimpleTextItem *>(designed->createItemCopy()));
         fresh->setItemData(text);
         compare();
         if (QTest::currentTestFailed())
