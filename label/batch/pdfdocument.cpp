@@ -32,7 +32,8 @@ bool PdfDocument::open(Problems &problems)
     }
     if (!m_file.open(m_overwrite, problems))
         return false;
-    m_pages = std::make_unique<PdfPages>(m_file.device(), PdfInformation { m_title });
+    m_pages
+        = std::make_unique<PdfPages>(m_file.device(), PdfInformation { m_title }, PdfPages::Documents::Sound);
     return true;
 }
 

@@ -30,7 +30,7 @@ bool PdfFiles::append(const RowLabel &label, QList<QByteArray> &contents, Proble
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    PdfPages pages(buffer, { m_title });
+    PdfPages pages(buffer, { m_title }, PdfPages::Documents::Sound);
     if (!m_pages.add(pages, label, problems) || !pages.finish(problems))
         return false;
     contents.append(buffer.data());

@@ -13,7 +13,7 @@
 /// A label as it is to be printed.
 struct RowLabel
 {
-    const LabelDocument &document; ///< its items all lie on the page
+    const LabelDocument &document; ///< without problems(); its items all lie on the page
     const Separation &separation; ///< without plates for an output that needs none
 };
 

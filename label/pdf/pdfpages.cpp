@@ -54,13 +54,6 @@ bool refuse(Problems &problems, const QString &what, const QString &advice = {})
     return false;
 }
 
-bool isSound(const LabelDocument &document, Problems &problems)
-{
-    const Problems found = document.problems();
-    problems += found;
-    return found.isEmpty();
-}
-
 bool isPlate(const QImage &plate, Problems &problems)
 {
     return plate.format() == QImage::Format_Mono
@@ -80,8 +73,9 @@ bool isResolution(double dpi, Problems &problems)
 class PdfPages::Writing
 {
 public:
-    Writing(QIODevice &device, const PdfInformation &information)
+    Writing(QIODevice &device, const PdfInformation &information, Documents documents)
         : m_file(nameOf(device))
+        , m_documents(documents)
         , m_stream(device, information.created)
         , m_writer(&m_stream)
     {
@@ -178,6 +172,15 @@ public:
         return m_count > 0 ? canWrite(problems) : refuse(problems, u"no page has been begun"_s);
     }
 
+    [[nodiscard]] bool isSound(const LabelDocument &document, Problems &problems) const
+    {
+        if (m_documents == Documents::Sound)
+            return true;
+        const Problems found = document.problems();
+        problems += found;
+        return found.isEmpty();
+    }
+
     [[nodiscard]] bool finish(Problems &problems)
     {
         m_painter.end();
@@ -214,6 +217,7 @@ private:
     };
 
     QString m_file;
+    Documents m_documents;
     PdfStream m_stream;
     QPdfWriter m_writer;
     QPainter m_painter;
@@ -224,8 +228,8 @@ private:
     bool m_isComplete = false;
 };
 
-PdfPages::PdfPages(QIODevice &device, const PdfInformation &information)
-    : m_writing(std::make_unique<Writing>(device, information))
+PdfPages::PdfPages(QIODevice &device, const PdfInformation &information, Documents documents)
+    : m_writing(std::make_unique<Writing>(device, information, documents))
 {
 }
 
@@ -233,7 +237,7 @@ PdfPages::~PdfPages() = default;
 
 bool PdfPages::addPage(const LabelDocument &document, Problems &problems, Paper paper)
 {
-    if (!isSound(document, problems) || !beginPage(document.pageSize(), problems))
+    if (!m_writing->isSound(document, problems) || !beginPage(document.pageSize(), problems))
         return false;
     m_writing->paint(document, {}, paper);
     return true;
@@ -263,7 +267,7 @@ bool PdfPages::beginPage(QSizeF size, Problems &problems)
 
 bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &problems, Paper paper)
 {
-    if (!m_writing->canPaint(problems) || !isSound(document, problems))
+    if (!m_writing->canPaint(problems) || !m_writing->isSound(document, problems))
         return false;
     m_writing->paint(document, topLeft, paper);
     return true;
@@ -272,7 +276,7 @@ bool PdfPages::place(const LabelDocument &document, QPointF topLeft, Problems &p
 bool PdfPages::place(const LabelDocument &document, const QTransform &onPage, const QRectF &area,
     Problems &problems, Paper paper)
 {
-    if (!m_writing->canPaint(problems) || !isSound(document, problems))
+    if (!m_writing->canPaint(problems) || !m_writing->isSound(document, problems))
         return false;
     m_writing->paint(document, onPage, area, paper);
     return true;

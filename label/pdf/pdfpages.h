@@ -49,11 +49,15 @@ public:
     /// white, needs no paint there.
     enum class Paper { Clear, Painted };
 
+    /// Whether documents may have problems(), or their user knows that they have none.
+    enum class Documents { Unknown, Sound };
+
     /// A hairline in points, as for crop marks.
     static constexpr double Hairline = 0.25;
 
     /// The device is open for writing, and outlives the pages. Nothing is written before the first page.
-    explicit PdfPages(QIODevice &device, const PdfInformation &information = {});
+    explicit PdfPages(
+        QIODevice &device, const PdfInformation &information = {}, Documents documents = Documents::Unknown);
     /// Without finish() before, the file is none that could be read.
     ~PdfPages();
     Q_DISABLE_COPY_MOVE(PdfPages)
