@@ -22,8 +22,15 @@ public:
     explicit Painting(QPainter &painter)
         : m_painter(painter)
         , m_page(painter.worldTransform())
+        , m_opacity(painter.opacity())
     {
     }
+    ~Painting()
+    {
+        m_painter.setWorldTransform(m_page);
+        m_painter.setOpacity(m_opacity);
+    }
+    Q_DISABLE_COPY_MOVE(Painting)
 
     void paint(Item &item, double opacity)
     {
@@ -40,12 +47,16 @@ public:
     }
 
 private:
+    /// Items leave the painter as they found it; to save and restore it makes paint engines, that of PDF
+    /// above all, set everything anew.
     void paintLeaf(QGraphicsItem &item, double opacity)
     {
-        m_painter.save();
+        const bool isClipped = item.flags() & QGraphicsItem::ItemClipsToShape;
+        if (isClipped)
+            m_painter.save();
         m_painter.setWorldTransform(item.sceneTransform() * m_page);
-        if (item.flags() & QGraphicsItem::ItemClipsToShape)
-            clipTo(item);
+        if (isClipped)
+            m_painter.setClipPath(item.shape(), Qt::IntersectClip);
         m_painter.setOpacity(opacity);
         m_option.exposedRect = item.boundingRect();
         m_option.rect = m_option.exposedRect.toAlignedRect();
@@ -53,13 +64,13 @@ private:
             BarcodeEncoding::paint(*barcode, m_painter);
         else
             item.paint(&m_painter, &m_option, nullptr);
-        m_painter.restore();
+        if (isClipped)
+            m_painter.restore();
     }
-
-    void clipTo(const QGraphicsItem &item) { m_painter.setClipPath(item.shape(), Qt::IntersectClip); }
 
     QPainter &m_painter;
     QTransform m_page;
+    double m_opacity;
     QStyleOptionGraphicsItem m_option;
 };
 
