@@ -72,6 +72,7 @@ void SimpleTextItem::copyContentTo(SimpleTextItem &copy)
         const LayoutPause pause(*copy.document());
         copy.document()->setDocumentMargin(getItemDocumentMargin());
         copy.setPlainText(toPlainText());
+        copy.wrapFor(toPlainText());
         copy.setFont(font());
         copy.setAlignmentOption(getItemAlignment());
         copy.setTextWidth(textWidth());

@@ -90,6 +90,7 @@ private Q_SLOTS:
     void initTestCase();
     void usedTextsBecomeAsNewOnes_data();
     void usedTextsBecomeAsNewOnes();
+    void copiesBreakLongWordsAsTheirOriginals();
 };
 
 void tst_TextCopies::initTestCase()
@@ -136,6 +137,25 @@ void tst_TextCopies::usedTextsBecomeAsNewOnes()
         if (QTest::currentTestFailed())
             return;
     }
+}
+
+// Anywhere, if a word has more than 20,000 letters; it would be looked through for its end at each line.
+void tst_TextCopies::copiesBreakLongWordsAsTheirOriginals()
+{
+    const auto wrapModeOf
+        = [](const SimpleTextItem &item) { return item.document()->defaultTextOption().wrapMode(); };
+    SimpleTextItem longWord;
+    longWord.setItemText(QString(20'001, u'x'));
+    SimpleTextItem shortWord;
+    shortWord.setItemText(u"x"_s);
+
+    SimpleTextItem copy;
+    longWord.copyTo(copy);
+    QCOMPARE(wrapModeOf(copy), QTextOption::WrapAnywhere);
+    shortWord.copyTo(copy);
+    QCOMPARE(wrapModeOf(copy), QTextOption::WrapAtWordBoundaryOrAnywhere);
+    shortWord.copyTo(copy, longWord.getItemText());
+    QCOMPARE(wrapModeOf(copy), QTextOption::WrapAnywhere);
 }
 
 QTEST_MAIN(tst_TextCopies)
