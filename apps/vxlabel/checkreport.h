@@ -2,7 +2,7 @@
 #pragma once
 
 #include "apps/vxlabel/progress.h"
-#include "label/check/preflight.h"
+#include "label/batch/preflight.h"
 
 #include <QString>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "label/check/preflight.h"
+#include "label/batch/preflight.h"
 
 #include "items/graphics/imageableitem.h"
 #include "items/graphics/symbolitem.h"
