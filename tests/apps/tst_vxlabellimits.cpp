@@ -24,6 +24,8 @@ QByteArray nameLabel()
 
 /// So many lines take seconds to be laid out, in hundreds of megabytes.
 const QByteArray endless = '"' + QByteArray("ab\n").repeated(450'000) + '"';
+/// These take one second.
+const QByteArray slow = '"' + QByteArray("ab\n").repeated(90'000) + '"';
 /// For what does less with a text, and slow builds.
 const QByteArray longer = '"' + QByteArray("ab\n").repeated(1'800'000) + '"';
 
@@ -341,6 +343,7 @@ void tst_VxLabelLimits::signalsReachTheWorker_data()
 void tst_VxLabelLimits::signalsReachTheWorker()
 {
     QFETCH(const int, signal);
+    write(u"names.csv"_s, namesWith(slow));
     const std::unique_ptr<QProcess> process = start(program(), batchOfNames);
     QTRY_VERIFY(files(u"out"_s).contains(u"A.png"_s));
     ::kill(pid_t(process->processId()), signal);
