@@ -19,6 +19,8 @@ struct NamedProperty
 {
     QString name;
     QMetaProperty property;
+    QMetaType type = property.metaType();
+    bool isWritable = property.isWritable();
 };
 
 /// The properties of a class by ascending name, the order of a map. Walking the meta-object and making names
@@ -29,8 +31,10 @@ using PropertyList = std::vector<NamedProperty>;
 PropertyList sortedProperties(const QMetaObject &type)
 {
     PropertyList properties;
-    for (int index = 0; index < type.propertyCount(); ++index)
-        properties.push_back({ QString::fromUtf8(type.property(index).name()), type.property(index) });
+    for (int index = 0; index < type.propertyCount(); ++index) {
+        const QMetaProperty property = type.property(index);
+        properties.push_back({ .name = QString::fromUtf8(property.name()), .property = property });
+    }
     // A derived class may declare a name again; the last declaration is the one that a look-up by name finds.
     std::ranges::stable_sort(properties, {}, &NamedProperty::name);
     const auto firstOfEqual = std::unique(properties.rbegin(), properties.rend(),
@@ -78,16 +82,15 @@ const PropertyList &readablePropertiesOf(const QObject &object, const QStringLis
     return properties.readable;
 }
 
-void write(const QMetaProperty &property, const QVariant &value, QObject *object)
+void write(const NamedProperty &to, const QVariant &value, QObject *object)
 {
-    const QMetaType type = property.metaType();
-    if (value.metaType() == type || type == QMetaType::fromType<QVariant>()) {
-        property.write(object, value);
+    if (value.metaType() == to.type || to.type == QMetaType::fromType<QVariant>()) {
+        to.property.write(object, value);
         return;
     }
     QVariant converted = value;
-    if (converted.canConvert(type) && converted.convert(type))
-        property.write(object, converted);
+    if (converted.canConvert(to.type) && converted.convert(to.type))
+        to.property.write(object, converted);
 }
 
 } // namespace
@@ -95,8 +98,8 @@ void write(const QMetaProperty &property, const QVariant &value, QObject *object
 QVariantMap QObjectHelper::qobject2qvariant(const QObject *object, const QStringList &ignoredProperties)
 {
     std::map<QString, QVariant> values; // unlike QVariantMap, takes a value without copying it
-    for (const auto &[name, property] : readablePropertiesOf(*object, ignoredProperties))
-        values.emplace_hint(values.end(), name, property.read(object));
+    for (const NamedProperty &from : readablePropertiesOf(*object, ignoredProperties))
+        values.emplace_hint(values.end(), from.name, from.property.read(object));
     return QVariantMap(std::move(values));
 }
 
@@ -106,12 +109,11 @@ void QObjectHelper::qvariant2qobject(const QVariantMap &map, QObject *object)
     const PropertyList &properties = propertiesOf(*object).all;
     auto entry = properties.begin();
     for (auto value = map.cbegin(); value != map.cend(); ++value) {
-        entry = std::find_if(
-            entry, properties.end(), [&](const NamedProperty &p) { return p.name >= value.key(); });
-        if (entry == properties.end())
-            return;
-        if (entry->name == value.key() && entry->property.isWritable() && value->isValid())
-            write(entry->property, *value, object);
+        int order = -1;
+        while (entry != properties.end() && (order = entry->name.compare(value.key())) < 0)
+            ++entry;
+        if (order == 0 && entry->isWritable && value->isValid())
+            write(*entry, *value, object);
     }
 }
 
