@@ -125,8 +125,11 @@ bool RowDocument::show(const Row &row, const RowContent::Context &context, Probl
         std::optional<QString> text = bound.content.textFor(row, context, problem);
         if (text && text == bound.shown)
             continue;
-        const bool isShown
-            = text && (showOnLabelText(bound, *text) || show(asDesigned(bound.item), bound, *text, problem));
+        bool isShown = false;
+        if (text)
+            isShown = showOnLabelText(bound, *text) || show(asDesigned(bound.item), bound, *text, problem);
+        else
+            asDesigned(bound.item);
         if (!isShown)
             addProblems(
                 { problem }, *m_flat.document().items()[bound.item], m_flat.pointerOf(bound.item), problems);

@@ -74,6 +74,7 @@ private Q_SLOTS:
     void barcodesShowRows();
     void picturesShowFiles();
     void rowsDoNotDependOnThoseBefore();
+    void itemsThatCannotShowARowAreAsDesigned();
     void membersOfGroupsShowRows();
     void theLabelStaysAsItIs();
     void labelsKnowWhatTheyDependOn();
@@ -205,6 +206,19 @@ void tst_RowDocument::rowsDoNotDependOnThoseBefore()
     QVERIFY(used->show(rowOf(u"Tea"_s), context, problems));
     QCOMPARE(plateOf(*used), plateOf(*fresh));
     QVERIFY(other != plateOf(*fresh));
+}
+
+void tst_RowDocument::itemsThatCannotShowARowAreAsDesigned()
+{
+    const LabelDocument document = label(text(R"("itemText": "${price:%.2f}")"));
+    const auto rows = bound(document);
+    Problems problems;
+    QVERIFY(rows->show(rowOf(u"Apple"_s, u"2"_s), context, problems));
+    QCOMPARE(itemOf<SimpleTextItem>(*rows).getItemText(), u"2.00"_s);
+    QVERIFY(!rows->show(rowOf(u"Apple"_s, u"cheap"_s), context, problems));
+    QCOMPARE(itemOf<SimpleTextItem>(*rows).getItemText(), u"${price:%.2f}"_s);
+    QVERIFY(rows->show(rowOf(u"Apple"_s, u"3"_s), context, problems));
+    QCOMPARE(itemOf<SimpleTextItem>(*rows).getItemText(), u"3.00"_s);
 }
 
 void tst_RowDocument::membersOfGroupsShowRows()
