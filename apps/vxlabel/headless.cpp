@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -35,11 +36,21 @@ void occupyStandardStreams()
     close(file);
 }
 
+/// For each page of a PDF, Qt asks twice for 16 MB of which it fills little. They would be given back to the
+/// system after each label, and what was filled cleared again for the next.
+void keepFreedMemory()
+{
+    constexpr int mebibyte = 1024 * 1024;
+    mallopt(M_MMAP_THRESHOLD, 32 * mebibyte); // the largest possible
+    mallopt(M_TRIM_THRESHOLD, 64 * mebibyte);
+}
+
 } // namespace
 
 void prepareHeadless()
 {
     occupyStandardStreams();
+    keepFreedMemory();
 
     // Whatever a desktop session asks for, nothing is ever shown.
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -19,7 +19,10 @@ void limit(__rlimit_resource resource, rlim_t value)
 {
     rlimit now {};
     getrlimit(resource, &now);
-    now.rlim_cur = std::min(value, now.rlim_max);
+    const rlim_t allowed = std::min(value, now.rlim_max);
+    if (now.rlim_cur == allowed)
+        return;
+    now.rlim_cur = allowed;
     setrlimit(resource, &now);
 }
 
