@@ -63,8 +63,8 @@ QColor PaintedColors::fillOf(const Item &item)
 bool PaintedColors::fillIsGradient(const Item &item)
 {
     const auto *fillable = dynamic_cast<const FillableItem *>(&item);
-    return fillable && fillOf(item) != ItemColors::transparent
-        && fillable->getItemBrushStyle() >= MobraTypes::BrushLinearGradient;
+    return fillable && fillable->getItemBrushStyle() >= MobraTypes::BrushLinearGradient
+        && fillOf(item) != ItemColors::transparent;
 }
 
 QColor PaintedColors::barsOf(const BarcodeItem &barcode)
