@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using namespace BatchLabels;
@@ -27,6 +28,21 @@ QStringList pagesOf(const PdfProbe &pdf)
         pages.append(page.simplified());
     return pages;
 }
+
+/// How often the programs so far have been given a page of memory.
+long pageFaults()
+{
+    rusage used {};
+    getrusage(RUSAGE_CHILDREN, &used);
+    return used.ru_minflt;
+}
+
+/// For a page of a PDF. Freed memory that is given back to the system costs 20 and more.
+#ifdef __SANITIZE_ADDRESS__
+constexpr double mostPageFaults = 10'000; // freed memory is kept for a while, to see whether it is used
+#else
+constexpr double mostPageFaults = 2;
+#endif
 
 } // namespace
 
@@ -59,6 +75,7 @@ private Q_SLOTS:
     void wrongUsageIsExplained_data();
     void wrongUsageIsExplained();
     void rowsOfTheirOwnAreResumed();
+    void memoryIsKeptFromPageToPage();
 
 private:
     [[nodiscard]] PdfProbe *probe(const QString &file);
@@ -415,6 +432,22 @@ void tst_VxLabelPdf::rowsOfTheirOwnAreResumed()
     const ProgramResult resumed = run(arguments + QStringList { u"--resume"_s });
     QCOMPARE(resumed.out, QByteArray("1 row printed, 2 kept\n"));
     QVERIFY(contentsOf(u"out"_s) == whole);
+}
+
+void tst_VxLabelPdf::memoryIsKeptFromPageToPage()
+{
+    const auto faultsOf = [this](int rows) {
+        QByteArray data = "sku,name,price\n";
+        for (int row = 0; row < rows; ++row)
+            data += "A" + QByteArray::number(row) + ",Apple,1\n";
+        write(u"prices.csv"_s, data);
+        const long before = pageFaults();
+        expect(batchOfPrices + QStringList { u"--pdf"_s, u"all.pdf"_s, u"--force"_s }, 0);
+        return pageFaults() - before;
+    };
+    const long few = faultsOf(20);
+    const double each = double(faultsOf(220) - few) / 200.0;
+    QVERIFY2(each < mostPageFaults, qPrintable(u"%1 page faults for each page"_s.arg(each)));
 }
 
 QTEST_MAIN(tst_VxLabelPdf)
