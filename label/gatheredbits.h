@@ -16,13 +16,6 @@ inline uchar gatheredBits(const uchar *flags)
     return gatheredBits(qFromLittleEndian<quint64>(flags));
 }
 
-/// One bit of each of eight numbers, the first one highest.
-inline uchar bitsAt(const uchar *numbers, int place)
-{
-    constexpr quint64 ones = 0x0101010101010101U;
-    return gatheredBits((qFromLittleEndian<quint64>(numbers) >> place) & ones);
-}
-
 /// A bit for each of eight numbers, the first one highest: whether it is this one. None is above 31.
 inline uchar equalBits(const uchar *numbers, quint64 number)
 {

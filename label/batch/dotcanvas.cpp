@@ -30,14 +30,6 @@ bool areClear(const QRgb *pixels)
 /// do many pixels at a time.
 using Flags = std::array<uchar, group>;
 
-Flags coveredOf(const QRgb *pixels)
-{
-    Flags covered;
-    for (std::size_t i = 0; i < group; ++i)
-        covered[i] = uchar(pixels[i] >> 31);
-    return covered;
-}
-
 Flags lightOf(const QRgb *pixels)
 {
     Flags light;
@@ -46,19 +38,22 @@ Flags lightOf(const QRgb *pixels)
     return light;
 }
 
-constexpr int coveredPlace = 4;
-constexpr uchar coveredFlag = 1U << coveredPlace;
-
-/// The number of each pixel that is painted, with a flag.
-Flags numbersOf(const QRgb *pixels)
+/// The highest bits of the channels of eight pixels: a byte for each channel, in which the first pixel has
+/// the highest bit.
+QRgb highBitsOf(const QRgb *eight)
 {
-    Flags numbers;
-    for (std::size_t i = 0; i < group; ++i) {
-        const QRgb pixel = pixels[i];
-        numbers[i] = uchar((pixel >> 21 & 4) | (pixel >> 14 & 2) | (pixel >> 7 & 1)
-            | (pixel >> (31 - coveredPlace) & coveredFlag));
-    }
-    return numbers;
+    QRgb bits = 0;
+    for (int i = 0; i < 8; ++i)
+        bits |= (eight[i] & 0x80808080U) >> i;
+    return bits;
+}
+
+/// A bit for each of eight pixels that is painted in a number.
+uchar numberedBits(QRgb high, QRgb number)
+{
+    const QRgb wanted = (PrintCopy::numbered(number) & PrintCopy::numberBits) / 0x80 * 0xFF;
+    const QRgb others = high ^ wanted;
+    return uchar(qAlpha(high) & ~(qRed(others) | qGreen(others) | qBlue(others)));
 }
 
 /// Whether each pixel is clear or opaque.
@@ -129,12 +124,17 @@ template <typename Take> void DotCanvas::takeGroups(QSize size, Take take)
         const std::size_t right = std::size_t(part.right()) + 1;
         for (int y = part.top(); y <= part.bottom(); ++y) {
             QRgb *row = &m_pixels[std::size_t(y) * m_rowPixels];
+            std::size_t clearFrom = right;
+            std::size_t clearTo = left;
             for (std::size_t x = left; x < right; x += group) {
                 if (areClear(row + x))
                     continue;
                 take(row + x, std::size_t(y) * stride + x / 8, std::min(group / 8, bytes - x / 8));
-                std::fill_n(row + x, group, 0);
+                clearFrom = std::min(clearFrom, x);
+                clearTo = x + group;
             }
+            if (clearFrom < clearTo)
+                std::fill(row + clearFrom, row + clearTo, 0);
         }
     }
 }
@@ -145,11 +145,10 @@ bool DotCanvas::moveTo(QImage &plate, const QImage &taken)
     const uchar *takenBits = taken.constBits();
     bool isApart = true;
     takeGroups(plate.size(), [&](const QRgb *pixels, std::size_t at, std::size_t bytes) {
-        const Flags covered = coveredOf(pixels);
         const Flags light = lightOf(pixels);
         isApart = isApart && arePlain(pixels);
         for (std::size_t i = 0; i < bytes; ++i) {
-            const uchar cover = gatheredBits(&covered[i * 8]);
+            const auto cover = uchar(qAlpha(highBitsOf(pixels + i * 8)));
             isApart = isApart && (cover & takenBits[at + i]) == 0;
             putOn(bits[at + i], cover, cover & ~gatheredBits(&light[i * 8]));
         }
@@ -166,14 +165,13 @@ bool DotCanvas::moveNumbersTo(std::vector<Plate> &plates, const QImage &taken)
     const uchar *takenBits = taken.constBits();
     bool isApart = true;
     takeGroups(taken.size(), [&](const QRgb *pixels, std::size_t at, std::size_t bytes) {
-        const Flags numbers = numbersOf(pixels);
         isApart = isApart && areNumbers(pixels);
         for (std::size_t i = 0; i < bytes; ++i) {
-            const uchar *eight = &numbers[i * 8];
-            const uchar cover = bitsAt(eight, coveredPlace);
+            const QRgb high = highBitsOf(pixels + i * 8);
+            const auto cover = uchar(qAlpha(high));
             isApart = isApart && (cover & takenBits[at + i]) == 0;
-            for (std::size_t ink = 0; ink < bits.size(); ++ink)
-                putOn(bits[ink][at + i], cover, equalBits(eight, coveredFlag + ink + 1));
+            for (QRgb ink = 0; ink < bits.size(); ++ink)
+                putOn(bits[ink][at + i], cover, numberedBits(high, ink + 1));
         }
     });
     return isApart;
