@@ -8,6 +8,8 @@
 #include "label/printlimits.h"
 #include "label/wording.h"
 
+#include <QTransform>
+
 #include <algorithm>
 #include <cmath>
 
@@ -129,12 +131,44 @@ void PlateAdjuster::invertOthers(std::vector<Plate> &plates) const
     }
 }
 
+Separation PlateAdjuster::seen(Separation separation) const
+{
+    replaceInks(separation.plates);
+    for (Plate &plate : separation.plates) {
+        const QSize size = plate.image.size();
+        const QRect part = printedPart(size);
+        if (part.contains(plate.image.rect()))
+            continue;
+        const bool fill = m_separation.negative;
+        const QImage printed = PlateBits::placed(plate.image, part.size(), -part.topLeft(), fill);
+        plate.image = PlateBits::placed(printed, size, part.topLeft(), fill);
+    }
+    return separation;
+}
+
+QPoint PlateAdjuster::placeOf(QSize content) const
+{
+    return { marginOf(m_page.width(), content.width()), marginOf(m_page.height(), content.height()) };
+}
+
+QRect PlateAdjuster::printedPart(QSize content) const
+{
+    const QRectF page(QPointF(), m_adjustment.turnsOnSide() ? m_page.transposed() : m_page);
+    QTransform back;
+    back.translate(m_page.width() / 2.0, m_page.height() / 2.0);
+    if (m_adjustment.mirror)
+        back.scale(-1.0, 1.0);
+    back.rotate(-m_adjustment.rotation);
+    back.translate(-page.width() / 2.0, -page.height() / 2.0);
+    const QRectF part = back.mapRect(page & page.translated(-m_offset));
+    return part.toRect().translated(-placeOf(content));
+}
+
 QImage PlateAdjuster::moved(const QImage &plate, bool fill) const
 {
     QImage image = plate;
     if (image.size() != m_page)
-        image = PlateBits::placed(image, m_page,
-            { marginOf(m_page.width(), image.width()), marginOf(m_page.height(), image.height()) }, fill);
+        image = PlateBits::placed(image, m_page, placeOf(image.size()), fill);
     if (m_adjustment.mirror)
         image = PlateBits::mirrored(image);
     image = PlateBits::turned(image, m_adjustment.rotation / 90);

@@ -29,6 +29,9 @@ public:
     /// Adjusts the outcome: the plates are those of the inks that are printed, of the page as it is printed.
     /// False, with the reason in problems, when memory runs out.
     [[nodiscard]] bool apply(Separation &separation, Problems &problems) const;
+    /// The outcome with the inks that are printed, and without what the adjustment cuts off, but where the
+    /// label has it: what a scanner gets to see, in the places of the label's barcodes.
+    [[nodiscard]] Separation seen(Separation separation) const;
 
 private:
     PlateAdjuster(const LabelDocument &label, const SeparationOptions &options,
@@ -37,6 +40,10 @@ private:
     void replaceInks(std::vector<Plate> &plates) const;
     void invertOthers(std::vector<Plate> &plates) const;
     [[nodiscard]] QImage moved(const QImage &plate, bool fill) const;
+    /// Where an outcome of that size lies on the page, before it is mirrored and turned.
+    [[nodiscard]] QPoint placeOf(QSize content) const;
+    /// The part of such an outcome that is printed.
+    [[nodiscard]] QRect printedPart(QSize content) const;
 
     PrintAdjustment m_adjustment;
     InkMapping m_inks;

@@ -400,7 +400,7 @@ void Batch::verify(const Separation &separation, Problems &problems)
 {
     if (!m_verifier)
         return;
-    Problems found = m_verifier->verify(m_document->document(), separation, m_plates);
+    Problems found = m_verifier->verify(m_document->document(), m_adjuster->seen(separation), m_plates);
     m_document->locate(found);
     problems += found;
     tell(m_verifier->takeNotes());

@@ -107,6 +107,7 @@ private Q_SLOTS:
     void verifyReadsWhatIsOnThePlates();
     void rowsThatReadOtherwiseAreNotPrinted_data();
     void rowsThatReadOtherwiseAreNotPrinted();
+    void verifyLooksAtTheInksThatArePrinted();
     void symbologiesThatCannotBeReadAreToldOnce();
     void theExampleOfABatchIsSound();
 
@@ -382,6 +383,14 @@ void tst_VxLabelCheck::rowsThatReadOtherwiseAreNotPrinted_data()
     QTest::newRow("red ink") << QJsonArray { with(u"itemTextColor"_s, u"#ff0000"_s) } << QStringList()
                              << QByteArray();
     QTest::newRow("upright") << QJsonArray { upright } << QStringList() << QByteArray();
+    QTest::newRow("moved") << QJsonArray { good } << QStringList { u"--offset=1mm,-2mm"_s } << QByteArray();
+    QTest::newRow("turned and mirrored")
+        << QJsonArray { good } << QStringList { u"--rotate=90"_s, u"--mirror"_s } << QByteArray();
+    QTest::newRow("scaled") << QJsonArray { good } << QStringList { u"--scale=1.1"_s } << QByteArray();
+    QTest::newRow("moved off") << QJsonArray { good } << QStringList { u"--offset=30mm,0"_s } << unread;
+    QTest::newRow("moved off a negative")
+        << QJsonArray { good } << QStringList { u"--negative"_s, u"--offset=30mm,0"_s } << unread;
+    QTest::newRow("scaled off") << QJsonArray { good } << QStringList { u"--scale=4"_s } << unread;
     QTest::newRow("too small") << QJsonArray { with(u"itemWidth"_s, 40) } << QStringList() << unread;
     QTest::newRow("no ink") << QJsonArray { with(u"itemTextColor"_s, u"#ffffff"_s) } << QStringList()
                             << unread;
@@ -410,6 +419,14 @@ void tst_VxLabelCheck::rowsThatReadOtherwiseAreNotPrinted()
     QVERIFY2(result.err.contains("prices.csv:2: /items/1: barcode -1 (Code 128): " + words), result.err);
     const QString problem = objectsOf(read(u"out/manifest.jsonl"_s))[1][u"problems"_s][0].toString();
     QVERIFY2(problem.toUtf8().contains(words), qPrintable(problem));
+}
+
+void tst_VxLabelCheck::verifyLooksAtTheInksThatArePrinted()
+{
+    const ProgramResult result = run({ u"batch"_s, u"a.vxl"_s, u"--map"_s, u"black=red"_s, u"--verify"_s,
+        u"-o"_s, u"out/{sku}.{ink}.png"_s });
+    QVERIFY2(result.err.contains("is read in white light only: lasers do not see its ink"), result.err);
+    QCOMPARE(result.code, 0);
 }
 
 void tst_VxLabelCheck::symbologiesThatCannotBeReadAreToldOnce()
