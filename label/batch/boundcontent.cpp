@@ -96,7 +96,7 @@ QString BoundContent::templateOf(const Item &item)
     if (const auto *rich = dynamic_cast<const RichTextItem *>(&item))
         return rich->itemHtml();
     if (const auto *text = dynamic_cast<const SimpleTextItem *>(&item))
-        return text->getItemText();
+        return text->getTextIsVertical() ? text->convertVerticalTextToHorizontal() : text->getItemText();
     const auto *barcode = dynamic_cast<const BarcodeItem *>(&item);
     return barcode ? barcode->getBarcodeText() : QString();
 }

@@ -30,6 +30,15 @@ QString unescaped(QString text)
         .replace(u"&amp;"_s, u"&"_s);
 }
 
+/// As text within HTML, which takes line feeds for spaces.
+QString escaped(const QString &value)
+{
+    return value.toHtmlEscaped()
+        .replace(u"\r\n"_s, u"<br/>"_s)
+        .replace(u'\n', u"<br/>"_s)
+        .replace(u'\r', u"<br/>"_s);
+}
+
 } // namespace
 
 std::optional<RowTemplate::Part> RowTemplate::partOf(
@@ -145,7 +154,7 @@ std::optional<QString> RowTemplate::textFor(const Row &row, const Context &conte
         const std::optional<QString> piece = textOf(part, row, context, problem);
         if (!piece)
             return {};
-        text += m_markup == Markup::Html && part.kind != Kind::Text ? piece->toHtmlEscaped() : *piece;
+        text += m_markup == Markup::Html && part.kind != Kind::Text ? escaped(*piece) : *piece;
     }
     return text;
 }

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void textsShowRows_data();
     void textsShowRows();
     void richTextsKeepTheirForm();
+    void richTextsKeepLines();
     void functionsOfRichTextsAreHtml();
     void barcodesShowRows();
     void picturesShowFiles();
@@ -107,6 +108,7 @@ void tst_RowDocument::textsShowRows_data()
     row("column", R"("itemText": "x", "itemDatasourceId": 1, "itemDatasourceField": "name")", u"Tea & <b>"_s);
     row("column of whatever source", R"("itemDatasourceId": 9, "itemDatasourceField": "price")", u"2.5"_s);
     row("template", R"("itemText": "${name}: ${price:%.2f} ${logo|none}")", u"Tea & <b>: 2.50 none"_s);
+    row("template from top to bottom", R"("itemText": "${price}", "itemTextVertical": true)", u"2\n.\n5"_s);
     row("counter", R"("itemDatasourceId": 2)", u"000110"_s); // 100, 105, 110
     row("date", R"("itemDatasourceId": 3)", u"01.02.26"_s); // January has 31 days
     row("concatenation", R"("itemDatasourceId": 4)", u"Tea & <b><3"_s);
@@ -137,6 +139,18 @@ void tst_RowDocument::richTextsKeepTheirForm()
     const auto &item = itemOf<RichTextItem>(*rows);
     QCOMPARE(item.toPlainText(), u"Only 2.50 for <i>&"_s);
     QVERIFY2(item.itemHtml().contains(u"color:#d40000;\">2.50</span>"_s), qPrintable(item.itemHtml()));
+}
+
+void tst_RowDocument::richTextsKeepLines()
+{
+    const LabelDocument document = label(
+        R"({"itemShape": 65558, "itemWidth": 300, "itemHeight": 100, "itemHtml": "<p>[${name}]</p>"},
+           {"itemShape": 65558, "itemWidth": 300, "itemHeight": 100, "itemHtml": "x", "itemDatasourceId": 4})");
+    const auto rows = bound(document);
+    Problems problems;
+    QVERIFY(rows->show(rowOf(u"two\nlines"_s), context, problems));
+    QCOMPARE(itemOf<RichTextItem>(*rows, 0).toPlainText(), u"[two\nlines]"_s);
+    QVERIFY(itemOf<RichTextItem>(*rows, 1).toPlainText().startsWith(u"two\nlines"_s));
 }
 
 void tst_RowDocument::functionsOfRichTextsAreHtml()

@@ -154,6 +154,10 @@ void tst_RowTemplate::valuesAreEscapedInHtml()
     QVERIFY(parsed);
     Problem problem;
     QCOMPARE(*parsed->textFor(own, context, problem), u"<b>&lt;i&gt; &amp; &quot;x&quot;</b> &lt;none&gt;"_s);
+
+    const Row lines { 2, { u"two\nlines\r\nand\rmore"_s, QString() }, {} };
+    QCOMPARE(
+        *parsed->textFor(lines, context, problem), u"<b>two<br/>lines<br/>and<br/>more</b> &lt;none&gt;"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_RowTemplate)
