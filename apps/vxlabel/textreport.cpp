@@ -10,8 +10,8 @@ namespace {
 constexpr qsizetype mostKinds = 1000;
 constexpr qsizetype mostRows = 5;
 
-/// So many different things of one rule at one item are told.
-constexpr qsizetype mostVariants = 5;
+/// So many different things of one rule at one item are told; the last one stands for all others.
+constexpr qsizetype mostVariants = 6;
 
 /// What the problems of several rows have in common: the words between values and numbers.
 QString withoutValues(QString what)
@@ -76,8 +76,10 @@ qsizetype TextReport::placeOf(const Finding &finding, bool isOfRow)
     if (const auto found = m_places.constFind(key); found != m_places.constEnd())
         return *found;
     QList<qsizetype> &variants = m_variants[rule];
-    if (isOfRow && variants.size() >= mostVariants)
-        return variants.constFirst();
+    if (isOfRow && variants.size() >= mostVariants) {
+        m_kinds[variants.constLast()].isMixed = true;
+        return variants.constLast();
+    }
     if (m_kinds.size() >= mostKinds)
         return -1;
     variants.append(m_kinds.size());
@@ -98,7 +100,8 @@ QString TextReport::lineOf(const Kind &kind)
             rows.append(QString::number(row));
         if (kind.count > kind.rows.size())
             rows.append(u"…"_s);
-        line += u" (%1 rows: %2)"_s.arg(kind.count).arg(rows.join(u", "_s));
+        const QString why = kind.isMixed ? u" for this and other reasons"_s : QString();
+        line += u" (%1 rows%2: %3)"_s.arg(QString::number(kind.count), why, rows.join(u", "_s));
     }
     return line + u'\n';
 }

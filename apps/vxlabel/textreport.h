@@ -26,6 +26,7 @@ private:
         QList<qint64> rows; ///< the first of them; none of a finding at the label
         qint64 count = 0; ///< of all rows
         qint64 lastRow = 0;
+        bool isMixed = false; ///< of other things as well
     };
 
     void add(const Finding &finding, std::optional<qint64> row);

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void placesHaveFieldsOfTheirOwn();
     void everyEndHasAReport_data();
     void everyEndHasAReport();
+    void manyReasonsAreNotMistakenForTheFirst();
     void progressIsTold();
     void interruptedChecksTellWhatTheyHaveFound();
     void batchesFailRowsThatACheckDoes_data();
@@ -299,6 +300,20 @@ void tst_VxLabelCheckRows::everyEndHasAReport()
     QCOMPARE(objects[0][u"rule"_s].toString(), rule);
     QVERIFY2(objects[0][u"file"_s].toString().endsWith(file), json.out.constData());
     QCOMPARE(objects.last()[u"errors"_s].toInteger(), objects.size() - 1);
+}
+
+void tst_VxLabelCheckRows::manyReasonsAreNotMistakenForTheFirst()
+{
+    const QByteArrayList broken { R"({"sku":1)", R"({"sku" 1})", R"({"sku":1e})", R"({"sku":tru})",
+        R"({"sku":"x})", R"({"sku":1} x)", R"([1])", R"({"sku":1,})", R"({"sku":2e})" };
+    write(u"rows.jsonl"_s, "{\"name\":\"a\",\"sku\":\"b\",\"qty\":1}\n" + broken.join('\n') + '\n');
+    const QByteArrayList lines
+        = run({ u"check"_s, u"a.vxl"_s, u"--data"_s, u"rows.jsonl"_s }).out.trimmed().split('\n');
+    QCOMPARE(lines.size(), 7); // six reasons, of which the last one has room for all others
+    QVERIFY2(lines[2].endsWith("(2 rows: 4, 10)"), lines[2]); // illegal numbers
+    for (const int alone : { 0, 1, 3, 4 })
+        QVERIFY2(!lines[alone].contains(" rows"), lines[alone]);
+    QVERIFY2(lines[5].endsWith("(3 rows for this and other reasons: 7, 8, 9)"), lines[5]);
 }
 
 void tst_VxLabelCheckRows::progressIsTold()
