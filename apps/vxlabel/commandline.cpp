@@ -8,6 +8,7 @@
 #include "apps/vxlabel/typingadvice.h"
 #include "apps/vxlabel/worker.h"
 #include "label/check/codeverifier.h"
+#include "label/hostfonts.h"
 #include "label/labellimits.h"
 
 #include <QFile>
@@ -164,6 +165,7 @@ ExitCode CommandLine::refuseUnexpected(const QString &argument) const
 
 ExitCode CommandLine::runJob() const
 {
+    HostFonts::list();
     Worker::setLimits(m_limits);
     return m_job(m_keepGoing ? BrokenItems::LeaveOut : BrokenItems::Refuse);
 }

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void labelsBeyondALimitAreRefused();
     void checksTellTheRowBeyondALimit_data();
     void checksTellTheRowBeyondALimit();
+    void theFontsOfOtherProgramsAreLeftWhole();
     void largeFilesAreRefused();
     void brokenWorkersLoseTheirRowOnly_data();
     void brokenWorkersLoseTheirRowOnly();
@@ -278,6 +279,29 @@ void tst_VxLabelLimits::checksTellTheRowBeyondALimit()
     QVERIFY(process->waitForFinished(patience));
     QVERIFY(process->readAllStandardError().startsWith("vxlabel: row 2: " + tooLong));
     QCOMPARE(process->exitCode(), 3);
+}
+
+// What the system knows of its fonts is written by the first program that asks, for all others.
+void tst_VxLabelLimits::theFontsOfOtherProgramsAreLeftWhole()
+{
+    const auto sizesAfter = [this](const QStringList &limit) {
+        const QString cache = limit.isEmpty() ? u"whole"_s : limit.last();
+        write(u"fonts.conf"_s,
+            "<?xml version=\"1.0\"?><fontconfig><dir>/usr/share/fonts</dir><cachedir>" + path(cache).toUtf8()
+                + "</cachedir></fontconfig>");
+        qputenv("FONTCONFIG_FILE", QFile::encodeName(path(u"fonts.conf"_s)));
+        static_cast<void>(
+            run(QStringList { u"separate"_s, u"a.vxl"_s, u"-o"_s, u"plates"_s, u"--force"_s } + limit));
+        qunsetenv("FONTCONFIG_FILE");
+        std::map<QString, qsizetype> sizes;
+        for (const auto &[name, content] : contentsOf(cache))
+            sizes[name] = content.size();
+        return sizes;
+    };
+    const std::map<QString, qsizetype> whole = sizesAfter({});
+    QVERIFY(!whole.empty());
+    for (const QString &megabytes : { u"20"_s, u"40"_s, u"64"_s })
+        QCOMPARE(sizesAfter({ u"--max-memory"_s, megabytes }), whole);
 }
 
 void tst_VxLabelLimits::largeFilesAreRefused()
