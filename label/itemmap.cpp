@@ -257,8 +257,12 @@ template <typename T> void placeContent(T &content, const QVariantMap &map)
     const QSizeF size = typedSize(map, natural.isEmpty() ? content.getItemSize() : natural.size());
     content.setItemSizeOnUpdate(size);
     content.updateItemPositionAfterLoading();
-    const QPointF centre = content.pos() + QPointF(size.width() / 2.0, size.height() / 2.0);
-    content.setPos(content.pos() + centre - content.mapToParent(natural.center()));
+    const QPointF half(size.width() / 2.0, size.height() / 2.0);
+    // Without a content, the one that it will have begins where the item's origin is.
+    const QPointF centre = natural.isEmpty()
+        ? content.mapToParent(QPointF()) + QTransform().rotate(content.getItemRotation()).map(half)
+        : content.mapToParent(natural.center());
+    content.setPos(content.pos() + content.pos() + half - centre);
 }
 
 /// Stretches a label text to its typed size and turns it about its centre.

@@ -74,6 +74,8 @@ private Q_SLOTS:
     void functionsOfRichTextsAreHtml();
     void barcodesShowRows();
     void picturesShowFiles();
+    void graphicsWithoutContentHaveTheirPlace_data();
+    void graphicsWithoutContentHaveTheirPlace();
     void rowsDoNotDependOnThoseBefore();
     void itemsThatCannotShowARowAreAsDesigned();
     void membersOfGroupsShowRows();
@@ -200,6 +202,61 @@ void tst_RowDocument::picturesShowFiles()
     QVERIFY(!itemOf<PixMapItem>(*rows).isVisible());
     QVERIFY(rows->show(rowOf({}, {}, u"red.png"_s), context, problems));
     QVERIFY(itemOf<PixMapItem>(*rows).isVisible());
+}
+
+void tst_RowDocument::graphicsWithoutContentHaveTheirPlace_data()
+{
+    QTest::addColumn<QByteArray>("shape");
+    QTest::addColumn<int>("rotation");
+    QTest::addColumn<QPointF>("corner"); // of the upper left, turned with the rest about 95, 70
+    QTest::addColumn<DocumentFormat>("format");
+    for (const auto format : { DocumentFormat::Json, DocumentFormat::Binary }) {
+        for (const auto &[name, shape] :
+            { std::pair("picture", 65548), { "drawing", 65547 }, { "symbol", 65549 } }) {
+            const char *written = format == DocumentFormat::Json ? "JSON" : "binary";
+            const auto row = [&](int rotation, QPointF corner) {
+                QTest::addRow("%s, %d\u00B0, %s", name, rotation, written)
+                    << QByteArray::number(shape) << rotation << corner << format;
+            };
+            row(0, { 20, 20 });
+            row(90, { 145, -5 });
+            row(180, { 170, 120 });
+            // 95 - 75 cos 30 + 50 sin 30 and 70 - 75 sin 30 - 50 cos 30 degrees
+            row(30, { 55.0480947, -10.8012702 });
+        }
+    }
+}
+
+void tst_RowDocument::graphicsWithoutContentHaveTheirPlace()
+{
+    QFETCH(const QByteArray, shape);
+    QFETCH(const int, rotation);
+    QFETCH(const QPointF, corner);
+    QFETCH(const DocumentFormat, format);
+    QImage red(20, 10, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QVERIFY(red.save(m_folder.filePath(u"red.png"_s)));
+    QFile drawing(m_folder.filePath(u"red.svg"_s));
+    QVERIFY(drawing.open(QIODevice::WriteOnly));
+    drawing.write(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='10'><path d='M0 0h20v10H0z'/></svg>");
+    drawing.close();
+
+    const LabelDocument typed
+        = label(R"({"itemShape": )" + shape + R"(, "itemPositionX": 20, "itemPositionY": 20,
+        "itemWidth": 150, "itemHeight": 100, "itemDatasourceId": 1, "itemDatasourceField": "logo", "itemRotation": )"
+            + QByteArray::number(rotation) + '}');
+    Problems problems;
+    const LoadResult saved
+        = DocumentFile::loadFromData(DocumentFile::toData(typed, format, problems), u"saved"_s);
+    QVERIFY2(saved.document, qPrintable(firstText(saved.problems)));
+    const auto rows = bound(*saved.document);
+    const QString file = shape == "65548" ? u"red.png"_s : u"red.svg"_s;
+    QVERIFY2(rows->show(rowOf({}, {}, file), context, problems), qPrintable(firstText(problems)));
+    const auto &shown = itemOf<QGraphicsItem>(*rows);
+    const QPointF found = shown.mapToScene(shown.boundingRect().topLeft());
+    QVERIFY2(QLineF(found, corner).length() < 1e-6, qPrintable(u"%1, %2"_s.arg(found.x()).arg(found.y())));
+    QCOMPARE(itemOf<Item>(*rows).getItemSize(), QSizeF(150, 100));
 }
 
 void tst_RowDocument::rowsDoNotDependOnThoseBefore()
