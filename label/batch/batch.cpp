@@ -184,7 +184,7 @@ BatchEnd Batch::run(BatchObserver &observer)
         else if (result.kind == RowResult::End)
             end = endOfRows();
         else if (m_options.rows.endsBefore(result.row.number))
-            end = BatchEnd::Complete;
+            end = endOfChosen();
         else
             end = take(result);
     }
@@ -197,6 +197,12 @@ BatchEnd Batch::run(BatchObserver &observer)
 BatchEnd Batch::endOfRows()
 {
     m_replaced += m_manifest->takeBehind(m_lastRow);
+    return BatchEnd::Complete;
+}
+
+BatchEnd Batch::endOfChosen()
+{
+    m_hasReadAll = false;
     return BatchEnd::Complete;
 }
 
@@ -228,7 +234,7 @@ void Batch::removeReplaced()
 
 Manifest::End Batch::dataEnd() const
 {
-    return { m_lastRow, m_data.result().toHex().first(16) };
+    return { m_lastRow, m_data.result().toHex().first(16), m_hasReadAll };
 }
 
 std::optional<BatchEnd> Batch::take(const RowResult &result)

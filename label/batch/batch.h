@@ -98,6 +98,7 @@ private:
     [[nodiscard]] std::optional<Separation> separationOf(
         const Row &row, qint64 label, With plates, Problems &problems);
     [[nodiscard]] BatchEnd endOfRows();
+    [[nodiscard]] BatchEnd endOfChosen();
     [[nodiscard]] BatchEnd finish(BatchEnd end);
     /// What a check finds on the label that is shown, and is not to be printed; tells the rest.
     [[nodiscard]] Problems checkShown();
@@ -123,6 +124,7 @@ private:
     std::unique_ptr<RowOutput> m_output;
     BatchObserver *m_observer = nullptr; ///< while it runs
     qint64 m_lastRow = 0; ///< that was read
+    bool m_hasReadAll = true; ///< unless the chosen rows ended before
     qint64 m_lastLost = 0; ///< the last row of those that are lost
     QCryptographicHash m_data { QCryptographicHash::Sha256 }; ///< of all rows so far
     BatchCount m_count;

@@ -24,6 +24,7 @@ constexpr int version = 1;
 
 const QString rowsKey = u"rows"_s;
 const QString digestKey = u"digest"_s;
+const QString moreKey = u"more"_s; ///< only where it is true
 const QString pdfKey = u"pdf"_s; ///< of batches that are written as a whole
 
 /// What the keys of a head mean, where they do not tell it themselves.
@@ -118,7 +119,10 @@ QByteArray Manifest::headLine(const QJsonObject &head)
 
 QByteArray Manifest::endLine(const End &end)
 {
-    return lineOf({ { rowsKey, end.rows }, { digestKey, QString::fromLatin1(end.digest) } });
+    QJsonObject json { { rowsKey, end.rows }, { digestKey, QString::fromLatin1(end.digest) } };
+    if (!end.isWhole)
+        json.insert(moreKey, true);
+    return lineOf(json);
 }
 
 std::optional<QJsonObject> Manifest::headOfLine(const QByteArray &line)
@@ -130,7 +134,8 @@ std::optional<QJsonObject> Manifest::headOfLine(const QByteArray &line)
 std::optional<Manifest::End> Manifest::endOfLine(const QByteArray &line)
 {
     const QJsonObject json = QJsonDocument::fromJson(line).object();
-    const End end { json.value(rowsKey).toInteger(-1), json.value(digestKey).toString().toLatin1() };
+    const End end { json.value(rowsKey).toInteger(-1), json.value(digestKey).toString().toLatin1(),
+        !json.value(moreKey).toBool() };
     return line.endsWith('\n') && end.rows >= 0 ? std::optional(end) : std::nullopt;
 }
 
@@ -233,8 +238,10 @@ void Manifest::readRows()
     while (!m_file.atEnd()) {
         const QByteArray line = readLine(m_file);
         const std::optional<ManifestEntry> entry = ManifestEntry::fromLine(line);
-        if (!line.endsWith('\n') || !entry)
+        if (!line.endsWith('\n') || !entry) {
+            m_end = endOfLine(line);
             break;
+        }
         m_isInOrder = m_isInOrder && entry->row > m_lastRow;
         m_lastRow = entry->row;
         m_offsets.insert(entry->row, end);
@@ -267,8 +274,18 @@ bool Manifest::writeLine(const QByteArray &line, Problems &problems)
     return false;
 }
 
+void Manifest::compare(const ManifestEntry &entry)
+{
+    if (!m_end || entry.row > m_end->rows)
+        return;
+    const std::optional<ManifestEntry> before = find(entry.row);
+    if (before && before->digest != entry.digest)
+        m_end.reset();
+}
+
 bool Manifest::append(const ManifestEntry &entry, Problems &problems)
 {
+    compare(entry);
     m_isInOrder = m_isInOrder && entry.row > m_lastRow;
     m_lastRow = entry.row;
     if (m_isResumed)
@@ -291,7 +308,9 @@ QList<ManifestEntry> Manifest::takeBehind(qint64 row)
 
 bool Manifest::finish(const std::optional<End> &end, Problems &problems)
 {
-    return (m_isInOrder || putInOrder(problems)) && (!end || writeLine(endLine(*end), problems));
+    const bool isKnown = end && !end->isWhole && m_end && m_end->rows >= end->rows;
+    const std::optional<End> &last = isKnown ? m_end : end;
+    return (m_isInOrder || putInOrder(problems)) && (!last || writeLine(endLine(*last), problems));
 }
 
 void Manifest::remove()

@@ -19,8 +19,9 @@ public:
     /// That nothing is missing.
     struct End
     {
-        qint64 rows = 0; ///< of the data
+        qint64 rows = 0; ///< of the data that were read
         QByteArray digest; ///< of all their values
+        bool isWhole = true; ///< the data have no others; false behind the last of chosen rows
 
         friend bool operator==(const End &, const End &) = default;
     };
@@ -50,8 +51,9 @@ public:
     [[nodiscard]] bool append(const ManifestEntry &entry, Problems &problems);
     /// Takes the entries of rows behind this one off the record: the data have no such rows any more.
     [[nodiscard]] QList<ManifestEntry> takeBehind(qint64 row);
-    /// Puts the rows into their order, and ends the record if it is known how many rows the data have:
-    /// nothing is missing then. False, with the reason in problems, if it cannot be written.
+    /// Puts the rows into their order, and ends the record if the data were read as far as was asked for:
+    /// nothing of that is missing then. What was known of more rows stays, unless one of them has changed.
+    /// False, with the reason in problems, if it cannot be written.
     [[nodiscard]] bool finish(const std::optional<End> &end, Problems &problems);
 
     /// Removes the file. The last call.
@@ -73,11 +75,14 @@ private:
     [[nodiscard]] bool putInOrder(Problems &problems);
     [[nodiscard]] bool writeLine(const QByteArray &line, Problems &problems);
     void readRows();
+    /// Forgets what was known of all rows if one of them is other than on record.
+    void compare(const ManifestEntry &entry);
     [[nodiscard]] QByteArray lineAt(qint64 offset);
 
     QFile m_file;
     bool m_isResumed = false; ///< rows may come in any order then
     QHash<qint64, qint64> m_offsets; ///< of the lines of all rows of a resumed one
+    std::optional<End> m_end; ///< of a resumed one, while it is true
     qint64 m_headSize = 0;
     qint64 m_lastRow = 0;
     bool m_isInOrder = true;

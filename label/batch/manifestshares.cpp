@@ -106,6 +106,15 @@ void checkRows(const std::map<qint64, QByteArrayView> &lines, qint64 rows, const
             u"print them with --resume"_s });
 }
 
+/// Whether the shares have read as far as the rows that were to be printed.
+void checkEnd(const Manifest::End &end, const RowSelection &selection, Problems &problems)
+{
+    if (end.isWhole || selection.endsBefore(end.rows + 1))
+        return;
+    problems.append({ {}, {}, u"no share has read more than %1 rows of the data"_s.arg(end.rows),
+        u"print the others with --resume, or give --rows as the batch had it"_s });
+}
+
 bool write(const QString &path, const QByteArrayList &pieces, Problems &problems)
 {
     PartFile file(path);
@@ -176,6 +185,7 @@ std::optional<ManifestShares::Merged> ManifestShares::merge(
     if (found.isEmpty()) {
         lines = linesOf(*parts, found);
         checkRows(lines, parts->front()->end()->rows, rows, found);
+        checkEnd(*parts->front()->end(), rows, found);
     }
     if (found.isEmpty())
         found = problemsOfFolder(paths, manifest);

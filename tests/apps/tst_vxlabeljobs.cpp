@@ -58,6 +58,8 @@ private Q_SLOTS:
     void whatCannotBeMerged();
     void recordsStayBesideTheirFiles();
     void sharesOfOtherDataAreNotMerged();
+    void sharesOfChosenRowsAreMergedForThese();
+    void sharesAreMergedAfterAReprint();
     void whatCannotBeShared();
 
 private:
@@ -347,6 +349,32 @@ void tst_VxLabelJobs::sharesOfOtherDataAreNotMerged()
         "vxlabel: out/manifest.1-of-2.jsonl: is of other data than out/manifest.0-of-2.jsonl; print all "
         "shares of the "
         "same rows in the same order\n");
+}
+
+void tst_VxLabelJobs::sharesOfChosenRowsAreMergedForThese()
+{
+    const QStringList chosen { u"--rows"_s, u"1-4"_s };
+    for (const QString &share : { u"0/2"_s, u"1/2"_s })
+        QCOMPARE(run(batchInto(u"out"_s, chosen + QStringList { u"--shard"_s, share })).code, 0);
+    const QStringList merge { u"merge"_s, u"-o"_s, u"out/manifest.jsonl"_s, u"out/manifest.0-of-2.jsonl"_s,
+        u"out/manifest.1-of-2.jsonl"_s };
+    const QByteArray refusal = "vxlabel: out/manifest.jsonl: no share has read more than 4 rows of the data; "
+                               "print the others with "
+                               "--resume, or give --rows as the batch had it\n";
+    expect(merge, 3, {}, refusal);
+    expect(merge + QStringList { u"--rows"_s, u"2-6"_s }, 3, {}, refusal);
+    expect(merge + chosen, 0, "4 rows printed\n");
+}
+
+// Of a jam in the printer, one row comes again: nothing has changed.
+void tst_VxLabelJobs::sharesAreMergedAfterAReprint()
+{
+    printShares(3);
+    QCOMPARE(
+        run(batchInto(u"out"_s, { u"--shard"_s, u"1/3"_s, u"--reprint"_s, u"--rows"_s, u"4"_s })).code, 0);
+    expect({ u"merge"_s, u"-o"_s, u"out/manifest.jsonl"_s, u"out/manifest.0-of-3.jsonl"_s,
+               u"out/manifest.1-of-3.jsonl"_s, u"out/manifest.2-of-3.jsonl"_s },
+        0, "40 rows printed\n");
 }
 
 void tst_VxLabelJobs::whatCannotBeShared()

@@ -63,6 +63,8 @@ private Q_SLOTS:
     void halfLinesAreCutOff();
     void rowsAreInOrderAtTheEnd();
     void theEndTellsHowManyRowsThereAre();
+    void anEndBeforeThatOfTheDataSaysSo();
+    void whatIsKnownOfMoreRowsStays();
     void twoProcessesDoNotWriteOne();
     void anEarlierOneIsKept();
     void otherFilesAreKept();
@@ -225,6 +227,39 @@ void tst_Manifest::theEndTellsHowManyRowsThereAre()
     QVERIFY(manifest->append(printed(3), problems));
     QVERIFY(manifest->finish(Manifest::End { 3, "cd" }, problems));
     QCOMPARE(content(), headLine + rows + lineOf(printedLine, 3) + "{\"digest\":\"cd\",\"rows\":3}\n");
+}
+
+void tst_Manifest::anEndBeforeThatOfTheDataSaysSo()
+{
+    const QByteArray line = "{\"digest\":\"ab\",\"more\":true,\"rows\":2}\n";
+    QCOMPARE(Manifest::endLine({ 2, "ab", false }), line);
+    QCOMPARE(Manifest::endOfLine(line), Manifest::End(2, "ab", false));
+    QVERIFY(Manifest::endOfLine("{\"digest\":\"ab\",\"rows\":2}\n")->isWhole);
+}
+
+void tst_Manifest::whatIsKnownOfMoreRowsStays()
+{
+    const QByteArray whole = headLine + lineOf(printedLine, 1) + lineOf(printedLine, 2)
+        + lineOf(printedLine, 3) + "{\"digest\":\"ab\",\"rows\":3}\n";
+    const Manifest::End early { 1, "cd", false };
+    Problems problems;
+    write(whole);
+    auto manifest = resumed(); // prints the first row again
+    QVERIFY(manifest->append(printed(1), problems) && manifest->finish(early, problems));
+    QCOMPARE(content(), whole);
+
+    manifest.reset();
+    manifest = resumed(); // to the end of the data, which are shorter now
+    QVERIFY(manifest->finish(Manifest::End { 2, "ef" }, problems));
+    QVERIFY(content().endsWith("{\"digest\":\"ef\",\"rows\":2}\n"));
+
+    manifest.reset();
+    write(whole);
+    manifest = resumed(); // with another first row
+    ManifestEntry other = printed(1);
+    other.digest = "4567";
+    QVERIFY(manifest->append(other, problems) && manifest->finish(early, problems));
+    QVERIFY(content().endsWith("{\"digest\":\"cd\",\"more\":true,\"rows\":1}\n"));
 }
 
 void tst_Manifest::twoProcessesDoNotWriteOne()
