@@ -13,12 +13,13 @@ namespace {
 /// So many letters are named.
 constexpr qsizetype mostNamed = 5;
 
-/// "U+20AC (€)"
+/// "U+20AC (€)", or "U+0007"
 QString nameOf(char32_t character)
 {
-    return u"U+%1 (%2)"_s.arg(uint(character), 4, 16, QChar(u'0'))
-        .toUpper()
-        .arg(QString::fromUcs4(&character, 1));
+    const QString number = u"U+"_s + u"%1"_s.arg(uint(character), 4, 16, QChar(u'0')).toUpper();
+    if (QChar::category(character) == QChar::Other_Control)
+        return number;
+    return u"%1 (%2)"_s.arg(number, QString::fromUcs4(&character, 1));
 }
 
 QString namesOf(const QList<char32_t> &characters)

@@ -49,6 +49,7 @@ bool Glyphs::isShown(char32_t character)
 {
     switch (QChar::category(character)) {
     case QChar::Other_Control:
+        return character != U'\t' && character != U'\n' && character != U'\f' && character != U'\r';
     case QChar::Other_Format:
     case QChar::Separator_Space:
     case QChar::Separator_Line:

@@ -18,7 +18,8 @@ public:
     /// Of a character, as Unicode numbers it.
     [[nodiscard]] Presence find(const QFont &font, char32_t character);
 
-    /// Whether a character is to be seen at all: no blank, control or variation of another.
+    /// Whether a character is to be seen at all: no blank, tabulator, end of line or variation of another. Of
+    /// other controls, Qt shows boxes.
     [[nodiscard]] static bool isShown(char32_t character);
 
 private:

@@ -196,6 +196,8 @@ void tst_VxLabelCheck::faultsOfRowsAreFound_data()
     row("a long text", "A1,one two three four five six seven,,", "text-overflow", "/items/3",
         "higher than its box");
     row("a letter of no font", "A1,\xCD\xB8,,", "missing-glyph", "/items/3", "U+0378");
+    row("a control character", "A1,a\tb\x07,,", "missing-glyph", "/items/3",
+        "no font has U+0007, and a box is");
     row("no code", "\xE2\x82\xAC,Apple,,", "code-data", "/items/4", "does not take the text");
     row("a long code", "A123456789012345678901234567890,Apple,,", "module-size", "/items/4", "dots");
 }
