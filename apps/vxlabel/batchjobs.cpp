@@ -105,6 +105,8 @@ void BatchJobs::take(Job &job, const QByteArray &line)
     job.count.labels = state.value(u"labels"_s).toInteger();
     if (state.contains(u"total"_s))
         job.count.total = state.value(u"total"_s).toInteger();
+    if (state.contains(u"about"_s))
+        job.count.about = state.value(u"about"_s).toInteger();
 }
 
 BatchCount BatchJobs::count() const
@@ -118,6 +120,8 @@ BatchCount BatchJobs::count() const
         sum.labels += job.count.labels;
         if (job.count.total)
             sum.total = sum.total.value_or(0) + *job.count.total;
+        if (job.count.about)
+            sum.about = sum.about.value_or(0) + *job.count.about;
     }
     return sum;
 }

@@ -144,6 +144,7 @@ Progress::State BatchProgress::stateOf(const BatchCount &count) const
     return { .done = doneOf(all),
         .worked = all.printed + all.failed,
         .total = all.total,
+        .about = all.about,
         .faults = all.failed > 0 ? u"%1 failed"_s.arg(all.failed) : QString(),
         .counts = { { u"printed"_s, all.printed }, { u"kept"_s, all.kept }, { u"failed"_s, all.failed },
             { u"untried"_s, all.untried }, { u"labels"_s, all.labels } } };

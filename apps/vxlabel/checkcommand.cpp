@@ -134,8 +134,7 @@ PreflightEnd checkLabel(
     if (!data.rows)
         return PreflightEnd::DataFailed;
     batch.rowSource = data.source;
-    const std::optional<qint64> total = data.rows->total();
-    report.expectRows(total ? std::optional(batch.rows.countOf(*total)) : std::nullopt);
+    report.expectRows(*data.rows, batch.rows);
     return tellEnd(Preflight(label, data.rows.get(), batch).run(report), batch.rows, report);
 }
 

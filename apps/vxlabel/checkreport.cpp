@@ -18,10 +18,10 @@ QString CheckReport::nameOf(Finding::Severity severity)
     return severity == Finding::Error ? u"error"_s : u"warning"_s;
 }
 
-void CheckReport::expectRows(std::optional<qint64> total)
+void CheckReport::expectRows(const RowSource &rows, const RowSelection &chosen)
 {
-    m_hasRows = true;
-    m_total = total;
+    m_rows = &rows;
+    m_chosen = &chosen;
 }
 
 void CheckReport::label(const Findings &findings)
@@ -45,6 +45,8 @@ void CheckReport::row(const CheckedRow &row)
     Worker::endRow({});
     ++m_count.rows;
     tellRow({ row.row, row.key, taken(row.findings) });
+    m_total = chosenOf(m_rows->total());
+    m_about = chosenOf(m_rows->estimate());
     if (m_progress.isDue())
         m_progress.show(state());
 }
@@ -64,7 +66,7 @@ bool CheckReport::isInterrupted()
 
 bool CheckReport::finish()
 {
-    if (m_hasRows)
+    if (m_rows)
         m_progress.finish(state());
     tellRest();
     return m_isPrinted;
@@ -88,12 +90,18 @@ Findings CheckReport::taken(Findings findings)
     return findings;
 }
 
+std::optional<qint64> CheckReport::chosenOf(std::optional<qint64> rows) const
+{
+    return rows ? std::optional(m_chosen->countOf(*rows)) : std::nullopt;
+}
+
 Progress::State CheckReport::state() const
 {
     const auto &[rows, errors, warnings] = m_count;
     return { .done = rows,
         .worked = rows,
         .total = m_total,
+        .about = m_about,
         .faults = errors == 1 ? u"1 error"_s
             : errors > 0      ? u"%1 errors"_s.arg(errors)
                               : QString(),

@@ -29,8 +29,8 @@ public:
 
     explicit CheckReport(const Options &options);
 
-    /// Rows are to be checked, so many if that is known.
-    void expectRows(std::optional<qint64> total);
+    /// Rows are to be checked: the chosen ones of these. Both must outlive the check of the last one.
+    void expectRows(const RowSource &rows, const RowSelection &chosen);
 
     void label(const Findings &findings) final;
     void rowBegins(qint64 row) final;
@@ -67,12 +67,15 @@ private:
     /// As they are told and counted.
     [[nodiscard]] Findings taken(Findings findings);
     [[nodiscard]] Progress::State state() const;
+    [[nodiscard]] std::optional<qint64> chosenOf(std::optional<qint64> rows) const;
 
     Options m_options;
     Progress m_progress;
     qint64 m_lastRow = 0; ///< with which the check has begun
-    bool m_hasRows = false;
+    const RowSource *m_rows = nullptr;
+    const RowSelection *m_chosen = nullptr;
     std::optional<qint64> m_total; ///< rows
+    std::optional<qint64> m_about; ///< rows
     bool m_isPrinted = true;
     Count m_count;
 };

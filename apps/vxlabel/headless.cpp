@@ -9,9 +9,10 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 
+#include <malloc.h>
+
 #include <csignal>
 #include <fcntl.h>
-#include <malloc.h>
 #include <unistd.h>
 
 namespace {

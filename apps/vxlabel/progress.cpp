@@ -82,7 +82,9 @@ void Progress::finish(const State &state)
 {
     if (m_form == Form::None)
         return;
-    show(state);
+    State last = state;
+    last.about.reset(); // nothing more is to come
+    show(last);
     if (m_lineIsShown)
         writeText("\n");
     m_lineIsShown = false;
@@ -104,14 +106,14 @@ double Progress::rateOf(const State &state) const
 QByteArray Progress::line(const State &state) const
 {
     const double rate = rateOf(state);
-    QString text = u"%1%2 rows, %3/s"_s.arg(state.done)
-                       .arg(state.total ? u" of %1"_s.arg(*state.total) : QString())
-                       .arg(rate, 0, 'f', 1);
+    const std::optional<qint64> rows = state.total ? state.total : state.about;
+    const QString words = state.total ? u" of %1"_s : u" of about %1"_s;
+    QString text
+        = u"%1%2 rows, %3/s"_s.arg(state.done).arg(rows ? words.arg(*rows) : QString()).arg(rate, 0, 'f', 1);
     if (!state.faults.isEmpty())
         text += u", "_s + state.faults;
-    if (state.total && rate > 0.0)
-        text += u", %1 left"_s.arg(
-            duration(qint64(double(std::max<qint64>(*state.total - state.done, 0)) / rate)));
+    if (rows && rate > 0.0)
+        text += u", %1 left"_s.arg(duration(qint64(double(std::max<qint64>(*rows - state.done, 0)) / rate)));
     return text.toUtf8();
 }
 
@@ -122,5 +124,7 @@ QJsonObject Progress::json(const State &state) const
     object.insert(u"seconds"_s, double(m_sinceBegin.elapsed()) / 1000.0);
     if (state.total)
         object.insert(u"total"_s, *state.total);
+    else if (state.about)
+        object.insert(u"about"_s, *state.about);
     return object;
 }

@@ -29,6 +29,7 @@ public:
         qint64 done = 0; ///< rows
         qint64 worked = 0; ///< of these, the rows that have taken time
         std::optional<qint64> total = {}; ///< rows to come to, where that is known
+        std::optional<qint64> about = {}; ///< the same where it is not
         QString faults = {}; ///< "3 failed"; empty for none
         QJsonObject counts = {}; ///< of any kind, for programs
     };

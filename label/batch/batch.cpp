@@ -113,10 +113,15 @@ bool Batch::prepare(BatchRefusal &refusal)
     refusal.kind = BatchRefusal::Options;
     if (!preparePlan(refusal.problems))
         return false;
-    if (const std::optional<qint64> total = m_rows.total())
-        m_count.total = m_options.rows.countOf(*total) / m_options.shard.count;
+    m_count.total = shareOf(m_rows.total());
     refusal.kind = BatchRefusal::Output;
     return m_output->open(refusal.problems) && openManifest(refusal.problems);
+}
+
+/// Of the rows of the data, how many are to be printed.
+std::optional<qint64> Batch::shareOf(std::optional<qint64> rows) const
+{
+    return rows ? std::optional(m_options.rows.countOf(*rows) / m_options.shard.count) : std::nullopt;
 }
 
 bool Batch::prepareAdjustment(Problems &problems)
@@ -244,6 +249,7 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
         return BatchEnd::DataFailed;
     }
     m_lastRow = result.row.number;
+    m_count.about = shareOf(m_rows.estimate());
     const QByteArray digest = digestOf(result.row);
     m_data.addData(digest);
     // Rows of other shares take names as well: which of two rows may have one does not depend on the shares.

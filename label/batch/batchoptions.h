@@ -76,6 +76,7 @@ struct BatchCount
     qint64 untried = 0; ///< rows that are not on record, where only those that failed are printed
     qint64 labels = 0; ///< printed, copies included
     std::optional<qint64> total = {}; ///< rows to come to, where that is known
+    std::optional<qint64> about = {}; ///< the same where it is not, as the rows so far suggest
 };
 
 /// Why a batch does not begin.

@@ -59,6 +59,7 @@ public:
 
     [[nodiscard]] const std::optional<Problem> &problem() const { return m_problem; }
     [[nodiscard]] const QString &name() const { return m_text->name(); }
+    [[nodiscard]] std::optional<qint64> estimate(qint64 rows) const { return m_text->estimate(rows); }
 
 private:
     static void valueEnds(void *bytes, std::size_t size, void *reader)
@@ -166,6 +167,13 @@ std::unique_ptr<CsvSource> CsvSource::open(DataInput input, const CsvDialect &di
     const Problems unusable = ColumnNames::problems(names->values, source->m_reader->name());
     problems += unusable;
     return unusable.isEmpty() ? std::move(source) : nullptr;
+}
+
+/// The names of the columns are a row of the file.
+std::optional<qint64> CsvSource::estimate() const
+{
+    const std::optional<qint64> rows = m_rows > 0 ? m_reader->estimate(m_rows + 1) : std::nullopt;
+    return rows ? std::optional(*rows - 1) : std::nullopt;
 }
 
 RowResult CsvSource::next()

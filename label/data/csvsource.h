@@ -28,6 +28,7 @@ public:
     ~CsvSource() override;
 
     [[nodiscard]] const QStringList &columns() const override { return m_columns; }
+    [[nodiscard]] std::optional<qint64> estimate() const override;
     [[nodiscard]] RowResult next() override;
 
 private:

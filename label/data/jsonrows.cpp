@@ -136,6 +136,11 @@ std::optional<qint64> JsonRows::total() const
     return m_isList ? std::optional(m_list.size()) : std::nullopt;
 }
 
+std::optional<qint64> JsonRows::estimate() const
+{
+    return !m_isList && m_rows > 0 ? m_lines->estimate(m_rows) : std::nullopt;
+}
+
 RowResult JsonRows::next()
 {
     return m_isList ? nextOfList() : nextLine();

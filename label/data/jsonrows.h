@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] const QStringList &columns() const override { return m_columns; }
     [[nodiscard]] std::optional<qint64> total() const override;
+    [[nodiscard]] std::optional<qint64> estimate() const override;
     [[nodiscard]] RowResult next() override;
 
 private:

@@ -50,6 +50,9 @@ public:
     [[nodiscard]] virtual const QStringList &columns() const = 0;
     /// How many rows there are; nothing where only reading them all could tell.
     [[nodiscard]] virtual std::optional<qint64> total() const { return {}; }
+    /// How many there are about, as those that were read suggest; nothing before the first, and where nothing
+    /// suggests it.
+    [[nodiscard]] virtual std::optional<qint64> estimate() const { return {}; }
     /// The next row.
     [[nodiscard]] virtual RowResult next() = 0;
 };

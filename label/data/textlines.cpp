@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,7 @@ qsizetype countOf(char delimiter, QByteArrayView line)
 
 TextLines::TextLines(DataInput input)
     : m_input(std::move(input))
+    , m_size(m_input.device->isSequential() ? 0 : m_input.device->size())
 {
 }
 
@@ -89,7 +91,9 @@ bool TextLines::decodeMore()
         return false;
     }
     m_text.remove(0, std::exchange(m_given, 0));
-    m_text += decoded.toUtf8();
+    const QByteArray text = decoded.toUtf8();
+    m_text += text;
+    m_decoded += text.size();
     return true;
 }
 
@@ -116,6 +120,15 @@ bool TextLines::readLine(QByteArray &line)
     m_given += line.size();
     ++m_lines;
     return !line.isEmpty();
+}
+
+std::optional<qint64> TextLines::estimate(qint64 lines) const
+{
+    const qint64 given = m_decoded - (m_text.size() - m_given);
+    if (given == 0 || m_size == 0)
+        return {};
+    const double bytes = double(m_bytes - m_raw.size()) * double(given) / double(m_decoded);
+    return std::max(lines, qint64(std::round(double(lines) * double(m_size) / bytes)));
 }
 
 qint64 TextLines::nextLine() const

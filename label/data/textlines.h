@@ -27,6 +27,9 @@ public:
     /// there is no more.
     [[nodiscard]] bool readLine(QByteArray &line);
     [[nodiscard]] const std::optional<Problem> &problem() const { return m_problem; }
+    /// How many lines there are in all if the others are as long as those so far, of which there are some.
+    /// Nothing before the first one, and for what is no file.
+    [[nodiscard]] std::optional<qint64> estimate(qint64 lines) const;
 
 private:
     explicit TextLines(DataInput input);
@@ -43,12 +46,14 @@ private:
     void fail(const QString &where, const QString &what, const QString &advice = {});
 
     DataInput m_input;
+    qint64 m_size; ///< in bytes; 0 for what is no file
     QStringDecoder m_decoder;
     QByteArray m_raw; ///< read already, and not decoded
     QByteArray m_text; ///< decoded, and not given
     qsizetype m_given = 0;
     qint64 m_lines = 0; ///< that were given
-    qint64 m_bytes = 0;
+    qint64 m_bytes = 0; ///< read
+    qint64 m_decoded = 0; ///< bytes of all text
     bool m_ended = false;
     std::optional<Problem> m_problem;
 };

@@ -41,6 +41,8 @@ private Q_SLOTS:
     void whatCannotBeOpened_data();
     void whatCannotBeOpened();
     void longFilesAreReadInPieces();
+    void rowsAreEstimated_data();
+    void rowsAreEstimated();
 
 private:
     QString written(const QByteArray &bytes) const;
@@ -242,6 +244,31 @@ void tst_CsvSource::longFilesAreReadInPieces()
         QCOMPARE(result.row.values, QStringList({ QString::number(i), u"größer, als\nman"_s }));
     }
     QCOMPARE(result.kind, RowResult::End);
+}
+
+void tst_CsvSource::rowsAreEstimated_data()
+{
+    QTest::addColumn<QByteArray>("encoding");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("one") << QByteArray("UTF-8") << 1;
+    QTest::newRow("few") << QByteArray("UTF-8") << 40;
+    QTest::newRow("many") << QByteArray("UTF-8") << 50'000;
+    QTest::newRow("of wide characters") << QByteArray("UTF-16LE") << 50'000;
+}
+
+void tst_CsvSource::rowsAreEstimated()
+{
+    QFETCH(const QByteArray, encoding);
+    QFETCH(const int, rows);
+    QStringEncoder encoder(encoding.constData());
+    const QString text = u"a,bbbb\n"_s + u"1,cccc\n"_s.repeated(rows); // all lines of one length
+    const std::unique_ptr<CsvSource> source = opened(encoder.encode(text), { encoding, 0 });
+    QVERIFY(!source->estimate());
+    QVERIFY(!source->total());
+    for (int i = 0; i < rows; ++i) {
+        QCOMPARE(source->next().kind, RowResult::Data);
+        QCOMPARE(source->estimate(), rows);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_CsvSource)
