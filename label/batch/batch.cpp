@@ -10,7 +10,6 @@
 #include "label/printlimits.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 
@@ -23,16 +22,6 @@ namespace {
 
 /// Warnings that differ from row to row are told so often, and no more.
 constexpr qsizetype mostNotes = 100;
-
-QByteArray digestOf(const Row &row)
-{
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    for (const QString &value : row.values) {
-        const QByteArray bytes = value.toUtf8();
-        hash.addData(QByteArray::number(bytes.size()) + ':' + bytes);
-    }
-    return hash.result().toHex().first(16);
-}
 
 } // namespace
 
@@ -250,14 +239,15 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
     }
     m_lastRow = result.row.number;
     m_count.about = shareOf(m_rows.estimate());
-    const QByteArray digest = digestOf(result.row);
+    const QByteArray digest = RowDigest::ofValues(result.row);
     m_data.addData(digest);
     // Rows of other shares take names as well: which of two rows may have one does not depend on the shares.
     const bool isChosen = m_options.rows.contains(result.row.number);
     const RowPlan::Entry plan = m_plan->take(result, isChosen);
     if (!isChosen || !m_options.shard.contains(result.row.number))
         return {};
-    return print({ result.row, plan, digest });
+    const QStringList files = m_document->filesOf(result.row, { m_options.begin, plan.firstLabel });
+    return print({ result.row, plan, m_digests.withFiles(digest, files) });
 }
 
 std::optional<BatchEnd> Batch::print(const Job &job)

@@ -4,6 +4,7 @@
 #include "label/adjust/plateadjuster.h"
 #include "label/batch/batchoptions.h"
 #include "label/batch/manifest.h"
+#include "label/batch/rowdigest.h"
 #include "label/batch/rowdocument.h"
 #include "label/batch/rowoutput.h"
 #include "label/batch/rowplan.h"
@@ -73,7 +74,7 @@ private:
     {
         const Row &row;
         const RowPlan::Entry &plan;
-        QByteArray digest; ///< of its values
+        QByteArray digest; ///< of its values and files
     };
 
     Batch(const LabelDocument &label, RowSource &rows, const BatchOptions &options);
@@ -124,6 +125,7 @@ private:
     std::unique_ptr<Manifest> m_manifest;
     std::unique_ptr<RowOutput> m_output;
     BatchObserver *m_observer = nullptr; ///< while it runs
+    RowDigest m_digests;
     qint64 m_lastRow = 0; ///< that was read
     bool m_hasReadAll = true; ///< unless the chosen rows ended before
     qint64 m_lastLost = 0; ///< the last row of those that are lost

@@ -17,12 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool showsFile(const Item &item)
-{
-    return dynamic_cast<const PixMapItem *>(&item) || dynamic_cast<const SvgItem *>(&item)
-        || dynamic_cast<const SymbolItem *>(&item);
-}
-
 IDatasourceItem &dataOf(Item &item)
 {
     return dynamic_cast<IDatasourceItem &>(item);
@@ -80,6 +74,18 @@ bool showGraphic(Item &item, const QString &value, const AssetPaths &assets, Pro
 }
 
 } // namespace
+
+bool BoundContent::showsFile(const Item &item)
+{
+    return dynamic_cast<const PixMapItem *>(&item) || dynamic_cast<const SvgItem *>(&item)
+        || dynamic_cast<const SymbolItem *>(&item);
+}
+
+std::optional<QString> BoundContent::fileFor(
+    const Item &item, const QString &value, const AssetPaths &assets, Problem &problem)
+{
+    return value.isEmpty() || isDrawing(item, value) ? std::nullopt : assets.find(value, problem);
+}
 
 bool BoundContent::isPossible(const Item &item)
 {

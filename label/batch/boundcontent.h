@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class Item;
 
 /// What data do to the items of each kind.
@@ -13,6 +15,13 @@ namespace BoundContent {
 
 /// Whether items of this kind show data: texts, barcodes, pictures, drawings and symbols.
 [[nodiscard]] bool isPossible(const Item &item);
+
+/// Whether items of this kind show files: pictures, drawings and symbols.
+[[nodiscard]] bool showsFile(const Item &item);
+/// The file that a value names for one of these. Nothing for none, for a drawing that is the value itself,
+/// and, with the reason in problem, if it cannot be taken.
+[[nodiscard]] std::optional<QString> fileFor(
+    const Item &item, const QString &value, const AssetPaths &assets, Problem &problem);
 
 /// The text of an item that may have places for values; for a rich text its HTML. Empty for other items.
 [[nodiscard]] QString templateOf(const Item &item);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "label/batch/preflight.h"
 
-#include "items/graphics/imageableitem.h"
-#include "items/graphics/symbolitem.h"
+#include "label/batch/boundcontent.h"
 #include "label/batch/platecomposer.h"
 #include "label/printlimits.h"
 
@@ -41,11 +40,6 @@ template <typename Document> void locate(Findings &findings, const Document &doc
     }
 }
 
-bool showsFile(const Item &item)
-{
-    return dynamic_cast<const ImageableItem *>(&item) || dynamic_cast<const SymbolItem *>(&item);
-}
-
 /// Adds what is not among the findings of other labels of the same row, which have mostly the same faults.
 void addNew(const Findings &found, Findings &findings)
 {
@@ -64,7 +58,7 @@ Findings unshown(Problems problems, const Row &row, const RowDocument &document)
 {
     QSet<QString> graphics;
     for (const std::size_t item : document.boundItems()) {
-        if (showsFile(*document.document().items()[item]))
+        if (BoundContent::showsFile(*document.document().items()[item]))
             graphics.insert(document.pointerOf(item));
     }
     Findings findings;

@@ -74,8 +74,11 @@ void RowDocument::bindItem(std::size_t index, Problems &problems)
             bound = Bound { index, Kind::Template, std::move(*content), {} };
     }
     addProblems(found, item, m_flat.pointerOf(index), problems);
-    if (bound)
-        m_bound.push_back(std::move(*bound));
+    if (!bound)
+        return;
+    if (BoundContent::showsFile(item))
+        m_withFiles.push_back(m_bound.size());
+    m_bound.push_back(std::move(*bound));
 }
 
 std::optional<RowDocument::Bound> RowDocument::boundTo(
@@ -136,6 +139,21 @@ bool RowDocument::show(const Row &row, const RowContent::Context &context, Probl
         bound.shown = isShown ? std::move(text) : std::nullopt;
     }
     return problems.size() == before;
+}
+
+QStringList RowDocument::filesOf(const Row &row, const RowContent::Context &context) const
+{
+    QStringList files;
+    Problem unused; // will be told when the row is shown
+    for (const std::size_t index : m_withFiles) {
+        const Bound &bound = m_bound[index];
+        const Item &item = *m_flat.document().items()[bound.item];
+        const std::optional<QString> text = bound.content.textFor(row, context, unused);
+        if (const auto file
+            = text ? BoundContent::fileFor(item, *text, m_options.assets, unused) : std::nullopt)
+            files.append(*file);
+    }
+    return files;
 }
 
 /// Makes an item what it was designed to be: no row depends on the one before.

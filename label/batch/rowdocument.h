@@ -47,6 +47,8 @@ public:
     /// The label with the row that was shown last; its items all lie on the page.
     [[nodiscard]] const LabelDocument &document() const { return m_document; }
     /// The JSON pointer in the label of the item that has this place in document().
+    /// The files that the pictures and drawings of a row come from, as far as they are there.
+    [[nodiscard]] QStringList filesOf(const Row &row, const RowContent::Context &context) const;
     [[nodiscard]] QString pointerOf(std::size_t item) const { return m_flat.pointerOf(item); }
     /// Lets problems of document() name the items of the label.
     void locate(Problems &problems) const { m_flat.locate(problems); }
@@ -77,4 +79,5 @@ private:
     FlatDocument m_flat;
     LabelDocument m_document;
     std::vector<Bound> m_bound;
+    std::vector<std::size_t> m_withFiles; ///< those that show files
 };

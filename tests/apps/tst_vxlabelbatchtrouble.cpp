@@ -45,6 +45,7 @@ private Q_SLOTS:
     void filesAreKeptUnlessForced();
     void onlyFailedRowsArePrintedAgain();
     void changedRowsAndFilesArePrintedAgain();
+    void rowsOfChangedPicturesArePrintedAgain();
     void nothingIsKnownToHaveFailed();
     void chosenRowsArePrintedAgain();
     void rowsThatAreGoneGoFromTheRecord();
@@ -241,6 +242,31 @@ void tst_VxLabelBatchTrouble::changedRowsAndFilesArePrintedAgain()
 }
 
 /// Whatever the rows were before, there is what there would be if they had always been as they are.
+void tst_VxLabelBatchTrouble::rowsOfChangedPicturesArePrintedAgain()
+{
+    const auto drawing = [](int side) {
+        return "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><path d='M0 0h"
+            + QByteArray::number(side) + "v9H0z'/></svg>";
+    };
+    constexpr int symbol = 0x1000D;
+    write(u"p.vxl"_s,
+        toJson(labelWith({ QJsonObject { { u"itemShape"_s, symbol }, { u"itemWidth"_s, 40 },
+                             { u"itemHeight"_s, 40 }, { u"itemPositionX"_s, 20 }, { u"itemPositionY"_s, 20 },
+                             { u"itemDatasourceId"_s, 1 }, { u"itemDatasourceField"_s, u"file"_s } } },
+            { QJsonObject { { u"id"_s, 1 }, { u"kind"_s, u"csv"_s }, { u"location"_s, u"files.csv"_s } } })));
+    write(u"files.csv"_s, "sku,file\nA,a.svg\nB,b.svg\nC,a.svg\nD,\n");
+    write(u"a.svg"_s, drawing(9));
+    write(u"b.svg"_s, drawing(5));
+    const QStringList batch { u"batch"_s, u"p.vxl"_s, u"-o"_s, u"out/{sku}.{ink}.png"_s };
+    QCOMPARE(run(batch).out, "4 rows printed\n");
+    QCOMPARE(run(batch + QStringList { u"--resume"_s }).out, "0 rows printed, 4 kept\n");
+    const QByteArray before = read(u"out/A.black.png"_s);
+    write(u"a.svg"_s, drawing(3));
+    QCOMPARE(run(batch + QStringList { u"--resume"_s }).out, "2 rows printed, 2 kept\n");
+    QVERIFY(read(u"out/A.black.png"_s) != before);
+    QCOMPARE(read(u"out/C.black.png"_s), read(u"out/A.black.png"_s));
+}
+
 void tst_VxLabelBatchTrouble::nothingIsKnownToHaveFailed()
 {
     expect(batchOfPrices + QStringList { u"--only-failed"_s }, 5,
