@@ -66,7 +66,7 @@ bool CheckReport::isInterrupted()
 
 bool CheckReport::finish()
 {
-    if (m_rows)
+    if (hasRows())
         m_progress.finish(state());
     tellRest();
     return m_isPrinted;

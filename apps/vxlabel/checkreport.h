@@ -40,6 +40,8 @@ public:
     [[nodiscard]] bool isInterrupted() final;
 
     [[nodiscard]] const Count &count() const { return m_count; }
+    /// Whether rows were to be checked, even if there are none.
+    [[nodiscard]] bool hasRows() const { return m_rows; }
     /// Tells what is left to be told. False, after a complaint, if standard output took less than all.
     [[nodiscard]] bool finish();
 

@@ -26,9 +26,10 @@ QString counted(qint64 count, const QString &what)
     return count == 1 ? u"1 "_s + what : u"%1 %2s"_s.arg(count).arg(what);
 }
 
-QString summaryOf(const CheckReport::Count &count)
+QString summaryOf(const CheckReport::Count &count, bool hasRows)
 {
-    const QString checked = count.rows > 0 ? counted(count.rows, u"row"_s) : u"label"_s;
+    const bool isOfRows = count.rows > 0 || (hasRows && count.errors == 0);
+    const QString checked = isOfRows ? counted(count.rows, u"row"_s) : u"label"_s;
     const QString found = count.errors + count.warnings == 0
         ? u"nothing found"_s
         : counted(count.errors, u"error"_s) + u", "_s + counted(count.warnings, u"warning"_s);
@@ -112,5 +113,5 @@ void TextReport::tellRest()
         print(lineOf(kind).toUtf8());
     if (m_untold > 0)
         print(u"and %1 more\n"_s.arg(m_untold).toUtf8());
-    print(summaryOf(count()).toUtf8());
+    print(summaryOf(count(), hasRows()).toUtf8());
 }

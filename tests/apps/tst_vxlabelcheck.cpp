@@ -134,7 +134,7 @@ void tst_VxLabelCheck::exitCodesTellWhatWasFound_data()
         QTest::newRow(name) << arguments << table << code << out << err;
     };
     row("nothing wrong", {}, prices, 0, "3 rows checked: nothing found\n");
-    row("no rows", {}, "sku,name,price\n", 0, "label checked: nothing found\n");
+    row("no rows", {}, "sku,name,price\n", 0, "0 rows checked: nothing found\n");
     row("a short row", {}, "sku,name,price\nA,b\n", 1,
         "@/prices.csv: error [broken-row]: line 2: 2 values for 3 columns; an empty value needs its "
         "delimiter, "
