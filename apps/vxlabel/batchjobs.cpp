@@ -105,8 +105,23 @@ void BatchJobs::take(Job &job, const QByteArray &line)
     job.count.labels = state.value(u"labels"_s).toInteger();
     if (state.contains(u"total"_s))
         job.count.total = state.value(u"total"_s).toInteger();
+    job.count.about.reset();
     if (state.contains(u"about"_s))
         job.count.about = state.value(u"about"_s).toInteger();
+}
+
+/// Nothing before all jobs have told theirs. Those that have come to their end have no more to come.
+std::optional<qint64> BatchJobs::about() const
+{
+    qint64 sum = 0;
+    for (const Job &job : m_jobs) {
+        const bool isOver = job.process->state() == QProcess::NotRunning;
+        if (!isOver && !job.count.about)
+            return {};
+        const BatchCount &count = job.count;
+        sum += isOver ? count.printed + count.kept + count.failed : *count.about;
+    }
+    return sum;
 }
 
 BatchCount BatchJobs::count() const
@@ -120,9 +135,8 @@ BatchCount BatchJobs::count() const
         sum.labels += job.count.labels;
         if (job.count.total)
             sum.total = sum.total.value_or(0) + *job.count.total;
-        if (job.count.about)
-            sum.about = sum.about.value_or(0) + *job.count.about;
     }
+    sum.about = about();
     return sum;
 }
 

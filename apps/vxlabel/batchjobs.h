@@ -21,6 +21,7 @@ public:
     /// that was killed, ExitCode::CannotWrite.
     [[nodiscard]] ExitCode run();
     [[nodiscard]] BatchCount count() const;
+    [[nodiscard]] std::optional<qint64> about() const;
     /// Whether that is all: a job that was killed may have done more than it has told.
     [[nodiscard]] bool isCountExact() const { return m_isCountExact; }
 

@@ -22,6 +22,7 @@ void CheckReport::expectRows(const RowSource &rows, const RowSelection &chosen)
 {
     m_rows = &rows;
     m_chosen = &chosen;
+    m_total = chosenOf(rows.total());
 }
 
 void CheckReport::label(const Findings &findings)
@@ -45,7 +46,6 @@ void CheckReport::row(const CheckedRow &row)
     Worker::endRow({});
     ++m_count.rows;
     tellRow({ row.row, row.key, taken(row.findings) });
-    m_total = chosenOf(m_rows->total());
     m_about = chosenOf(m_rows->estimate());
     if (m_progress.isDue())
         m_progress.show(state());

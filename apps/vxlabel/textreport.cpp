@@ -95,14 +95,14 @@ QString TextReport::lineOf(const Kind &kind)
     const QString severity = nameOf(kind.first.severity) + u" ["_s + kind.first.rule + u']';
     const QString what = problem.where.isEmpty() ? problem.what : problem.where + u": "_s + problem.what;
     QString line = Problem { problem.file, severity, what, problem.advice }.text();
-    if (kind.count > 1) {
+    if (kind.count > 1 || kind.isMixed) {
         QStringList rows;
         for (const qint64 row : kind.rows)
             rows.append(QString::number(row));
         if (kind.count > kind.rows.size())
             rows.append(u"…"_s);
         const QString why = kind.isMixed ? u" for this and other reasons"_s : QString();
-        line += u" (%1 rows%2: %3)"_s.arg(QString::number(kind.count), why, rows.join(u", "_s));
+        line += u" (%1%2: %3)"_s.arg(counted(kind.count, u"row"_s), why, rows.join(u", "_s));
     }
     return line + u'\n';
 }

@@ -52,6 +52,14 @@ int marginOf(int page, int content)
     return (page - content) >> 1;
 }
 
+bool areThere(const std::vector<Plate> &plates, Problems &problems)
+{
+    if (std::ranges::none_of(plates, [](const Plate &plate) { return plate.image.isNull(); }))
+        return true;
+    problems.append({ {}, {}, u"not enough memory for the plates"_s, u"use a lower resolution"_s });
+    return false;
+}
+
 } // namespace
 
 std::optional<PlateAdjuster> PlateAdjuster::of(const LabelDocument &label, const SeparationOptions &options,
@@ -95,10 +103,7 @@ bool PlateAdjuster::apply(Separation &separation, Problems &problems) const
         plate.dots = OneBit::countBlack(plate.image);
         plate.dpi = m_dpi;
     }
-    if (std::ranges::none_of(separation.plates, [](const Plate &plate) { return plate.image.isNull(); }))
-        return true;
-    problems.append({ {}, {}, u"not enough memory for the plates"_s, u"use a lower resolution"_s });
-    return false;
+    return areThere(separation.plates, problems);
 }
 
 void PlateAdjuster::replaceInks(std::vector<Plate> &plates) const
@@ -131,7 +136,7 @@ void PlateAdjuster::invertOthers(std::vector<Plate> &plates) const
     }
 }
 
-Separation PlateAdjuster::seen(Separation separation) const
+std::optional<Separation> PlateAdjuster::seen(Separation separation, Problems &problems) const
 {
     replaceInks(separation.plates);
     for (Plate &plate : separation.plates) {
@@ -143,7 +148,7 @@ Separation PlateAdjuster::seen(Separation separation) const
         const QImage printed = PlateBits::placed(plate.image, part.size(), -part.topLeft(), fill);
         plate.image = PlateBits::placed(printed, size, part.topLeft(), fill);
     }
-    return separation;
+    return areThere(separation.plates, problems) ? std::optional(std::move(separation)) : std::nullopt;
 }
 
 QPoint PlateAdjuster::placeOf(QSize content) const

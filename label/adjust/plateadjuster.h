@@ -30,8 +30,9 @@ public:
     /// False, with the reason in problems, when memory runs out.
     [[nodiscard]] bool apply(Separation &separation, Problems &problems) const;
     /// The outcome with the inks that are printed, and without what the adjustment cuts off, but where the
-    /// label has it: what a scanner gets to see, in the places of the label's barcodes.
-    [[nodiscard]] Separation seen(Separation separation) const;
+    /// label has it: what a scanner gets to see, in the places of the label's barcodes. Nothing, with the
+    /// reason in problems, when memory runs out.
+    [[nodiscard]] std::optional<Separation> seen(Separation separation, Problems &problems) const;
 
 private:
     PlateAdjuster(const LabelDocument &label, const SeparationOptions &options,

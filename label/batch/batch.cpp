@@ -110,7 +110,12 @@ bool Batch::prepare(BatchRefusal &refusal)
 /// Of the rows of the data, how many are to be printed.
 std::optional<qint64> Batch::shareOf(std::optional<qint64> rows) const
 {
-    return rows ? std::optional(m_options.rows.countOf(*rows) / m_options.shard.count) : std::nullopt;
+    if (!rows)
+        return {};
+    // Chosen rows need not be spread evenly over the shares.
+    const qint64 chosen = m_options.rows.countOf(*rows);
+    return m_options.rows.isAll() ? m_options.shard.countOf(chosen)
+                                  : (chosen + m_options.shard.count - 1) / m_options.shard.count;
 }
 
 bool Batch::prepareAdjustment(Problems &problems)
@@ -246,8 +251,21 @@ std::optional<BatchEnd> Batch::take(const RowResult &result)
     const RowPlan::Entry plan = m_plan->take(result, isChosen);
     if (!isChosen || !m_options.shard.contains(result.row.number))
         return {};
-    const QStringList files = m_document->filesOf(result.row, { m_options.begin, plan.firstLabel });
-    return print({ result.row, plan, m_digests.withFiles(digest, files) });
+    m_observer->rowBegins(result.row.number);
+    return print({ result.row, plan, m_digests.withFiles(digest, filesOf(result.row, plan)) });
+}
+
+/// Of all copies. Those of a row that cannot be printed may be what another process has been lost with.
+QStringList Batch::filesOf(const Row &row, const RowPlan::Entry &plan) const
+{
+    if (m_options.lostRows.contains(row.number))
+        return {};
+    QStringList files;
+    const qint64 labels = m_document->countsLabels() ? plan.copies.value_or(1) : 1;
+    for (qint64 label = 0; label < labels; ++label)
+        files += m_document->filesOf(row, { m_options.begin, plan.firstLabel + label });
+    files.removeDuplicates();
+    return files;
 }
 
 std::optional<BatchEnd> Batch::print(const Job &job)
@@ -264,7 +282,6 @@ std::optional<BatchEnd> Batch::print(const Job &job)
         m_observer->rowDone(m_count);
         return {};
     }
-    m_observer->rowBegins(entry.row);
     const auto lost = m_options.lostRows.constFind(entry.row);
     const Problems problems = lost != m_options.lostRows.cend() ? Problems { *lost }
         : job.plan.names                                        ? printCopies(job, entry)
@@ -402,7 +419,10 @@ void Batch::verify(const Separation &separation, Problems &problems)
 {
     if (!m_verifier)
         return;
-    Problems found = m_verifier->verify(m_document->document(), m_adjuster->seen(separation), m_plates);
+    const std::optional<Separation> seen = m_adjuster->seen(separation, problems);
+    if (!seen)
+        return;
+    Problems found = m_verifier->verify(m_document->document(), *seen, m_plates);
     m_document->locate(found);
     problems += found;
     tell(m_verifier->takeNotes());

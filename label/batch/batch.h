@@ -93,6 +93,7 @@ private:
     [[nodiscard]] qint64 *countOfDone(const std::optional<ManifestEntry> &before, const ManifestEntry &entry);
     void removeReplaced();
     [[nodiscard]] Manifest::End dataEnd() const;
+    [[nodiscard]] QStringList filesOf(const Row &row, const RowPlan::Entry &plan) const;
     [[nodiscard]] std::optional<qint64> shareOf(std::optional<qint64> rows) const;
     /// Why the row is not printed.
     [[nodiscard]] Problems printCopies(const Job &job, ManifestEntry &entry);

@@ -279,7 +279,7 @@ void Manifest::compare(const ManifestEntry &entry)
     if (!m_end || entry.row > m_end->rows)
         return;
     const std::optional<ManifestEntry> before = find(entry.row);
-    if (before && before->digest != entry.digest)
+    if (!before || before->digest != entry.digest)
         m_end.reset();
 }
 

@@ -46,9 +46,9 @@ public:
     [[nodiscard]] bool show(const Row &row, const RowContent::Context &context, Problems &problems);
     /// The label with the row that was shown last; its items all lie on the page.
     [[nodiscard]] const LabelDocument &document() const { return m_document; }
-    /// The JSON pointer in the label of the item that has this place in document().
     /// The files that the pictures and drawings of a row come from, as far as they are there.
     [[nodiscard]] QStringList filesOf(const Row &row, const RowContent::Context &context) const;
+    /// The JSON pointer in the label of the item that has this place in document().
     [[nodiscard]] QString pointerOf(std::size_t item) const { return m_flat.pointerOf(item); }
     /// Lets problems of document() name the items of the label.
     void locate(Problems &problems) const { m_flat.locate(problems); }

@@ -25,5 +25,10 @@ struct Shard
         const QString &text, const QProcessEnvironment &environment, Problem &problem);
 
     [[nodiscard]] bool contains(qint64 row) const { return row % count == index; }
+    /// How many it has of so many rows.
+    [[nodiscard]] qint64 countOf(qint64 rows) const
+    {
+        return rows / count + (index > 0 && rows % count >= index ? 1 : 0);
+    }
     friend bool operator==(const Shard &, const Shard &) = default;
 };

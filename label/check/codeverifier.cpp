@@ -42,6 +42,14 @@ QImage enlarged(const QImage &image, int factor)
     return factor == 1 ? image : image.scaled(image.size() * factor);
 }
 
+/// What becomes of negative plates.
+Separation positiveOf(Separation negative)
+{
+    for (Plate &plate : negative.plates)
+        plate.image.invertPixels();
+    return negative;
+}
+
 /// The picture with the barcode upright.
 QImage turnedBack(const QImage &image, const BarcodeItem &barcode)
 {
@@ -57,10 +65,9 @@ class CodeVerifier::Scan
 {
 public:
     Scan(const LabelDocument &document, const Separation &separation, const SeparationOptions &options)
-        : m_composed(proofOf(separation))
+        : m_composed(proofOf(options.negative ? positiveOf(separation) : separation))
         , m_scaling(options.dpi / document.designDpi())
         , m_paper(separation.paper.rgb())
-        , m_negative(options.negative)
     {
     }
 
@@ -89,8 +96,7 @@ private:
         std::array<uchar, 256> greys {};
         const QList<QRgb> colors = m_composed.colorTable();
         for (qsizetype i = 0; i < colors.size(); ++i) {
-            const bool isDark = ScannerLight::isDark(colors[i], m_paper, light);
-            greys[std::size_t(i)] = isDark == m_negative ? 255 : 0;
+            greys[std::size_t(i)] = ScannerLight::isDark(colors[i], m_paper, light) ? 0 : 255;
         }
         return greys;
     }
@@ -98,7 +104,6 @@ private:
     QImage m_composed; ///< indexed by the inks that lie on each other
     double m_scaling; ///< dots per scene unit
     QRgb m_paper;
-    bool m_negative;
 };
 
 bool CodeVerifier::isPossible()

@@ -59,7 +59,11 @@ public:
 
     [[nodiscard]] const std::optional<Problem> &problem() const { return m_problem; }
     [[nodiscard]] const QString &name() const { return m_text->name(); }
-    [[nodiscard]] std::optional<qint64> estimate(qint64 rows) const { return m_text->estimate(rows); }
+    /// Of all rows, when so many have been given.
+    [[nodiscard]] std::optional<qint64> estimate(qint64 rows) const
+    {
+        return m_text->estimate(rows + qint64(m_lines.size()));
+    }
 
 private:
     static void valueEnds(void *bytes, std::size_t size, void *reader)

@@ -33,7 +33,7 @@ qsizetype countOf(char delimiter, QByteArrayView line)
 
 TextLines::TextLines(DataInput input)
     : m_input(std::move(input))
-    , m_size(m_input.device->isSequential() ? 0 : m_input.device->size())
+    , m_size(m_input.device->isSequential() ? 0 : m_input.device->size() - m_input.device->pos())
 {
 }
 

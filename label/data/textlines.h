@@ -46,7 +46,7 @@ private:
     void fail(const QString &where, const QString &what, const QString &advice = {});
 
     DataInput m_input;
-    qint64 m_size; ///< in bytes; 0 for what is no file
+    qint64 m_size; ///< in bytes, of what is to be read; 0 for what is no file
     QStringDecoder m_decoder;
     QByteArray m_raw; ///< read already, and not decoded
     QByteArray m_text; ///< decoded, and not given

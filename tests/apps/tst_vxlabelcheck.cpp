@@ -341,9 +341,12 @@ void tst_VxLabelCheck::manyRowsTakeSeconds()
     const ProgramResult result = run({ u"check"_s, u"a.vxl"_s, u"--progress=json"_s });
     QVERIFY2(result.out.endsWith("10000 rows checked: 3333 errors, 0 warnings\n"), result.out);
     QVERIFY2(time.elapsed() < 60'000, QByteArray::number(time.elapsed()).constData());
-    // The numbers of the first rows are shorter.
-    const qint64 guess = objectsOf(result.err).first()[u"about"_s].toInteger();
-    QVERIFY2(guess > 9'000 && guess < 12'000, result.err);
+    QList<QJsonObject> states = objectsOf(result.err);
+    states.removeLast(); // a machine may be through before another one
+    for (const QJsonObject &state : std::as_const(states)) {
+        const qint64 guess = state[u"about"_s].toInteger();
+        QVERIFY2(guess > 8'000 && guess < 14'000, result.err); // the numbers of the first rows are shorter
+    }
 }
 
 void tst_VxLabelCheck::verifyReadsWhatIsOnThePlates()

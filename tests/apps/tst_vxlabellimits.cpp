@@ -289,10 +289,11 @@ void tst_VxLabelLimits::theFontsOfOtherProgramsAreLeftWhole()
         write(u"fonts.conf"_s,
             "<?xml version=\"1.0\"?><fontconfig><dir>/usr/share/fonts</dir><cachedir>" + path(cache).toUtf8()
                 + "</cachedir></fontconfig>");
+        const QByteArray before = qgetenv("FONTCONFIG_FILE");
         qputenv("FONTCONFIG_FILE", QFile::encodeName(path(u"fonts.conf"_s)));
         static_cast<void>(
             run(QStringList { u"separate"_s, u"a.vxl"_s, u"-o"_s, u"plates"_s, u"--force"_s } + limit));
-        qunsetenv("FONTCONFIG_FILE");
+        before.isNull() ? qunsetenv("FONTCONFIG_FILE") : qputenv("FONTCONFIG_FILE", before);
         std::map<QString, qsizetype> sizes;
         for (const auto &[name, content] : contentsOf(cache))
             sizes[name] = content.size();
@@ -300,8 +301,7 @@ void tst_VxLabelLimits::theFontsOfOtherProgramsAreLeftWhole()
     };
     const std::map<QString, qsizetype> whole = sizesAfter({});
     QVERIFY(!whole.empty());
-    for (const QString &megabytes : { u"20"_s, u"40"_s, u"64"_s })
-        QCOMPARE(sizesAfter({ u"--max-memory"_s, megabytes }), whole);
+    QCOMPARE(sizesAfter({ u"--max-memory"_s, u"20"_s }), whole);
 }
 
 void tst_VxLabelLimits::largeFilesAreRefused()

@@ -76,7 +76,7 @@ void tst_PlateAdjuster::whatIsSeenIsWhatIsPrinted()
         for (int y = 0; y < size.height(); ++y) {
             for (int x = 0; x < size.width(); ++x) {
                 Separation printed = withDot(size, { x, y }, negative);
-                const QImage seen = adjuster->seen(printed).plates[0].image;
+                const QImage seen = adjuster->seen(printed, problems).value().plates[0].image;
                 QVERIFY(adjuster->apply(printed, problems));
                 const qint64 dots = printed.plates[0].dots;
                 const bool isPrinted = negative ? dots < 200 : dots > 0;
@@ -101,7 +101,8 @@ void tst_PlateAdjuster::offsetsCutOff()
         plate.image.fill(1);
     // Turned clockwise, the upper side of the mirrored label is at the right and its left side above. So the
     // four dots below are those of its right side, which is the left one of the label.
-    for (const Plate &plate : adjuster->seen(all).plates)
+    const Separation seen = adjuster->seen(all, problems).value();
+    for (const Plate &plate : seen.plates)
         QCOMPARE(difference(plate.image, [](int x, int y) { return x >= 4 && y >= 3; }), QString());
 }
 
@@ -111,7 +112,7 @@ void tst_PlateAdjuster::inksAreSeenAsTheyArePrinted()
     Problems problems;
     const auto adjuster = PlateAdjuster::of(blackAndRed(page), { .dpi = dpi }, adjustment, problems);
     QVERIFY(adjuster);
-    const Separation seen = adjuster->seen(withDot({ 20, 10 }, { 7, 5 }, false));
+    const Separation seen = adjuster->seen(withDot({ 20, 10 }, { 7, 5 }, false), problems).value();
     QCOMPARE(seen.plates.size(), std::size_t(1));
     QCOMPARE(seen.plates[0].ink.name, u"red"_s);
     QCOMPARE(difference(seen.plates[0].image, [](int x, int y) { return x == 7 && y == 5; }), QString());

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void whatIsNoShare_data();
     void whatIsNoShare();
     void sharesHaveEachRowOnce();
+    void sharesKnowHowManyTheyHave();
 };
 
 void tst_RowSelection::rowsAreSelected_data()
@@ -173,6 +174,20 @@ void tst_RowSelection::sharesHaveEachRowOnce()
         }
     }
     QCOMPARE(indexes, QList<int>({ 1, 2, 3, 0, 1, 2 }));
+}
+
+void tst_RowSelection::sharesKnowHowManyTheyHave()
+{
+    for (int count = 1; count <= 5; ++count) {
+        for (int index = 0; index < count; ++index) {
+            const Shard shard { index, count };
+            qint64 rows = 0;
+            for (qint64 row = 1; row <= 23; ++row) {
+                rows += shard.contains(row) ? 1 : 0;
+                QCOMPARE(shard.countOf(row), rows);
+            }
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_RowSelection)

@@ -72,6 +72,7 @@ private Q_SLOTS:
     void everyOtherSymbologyIsTold_data();
     void everyOtherSymbologyIsTold();
     void redInkIsTold();
+    void negativesAreReadAsWhatBecomesOfThem();
     void textsOfAnyScriptAreVerified_data();
     void textsOfAnyScriptAreVerified();
     void shortPairsAreTold();
@@ -141,6 +142,16 @@ void tst_CodeVerifier::everyOtherSymbologyIsTold()
     QVERIFY(wordsOf(verifier.takeNotes()).contains(u" cannot be verified"_s));
     QCOMPARE(verified(verifier, document), QString());
     QCOMPARE(wordsOf(verifier.takeNotes()), QString());
+}
+
+/// On the plate of another dark ink, what is under the bars prints as well.
+void tst_CodeVerifier::negativesAreReadAsWhatBecomesOfThem()
+{
+    LabelDocument document = labelWith(58, u"AB12"_s, 400.0, 0.0, black); // a QR Code
+    document.setInks({ { u"black"_s, black }, { u"blue"_s, blue } });
+    const SeparationOptions options { .dpi = dpi, .negative = true };
+    CodeVerifier verifier;
+    QCOMPARE(wordsOf(verifier.verify(document, separated(document, options), options)), QString());
 }
 
 void tst_CodeVerifier::redInkIsTold()
