@@ -118,8 +118,7 @@ std::optional<qint64> BatchJobs::about() const
         const bool isOver = job.process->state() == QProcess::NotRunning;
         if (!isOver && !job.count.about)
             return {};
-        const BatchCount &count = job.count;
-        sum += isOver ? count.printed + count.kept + count.failed : *count.about;
+        sum += isOver ? job.count.done() : *job.count.about;
     }
     return sum;
 }

@@ -21,7 +21,6 @@ public:
     /// that was killed, ExitCode::CannotWrite.
     [[nodiscard]] ExitCode run();
     [[nodiscard]] BatchCount count() const;
-    [[nodiscard]] std::optional<qint64> about() const;
     /// Whether that is all: a job that was killed may have done more than it has told.
     [[nodiscard]] bool isCountExact() const { return m_isCountExact; }
 
@@ -37,6 +36,8 @@ private:
     /// Takes what a job has told since.
     void listen(Job &job);
     void take(Job &job, const QByteArray &line);
+    /// How many rows there are about.
+    [[nodiscard]] std::optional<qint64> about() const;
     [[nodiscard]] ExitCode codeOf(std::size_t index);
 
     QStringList m_arguments;

@@ -16,11 +16,6 @@ const QString warningKey = u"warning"_s;
 const QString fileKey = u"file"_s;
 const QString rowKey = u"row"_s;
 
-qint64 doneOf(const BatchCount &count)
-{
-    return count.printed + count.kept + count.failed;
-}
-
 /// A problem for programs, without the row.
 QJsonObject jsonOf(const QString &key, const Problem &problem, const QString &file)
 {
@@ -111,7 +106,7 @@ void BatchProgress::rowBegins(qint64 row)
 BatchCount BatchProgress::ofAllWorkers(BatchCount count) const
 {
     // A worker first comes to the rows that those before it have done.
-    if (doneOf(count) < doneOf(m_before))
+    if (count.done() < m_before.done())
         return m_before;
     const qint64 found = std::min(count.kept, m_before.printed);
     count.printed += found;
@@ -141,7 +136,7 @@ void BatchProgress::finish(const BatchCount &count)
 Progress::State BatchProgress::stateOf(const BatchCount &count) const
 {
     const BatchCount all = ofAllWorkers(count);
-    return { .done = doneOf(all),
+    return { .done = all.done(),
         .worked = all.printed + all.failed,
         .total = all.total,
         .about = all.about,

@@ -46,9 +46,11 @@ void CheckReport::row(const CheckedRow &row)
     Worker::endRow({});
     ++m_count.rows;
     tellRow({ row.row, row.key, taken(row.findings) });
-    m_about = chosenOf(m_rows->estimate());
-    if (m_progress.isDue())
-        m_progress.show(state());
+    if (!m_progress.isDue())
+        return;
+    Progress::State now = state();
+    now.about = chosenOf(m_rows->estimate());
+    m_progress.show(now);
 }
 
 void CheckReport::note(const Problem &problem)
@@ -101,7 +103,6 @@ Progress::State CheckReport::state() const
     return { .done = rows,
         .worked = rows,
         .total = m_total,
-        .about = m_about,
         .faults = errors == 1 ? u"1 error"_s
             : errors > 0      ? u"%1 errors"_s.arg(errors)
                               : QString(),

@@ -77,7 +77,6 @@ private:
     const RowSource *m_rows = nullptr;
     const RowSelection *m_chosen = nullptr;
     std::optional<qint64> m_total; ///< rows
-    std::optional<qint64> m_about; ///< rows
     bool m_isPrinted = true;
     Count m_count;
 };

@@ -77,6 +77,9 @@ struct BatchCount
     qint64 labels = 0; ///< printed, copies included
     std::optional<qint64> total = {}; ///< rows to come to, where that is known
     std::optional<qint64> about = {}; ///< the same where it is not, as the rows so far suggest
+
+    /// Rows that nothing more becomes of.
+    [[nodiscard]] qint64 done() const { return printed + kept + failed; }
 };
 
 /// Why a batch does not begin.

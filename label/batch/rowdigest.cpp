@@ -5,10 +5,7 @@
 #include "label/batch/filedigest.h"
 
 #include <QCryptographicHash>
-#include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace {
 
@@ -16,24 +13,6 @@ namespace {
 constexpr qsizetype length = 16;
 /// More than labels have pictures by the row, and less than memory minds.
 constexpr qsizetype mostKnown = 1'000;
-
-/// Of so many bytes: files that the system makes up as they are read have a size of 0, and may have no end.
-QByteArray digestOf(const QString &path, qint64 size)
-{
-    QFile file(path);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    constexpr qint64 piece = 64 * 1024;
-    while (size > 0) {
-        const QByteArray bytes = file.read(std::min(size, piece));
-        if (bytes.isEmpty())
-            break;
-        hash.addData(bytes);
-        size -= bytes.size();
-    }
-    return hash.result().toHex();
-}
 
 } // namespace
 
@@ -65,5 +44,7 @@ QByteArray RowDigest::ofFile(const QString &path)
         return known->digest;
     if (m_known.size() >= mostKnown)
         m_known.clear();
-    return m_known.insert(path, { info.size(), info.lastModified(), digestOf(path, info.size()) })->digest;
+    // Files that the system makes up as they are read have a size of 0, and may have no end.
+    const QByteArray digest = FileDigest::ofFile(path, info.size());
+    return m_known.insert(path, { info.size(), info.lastModified(), digest })->digest;
 }
